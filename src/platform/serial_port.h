@@ -1,0 +1,64 @@
+// The seam to a serial line. The tool knows ports by path; a driver lists and makes them.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace vrk {
+
+enum class Parity { none, even, odd, mark, space };
+
+struct LineSettings {
+    std::int32_t baud = 9600;
+    Parity parity = Parity::none;
+    int data_bits = 8; // 5..8
+    int stop_bits = 1; // 1 or 2
+
+    friend bool operator==(const LineSettings&, const LineSettings&) = default;
+};
+
+// Bits of one byte on the wire: start bit, data, parity where there is one, stop.
+constexpr int bits_per_byte(const LineSettings& line)
+{
+    return 1 + line.data_bits + (line.parity == Parity::none ? 0 : 1) + line.stop_bits;
+}
+
+// One port. All calls come from our thread; none of them blocks for longer than the driver needs.
+class SerialPort {
+public:
+    virtual ~SerialPort() = default;
+
+    virtual bool open(const LineSettings& line) = 0; // false: not there, taken by another program, or refused
+    virtual void close() = 0;
+    virtual bool is_open() const = 0;
+    virtual bool set_line(const LineSettings& line) = 0; // on the open port, from the next byte on
+
+    virtual std::size_t bytes_available() const = 0;
+    virtual std::size_t read(std::span<std::uint8_t> into) = 0; // what waits, at most into.size(); never blocks
+    virtual std::size_t bytes_to_write() const = 0; // still in the queue
+    virtual void write(std::span<const std::uint8_t> bytes) = 0; // queues all of it and starts sending
+    virtual void discard_input() = 0;
+    virtual void discard_output() = 0;
+
+    // Called inside a yield, when bytes have arrived. May yield itself; is then called again inside.
+    std::function<void()> on_receive;
+};
+
+struct PortInfo {
+    std::string path; // what open() takes: a device, a link to one, a pseudo terminal
+    std::string caption; // what the user reads
+};
+
+class PortDriver {
+public:
+    virtual ~PortDriver() = default;
+    virtual std::vector<PortInfo> list() = 0;
+    virtual std::unique_ptr<SerialPort> make(const std::string& path) = 0;
+    std::function<void()> on_list_changed; // called inside a yield, when a device comes or goes
+};
+
+} // namespace vrk
