@@ -1,0 +1,32 @@
+// The state of one download. Held by MainForm as `job`.
+#pragma once
+
+#include "platform/event_loop.h"
+
+#include <cstdint>
+#include <string>
+
+namespace vrk {
+
+struct JobState {
+    static constexpr std::int16_t write_chunk = 128; // bytes of one data frame
+
+    bool sequence_running = false; // a click handler that waits is on the stack
+    std::int16_t panel_state = 0; // 0 free, 1 free and running, 2 locked, 3 locked and running
+    bool program_ok = false; // code and data are in the chip
+    bool options_done = false; // the option commit ran and was good
+    bool succeeded = false; // the one result of the last cycle: report, count and beep follow it
+    std::string erase_time; // "mm:ss"; empty: not erased
+    std::string program_time; // "mm:ss"
+    WallTime program_started;
+};
+
+// Option bytes. Held by MainForm as `options`.
+struct OptionState {
+    static constexpr int rows = 17;
+    std::uint8_t option_bytes[rows][4] = {}; // column 0: wanted in the chip
+    std::int16_t status_bytes[rows] = {}; // read from the chip
+    std::string byte_text = "0,0,0"; // third field "1": block 1 must not program block 0
+};
+
+} // namespace vrk

@@ -1,0 +1,106 @@
+#include "form/main_form.h"
+
+namespace vrk {
+
+namespace {
+
+void register_controls(MainForm& form)
+{
+    ControlRegistry& all = form.controls;
+
+    all.add(form.FrameX, "FrameX");
+    all.add(form.txtDevice, "txtDevice");
+    all.add(form.TreeViewDevice, "TreeViewDevice");
+    all.add(form.Label2, "Label2");
+    all.add(form.LabISP_reange, "LabISP_reange");
+
+    all.add(form.comLoadFile, "comLoadFile");
+    all.add(form.comLoadDataFile, "comLoadDataFile");
+    all.add(form.txtAP_FileStart, "txtAP_FileStart");
+    all.add(form.txtDataFileStart, "txtDataFileStart");
+    all.add(form.cheClearAP_Buffer, "cheClearAP_Buffer");
+    all.add(form.cheClearDataBuffer, "cheClearDataBuffer");
+
+    all.add(form.combCommPort, "combCommPort");
+    all.add(form.LabMaxBaud, "LabMaxBaud");
+    all.add(form.Label4, "Label4");
+    all.add(form.cobBaudMax, "cobBaudMax");
+    all.add(form.cobBaudMin, "cobBaudMin");
+    all.add(form.cheTL, "cheTL");
+    all.add(form.imgOpen_sys, "imgOpen_sys");
+    all.add(form.imgNotOpen_sys, "imgNotOpen_sys");
+
+    all.add(form.Frame12, "Frame12");
+    all.add(form.com_RC_frequency, "com_RC_frequency");
+    all.add(form.opt_ISP_DEMO_WDT, "opt_ISP_DEMO_WDT");
+    all.add(form.comb_WDT, "comb_WDT");
+
+    all.add(form.comDownload, "comDownload");
+    all.add(form.comStop_Download, "comStop_Download");
+    all.add(form.textMsg, "textMsg");
+    all.add(form.ProgressBar1, "ProgressBar1");
+    all.add(form.labKbyte, "labKbyte");
+    all.add(form.labWrite_OK_Count, "labWrite_OK_Count");
+    all.add(form.txtWrite_OK_Count, "txtWrite_OK_Count");
+    all.add(form.comClear_OK_Count, "comClear_OK_Count");
+
+    all.add(form.Frame16, "Frame16");
+    all.add(form.optBeepYes, "optBeepYes");
+    all.add(form.optBeepNo, "optBeepNo");
+    all.add(form.comDalay_ReDownLoad, "comDalay_ReDownLoad");
+    all.add(form.cekReloadFile, "cekReloadFile");
+    all.add(form.cekReloadFileWhileFileChange, "cekReloadFileWhileFileChange");
+    all.add(form.Label10, "Label10");
+
+    all.add(form.TabStrip1, "TabStrip1");
+    all.add(form.TabStrip2, "TabStrip2");
+    all.add(form.Frame7, "Frame7");
+    all.add(form.frmDataFlash, "frmDataFlash");
+    all.add(form.txtBuffer, "txtBuffer");
+    all.add(form.txtBuffer2, "txtBuffer2");
+    all.add(form.txtDataFlash1, "txtDataFlash1");
+    all.add(form.tetDataFlash2, "tetDataFlash2");
+    all.add(form.vscFile, "vscFile");
+    all.add(form.txtBufferAddress, "txtBufferAddress");
+    all.add(form.LabFileCheckSum, "LabFileCheckSum");
+    all.add(form.txtFileCheckSum, "txtFileCheckSum");
+    all.add(form.txtDataFileCheckSum, "txtDataFileCheckSum");
+    all.add(form.Label7, "Label7");
+}
+
+void group(std::initializer_list<OptionButton*> buttons)
+{
+    for (OptionButton* button : buttons)
+        button->group = buttons;
+}
+
+} // namespace
+
+MainForm::MainForm(const Platform& its_platform)
+    : platform(its_platform)
+    , MSComm1(its_platform.ports)
+    // clang-format off
+    //                            kind                    ms      role
+    , Timer1     (platform.loop, Timer::Kind::one_shot,   1000) // reply time-out of a model frame: sets reply_timeout
+    , Timer2     (platform.loop, Timer::Kind::one_shot,    500) // sets reply_bad
+    , Timer3     (platform.loop, Timer::Kind::one_shot,    500) // a saved setting has changed: saves all of them
+    , Timer6     (platform.loop, Timer::Kind::one_shot,    200) // wait_ms
+    , Timer7     (platform.loop, Timer::Kind::one_shot,    200) // waits for a reply, spacing of the sync bytes
+    , Timer8     (platform.loop, Timer::Kind::one_shot,    200) // long waits of set_new_baud and of the RC test
+    , Timer9     (platform.loop, Timer::Kind::one_shot,   4000) // nobody answers: shows the guidance
+    , Timer10    (platform.loop, Timer::Kind::one_shot,   1000) // one second of the delay before a repeat
+    , Timer12    (platform.loop, Timer::Kind::repeating,  1000) // watches the code file for a change
+    , Timer_beep (platform.loop, Timer::Kind::one_shot,    150) // spacing of beeps
+    , TimerUnload(platform.loop, Timer::Kind::one_shot,    500) // ends the program once the sequences have wound down
+// clang-format on
+{
+    register_controls(*this);
+    group({&optBeepYes, &optBeepNo});
+    group({&opt_ISP_DEMO_WDT[0], &opt_ISP_DEMO_WDT[1]});
+    com_RC_frequency[0].editable = true;
+    com_RC_frequency[5].editable = true;
+    Timer1.on_tick = [this] { link.reply_timeout = true; };
+    Timer2.on_tick = [this] { link.reply_bad = true; };
+}
+
+} // namespace vrk
