@@ -1,0 +1,31 @@
+// The buffers as hexadecimal dumps. Only the lines that fit are ever drawn; view_lines of a buffer says how many.
+#pragma once
+
+#include "form/main_form.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace vrk {
+
+constexpr std::int32_t bytes_per_line = 16;
+
+// A whole line with its end: six digits of the address and three blanks, two digits and a blank a byte, CR LF.
+constexpr int dump_line_size = 6 + 3 + bytes_per_line * 3 + 2;
+
+// Lines of 16 bytes, from the line that holds `first` on, as many as `lines`; the last byte drawn is `last`, or the
+// last one of the image. Nothing where `first` lies above either.
+std::string dump_text(std::span<const std::uint8_t> image, std::int32_t first, std::int32_t last, int lines);
+
+// Draws the buffer from first_address on into its box and the box's twin.
+void render(MainForm& form, const FileBuffer& buffer, std::int32_t first_address, std::int32_t last_address);
+
+// Index 0 is the code buffer, 1 the EEPROM buffer. A bar's value is the first line shown, from view_low on.
+void vscFile_Change(MainForm& form, int index);
+
+// After the bytes of a buffer have changed: the loaded span takes in the last load, the scroll bar follows, the view is
+// drawn anew.
+void update_view(MainForm& form, FileBuffer& buffer);
+
+} // namespace vrk

@@ -1,0 +1,218 @@
+#include "image/file_loader.h"
+
+#include "form/messages.h"
+#include "image/bin_loader.h"
+#include "image/buffer_view.h"
+#include "image/hex_loader.h"
+#include "platform/text_number.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+namespace vrk {
+
+namespace {
+
+struct FileRole {
+    BufferKind kind;
+    const char* stored_path; // key in section Settings
+    const char* dialog_title;
+};
+constexpr FileRole roles[] = {
+    {BufferKind::code, "FilePath", "Open file ( *.hex or *.bin )"},
+    {BufferKind::data, "DataFilePath", "Open Data file ( *.hex or *.bin )"},
+};
+constexpr const char* file_filter = "(*.hex, *.bin)|*.hex;*.bin|(*.bin)|*.bin|(*.hex)|*.hex|All Files (*.*)|*.*";
+constexpr const char* section = "Settings";
+
+//                               Chinese                                   English
+constexpr Text file_not_found = {"Can not find the file./找不到文件", "Can not find the file."};
+
+constexpr int lines_looked_at = 3; // all of them begin with ':' in a HEX file of any name
+constexpr int scroll_past_all = 32767; // the bar goes to its end, wherever that will be
+
+const FileRole& role_of(BufferKind kind) { return roles[kind == BufferKind::code ? 0 : 1]; }
+FileBuffer& buffer_of(MainForm& form, BufferKind kind)
+{
+    return kind == BufferKind::code ? form.code_buffer : form.data_buffer;
+}
+
+std::string stored_path(MainForm& form, BufferKind kind)
+{
+    return form.platform.settings.get(section, role_of(kind).stored_path, form.loader.application_dir);
+}
+
+bool is_file(const std::string& path)
+{
+    std::error_code fault;
+    return std::filesystem::is_regular_file(path, fault);
+}
+
+bool begins_with_colon(std::string_view line) { return !line.empty() && line.front() == ':'; }
+
+// A file that ends before the third line is judged by the lines it has; an empty one is binary.
+bool looks_like_hex(std::string_view contents)
+{
+    if (contents.empty())
+        return false;
+    for (int i = 0; i < lines_looked_at && !contents.empty(); ++i) {
+        if (!begins_with_colon(take_line(contents)))
+            return false;
+    }
+    return true;
+}
+
+// Up to `at_most` bytes more of a file.
+void read_on(std::ifstream& file, std::string& contents, std::size_t at_most)
+{
+    const std::size_t had = contents.size();
+    contents.resize(had + at_most);
+    file.read(contents.data() + had, static_cast<std::streamsize>(at_most));
+    contents.resize(had + static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
+}
+
+struct FileRead {
+    FileKind kind = FileKind::bin;
+    std::string contents;
+};
+
+// Reads a file in one go: as a HEX file whole, as a binary one no further than one byte past what a buffer can hold.
+FileRead read_file(const std::string& path, bool named_hex, std::size_t buffer_size)
+{
+    FileRead result{named_hex ? FileKind::hex : FileKind::bin, {}};
+    if (!is_file(path)) // a device or a pipe may never end
+        return result;
+    std::error_code fault;
+    const std::uintmax_t size = std::filesystem::file_size(path, fault);
+    std::ifstream file{path, std::ios::binary};
+    if (fault || !file)
+        return result;
+    const std::size_t whole = static_cast<std::size_t>(size);
+    const std::size_t head = std::min(whole, buffer_size + 1);
+    read_on(file, result.contents, head);
+    if ((named_hex || begins_with_colon(result.contents)) && whole > head)
+        read_on(file, result.contents, whole - head);
+    if (!named_hex && looks_like_hex(result.contents))
+        result.kind = FileKind::hex;
+    return result;
+}
+
+Chosen load_chosen(MainForm& form, const std::string& path, FileBuffer& buffer)
+{
+    if (upper_case(path).find(".VRK") != std::string::npos)
+        return Chosen::project;
+    load_file(form, path, buffer);
+    return Chosen::file;
+}
+
+} // namespace
+
+Chosen comLoadFile_Click(MainForm& form)
+{
+    const std::string path = choose_file(form, BufferKind::code);
+    if (path.empty()) {
+        form.platform.settings.set(section, role_of(BufferKind::code).stored_path, form.loader.application_dir);
+        return Chosen::nothing;
+    }
+    return load_chosen(form, path, form.code_buffer);
+}
+
+Chosen comLoadDataFile_Click(MainForm& form)
+{
+    const std::string path = choose_file(form, BufferKind::data);
+    if (path.empty())
+        return Chosen::nothing;
+    return load_chosen(form, path, form.data_buffer);
+}
+
+std::string choose_file(MainForm& form, BufferKind kind)
+{
+    const std::string last = stored_path(form, kind);
+    FileDialog dialog;
+    dialog.title = role_of(kind).dialog_title;
+    dialog.filter = file_filter;
+    dialog.must_exist = true;
+    dialog.initial_dir = last;
+    if (is_file(last) && last.back() != '\\')
+        dialog.file_name = last;
+
+    const auto path = form.platform.dialogs.choose(dialog);
+    if (!path || path->empty())
+        return {};
+    take_path(form, kind, *path);
+    return *path;
+}
+
+void take_path(MainForm& form, BufferKind kind, const std::string& path)
+{
+    const BufferControls controls = controls_of(form, buffer_of(form, kind));
+    form.loader.current_path = path;
+    controls.path_frame.set_caption(std::string{controls.path_caption} + path);
+    form.platform.settings.set(section, role_of(kind).stored_path, path);
+}
+
+bool load_file(MainForm& form, const std::string& path, FileBuffer& buffer)
+{
+    if (path.empty())
+        return false;
+    read_load_parameters(form, buffer);
+    if (!start_address_fits(form, buffer))
+        return false;
+    merge_or_replace(form, buffer);
+    const LoadEnd end = detect_and_parse(form, path, buffer);
+    if (end != LoadEnd::done)
+        return end == LoadEnd::overtaken && buffer.loaded;
+    update_view(form, buffer);
+    buffer.loaded = true;
+    show_effective_lengths(form);
+    return true;
+}
+
+LoadEnd detect_and_parse(MainForm& form, const std::string& path, FileBuffer& buffer)
+{
+    if (trimmed(path).empty())
+        return LoadEnd::done;
+    form.platform.dialogs.set_busy(true);
+    const bool named_hex = upper_case(path).find(".HEX") != std::string::npos;
+    const FileRead file = read_file(path, named_hex, buffer.data.size());
+    LoadEnd end = LoadEnd::done;
+    if (file.kind == FileKind::hex) {
+        if (!named_hex)
+            read_load_parameters(form, buffer);
+        end = parse_hex(form, path, file.contents, buffer);
+    } else {
+        end = parse_bin(
+            form, {reinterpret_cast<const std::uint8_t*>(file.contents.data()), file.contents.size()}, buffer);
+    }
+    form.platform.dialogs.set_busy(false);
+    if (end == LoadEnd::done) {
+        ScrollBar& bar = form.vscFile[controls_of(form, buffer).scroll_index];
+        bar.set_range(0, scroll_past_all);
+        bar.set_value(scroll_past_all);
+    }
+    return end;
+}
+
+bool reload_last_path(MainForm& form)
+{
+    const std::string path = stored_path(form, BufferKind::code);
+    if (!is_file(path)) {
+        show_box(form, in_language(form, file_not_found));
+        return false;
+    }
+    form.loader.current_path = path;
+    const BufferControls controls = controls_of(form, form.code_buffer);
+    controls.path_frame.set_caption(std::string{controls.path_caption} + path);
+    return true;
+}
+
+void reload_code_file(MainForm& form)
+{
+    reload_last_path(form);
+    const std::string path = form.loader.current_path; // a copy: the load may serve events
+    load_file(form, path, form.code_buffer);
+}
+
+} // namespace vrk

@@ -1,0 +1,159 @@
+#include "image/hex_loader.h"
+
+#include "form/messages.h"
+#include "image/buffers.h"
+#include "image/event_service.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+namespace vrk {
+
+namespace {
+
+// clang-format off
+//                              Chinese                                        English
+constexpr Text wrong_checksum = { "校验和错:\n\n",                               "The checksum is incorrect:\n\n" };
+constexpr Text go_on_without  = { "不再检测校验和, 继续加载文件请输入 Y\n\n"
+                                  "中止加载文件, 立即返回请输入 N",               "Not test Checksum any more. Continue loading the file, Please input Y.\n\n"
+                                                                               "Stop loading the file. Return immediately, please input N" };
+// clang-format on
+
+constexpr int faults_shown = 3; // then the user decides for the rest of the file
+constexpr std::int64_t least_high = 511;
+constexpr std::int64_t most_high = std::numeric_limits<std::int32_t>::max();
+
+constexpr auto digit_values = [] {
+    std::array<std::int8_t, 256> values{};
+    values.fill(-1);
+    for (std::size_t i = 0; i < 10; ++i)
+        values['0' + i] = static_cast<std::int8_t>(i);
+    for (std::size_t i = 0; i < 6; ++i) {
+        values['A' + i] = static_cast<std::int8_t>(10 + i);
+        values['a' + i] = static_cast<std::int8_t>(10 + i);
+    }
+    return values;
+}();
+
+int digit_value(char c) { return digit_values[static_cast<unsigned char>(c)]; }
+
+std::uint8_t pair_value(char high, char low)
+{
+    const int h = digit_value(high);
+    const int l = digit_value(low);
+    if ((h | l) >= 0)
+        return static_cast<std::uint8_t>(h * 16 + l);
+    return static_cast<std::uint8_t>(std::max(h, 0));
+}
+
+std::size_t halved_to_even(std::size_t length) { return length / 2 + (length % 4 == 3 ? 1 : 0); }
+
+enum class OnFault { go_on, refuse };
+
+// Shows a line with a wrong checksum. After the third the user is asked whether the rest of the file may go unchecked.
+OnFault show_fault(MainForm& form, const std::string& path, std::string_view line, int failures)
+{
+    show_box(form, std::string{in_language(form, wrong_checksum)}.append(line), path);
+    if (failures < faults_shown || ask_yes_no(form, in_language(form, go_on_without), path))
+        return OnFault::go_on;
+    return OnFault::refuse;
+}
+
+} // namespace
+
+std::string_view take_line(std::string_view& rest)
+{
+    std::size_t end = 0;
+    while (end < rest.size() && rest[end] != '\n' && rest[end] != '\r')
+        ++end;
+    const std::string_view line = rest.substr(0, end);
+    if (end + 1 < rest.size() && rest[end] == '\r' && rest[end + 1] == '\n')
+        ++end;
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    return line;
+}
+
+HexRecord parse_hex_line(std::string_view line)
+{
+    HexRecord record;
+    line.remove_prefix(std::min<std::size_t>(line.size(), 1)); // the colon
+    const std::size_t count = std::min<std::size_t>(halved_to_even(line.size()), HexRecord::max_bytes);
+    const std::size_t whole_pairs = std::min(count, line.size() / 2);
+    std::uint32_t sum = 0;
+    for (std::size_t i = 0; i < whole_pairs; ++i) {
+        record.bytes[i] = pair_value(line[2 * i], line[2 * i + 1]);
+        sum += record.bytes[i];
+    }
+    if (count > whole_pairs) {
+        record.bytes[whole_pairs] = pair_value('0', line.back());
+        sum += record.bytes[whole_pairs];
+    }
+    record.checksum_ok = (sum & 0xFF) == 0;
+    for (std::size_t i = count; i < HexRecord::header_bytes; ++i)
+        record.bytes[i] = 0;
+    record.address = static_cast<std::uint16_t>(record.bytes[1] * 256 + record.bytes[2]);
+    record.type = record.bytes[3];
+    if (count > HexRecord::header_bytes) {
+        record.data_count = static_cast<int>(count) - HexRecord::header_bytes - 1;
+        record.data_sum =
+            sum - record.bytes[count - 1] - record.bytes[0] - record.bytes[1] - record.bytes[2] - record.bytes[3];
+    }
+    return record;
+}
+
+void store_record(const HexRecord& record, HexTarget& target)
+{
+    if (record.data_count == 0)
+        return;
+    const std::int64_t first = std::int64_t{target.base} + record.address;
+    const std::int64_t end = first + record.data_count;
+    target.checksum += record.data_sum;
+    target.highest = std::max(target.highest, end - 1);
+
+    const std::int64_t stored_first = std::max<std::int64_t>(first, 0);
+    const std::int64_t stored_end =
+        std::min({end, std::int64_t{target.limit}, static_cast<std::int64_t>(target.image.size())});
+    if (stored_first < stored_end) {
+        std::memcpy(target.image.data() + stored_first, record.data().data() + (stored_first - first),
+            static_cast<std::size_t>(stored_end - stored_first));
+    }
+}
+
+LoadEnd parse_hex(MainForm& form, const std::string& path, std::string_view contents, FileBuffer& buffer)
+{
+    const std::uint32_t this_load = buffer.changes;
+    const std::int32_t limit = std::min(form.selected.isp_last, FileBuffer::code_last) + 1;
+    HexTarget target{buffer.data, load_base(buffer.start), limit};
+    EventService events{form.platform.loop};
+    int failures = 0;
+
+    while (!contents.empty()) {
+        if (events.serve_if_late() && buffer.changes != this_load)
+            return LoadEnd::overtaken;
+        const std::string_view line = take_line(contents);
+        if (line.empty() || line.front() != ':')
+            continue;
+        const HexRecord record = parse_hex_line(line);
+        if (!record.checksum_ok && failures < faults_shown) {
+            const OnFault answer = show_fault(form, path, line, ++failures);
+            if (buffer.changes != this_load)
+                return LoadEnd::overtaken;
+            if (answer == OnFault::refuse) {
+                clear_buffer(form, 0, buffer);
+                form.file_loaded = false;
+                return LoadEnd::refused;
+            }
+        }
+        if (record.type == HexRecord::end_of_file)
+            break;
+        store_record(record, target);
+    }
+
+    buffer.checksum = static_cast<std::int32_t>(target.checksum);
+    buffer.high = static_cast<std::int32_t>(std::clamp(target.highest, least_high, most_high));
+    buffer.low = target.base;
+    return take_over(form, FileKind::hex, buffer);
+}
+
+} // namespace vrk

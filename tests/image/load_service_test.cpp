@@ -1,0 +1,147 @@
+// What the user, or a timer, does while a load serves events.
+#include "image/bench.h"
+#include "image/file_loader.h"
+
+#include <functional>
+
+using namespace vrk;
+using image_test::BenchOn;
+using image_test::end_line;
+using image_test::hex_line;
+
+namespace {
+
+// Every look at the clock costs some time; what is due is one act of the test's choice.
+struct SlowLoop final : EventLoop {
+    mutable std::int64_t now = 0;
+    std::int64_t cost_us = 4'000;
+    int served = 0;
+    std::function<void()> act;
+
+    std::int64_t now_us() const override { return now += cost_us; }
+    WallTime wall_time() const override { return {}; }
+    CallId call_at(std::int64_t, Task) override { return 1; }
+    void cancel(CallId) override { }
+    void yield() override { run_due(); }
+    void run_due() override
+    {
+        ++served;
+        if (const auto once = std::exchange(act, {}))
+            once();
+    }
+};
+using SlowBench = BenchOn<SlowLoop>;
+
+// Answers its first box after an act of the test's choice: a box is open for a while, and timers go on.
+struct ActingDialogs final : Dialogs {
+    std::function<void()> act;
+    int boxes = 0;
+    bool busy = false;
+
+    Reply show(const MessageBox& box) override
+    {
+        ++boxes;
+        if (const auto once = std::exchange(act, {}))
+            once();
+        return box.default_reply;
+    }
+    std::optional<std::string> choose(const FileDialog&) override { return std::nullopt; }
+    void beep() override { }
+    void set_busy(bool now_busy) override { busy = now_busy; }
+};
+
+std::string many_lines(int byte, int count)
+{
+    std::string text;
+    for (int i = 0; i < count; ++i)
+        text += hex_line(i * 4, {byte, byte, byte, byte});
+    return text + end_line;
+}
+
+} // namespace
+
+TEST(LoadService, ALongFileServesEventsByElapsedTime)
+{
+    SlowBench bench{"Juniper-60"};
+    load_file(bench.form, bench.file("long.hex", many_lines(1, 4096)), bench.code);
+    EXPECT_GT(bench.loop.served, 1);
+    EXPECT_EQ(bench.code.data[0x3FFF], 1);
+}
+
+TEST(LoadService, AFileThatIsReadInAMomentServesNone)
+{
+    SlowBench bench{"Juniper-60"};
+    bench.loop.cost_us = 1;
+    load_file(bench.form, bench.file("long.hex", many_lines(1, 4096)), bench.code);
+    EXPECT_EQ(bench.loop.served, 0);
+    EXPECT_EQ(bench.code.data[0x3FFF], 1);
+}
+
+TEST(LoadService, ABufferClearedMeanwhileStaysCleared)
+{
+    SlowBench bench{"Juniper-60"};
+    bench.loop.act = [&] { clear_buffer(bench.form, 0, bench.code); };
+    EXPECT_FALSE(load_file(bench.form, bench.file("long.hex", many_lines(1, 4096)), bench.code));
+    EXPECT_EQ(bench.code.data[0x3FFF], 0);
+    EXPECT_EQ(bench.code.data[0], 0);
+    EXPECT_FALSE(bench.code.loaded);
+    EXPECT_FALSE(bench.form.file_loaded);
+    EXPECT_FALSE(bench.dialogs.busy);
+}
+
+TEST(LoadService, AFileOpenedMeanwhileIsTheOneThatStands)
+{
+    SlowBench bench{"Juniper-60"};
+    const std::string later = bench.file("later.bin", "later");
+    bench.form.cheClearAP_Buffer.set_value(true);
+    bench.loop.act = [&] { load_file(bench.form, later, bench.code); };
+    EXPECT_TRUE(load_file(bench.form, bench.file("long.hex", many_lines(1, 4096)), bench.code));
+    EXPECT_EQ(bench.code.data[0], 'l');
+    EXPECT_EQ(bench.code.data[0x100], 0);
+    EXPECT_EQ(bench.code.high, 511);
+    EXPECT_TRUE(bench.code.loaded);
+    EXPECT_TRUE(bench.form.file_loaded);
+}
+
+TEST(LoadService, AnEepromFileOpenedMeanwhileDoesNotDisturbTheCode)
+{
+    SlowBench bench{"Juniper-60Q"};
+    const std::string eeprom = bench.file("eeprom.bin", "eeprom");
+    bench.loop.act = [&] { load_file(bench.form, eeprom, bench.data); };
+    EXPECT_TRUE(load_file(bench.form, bench.file("long.hex", many_lines(1, 4096)), bench.code));
+    EXPECT_EQ(bench.code.data[0x3FFF], 1);
+    EXPECT_EQ(bench.data.data[0], 'e');
+}
+
+TEST(LoadService, AReloadWhileABoxAboutAChecksumIsOpenIsTheOneThatStands)
+{
+    SlowBench bench{"Juniper-60"};
+    ActingDialogs dialogs;
+    MainForm form{Platform{bench.loop, bench.ports, dialogs, bench.settings}};
+    form.selected = bench.form.selected;
+    form.LabISP_reange[1].set_caption("EFFF");
+    form.cheClearAP_Buffer.set_value(true);
+    const std::string later = bench.file("later.bin", "later");
+    dialogs.act = [&] { load_file(form, later, form.code_buffer); };
+    load_file(form, image_test::fixture("three_bad_checksums.hex"), form.code_buffer);
+    EXPECT_EQ(dialogs.boxes, 1);
+    EXPECT_EQ(form.code_buffer.data[0], 'l');
+    EXPECT_TRUE(form.file_loaded);
+    EXPECT_FALSE(dialogs.busy);
+}
+
+TEST(LoadService, AReloadWhileARangeMessageIsOpenIsTheOneThatStands)
+{
+    SlowBench bench{"Juniper-60Q"};
+    ActingDialogs dialogs;
+    MainForm form{Platform{bench.loop, bench.ports, dialogs, bench.settings}};
+    form.selected = bench.form.selected;
+    form.LabISP_reange[1].set_caption("EFFF");
+    form.cheClearAP_Buffer.set_value(true);
+    const std::string later = bench.file("later.bin", "later");
+    dialogs.act = [&] { load_file(form, later, form.code_buffer); };
+    load_file(form, bench.file("long.bin", std::string(0xF800, 'x')), form.code_buffer);
+    EXPECT_EQ(dialogs.boxes, 1);
+    EXPECT_EQ(form.code_buffer.high, 511);
+    EXPECT_EQ(form.code_buffer.view_high, 511);
+}
