@@ -1,0 +1,93 @@
+#include "link/clock.h"
+
+#include "form/messages.h"
+#include "platform/text_number.h"
+
+#include <array>
+
+namespace vrk {
+
+namespace {
+
+struct Factor {
+    std::string_view baud;
+    std::int32_t hz_per_count;
+};
+
+// clang-format off
+constexpr std::array<Factor, 9> factors = {{
+//    baud      Hz per count
+    { "115200", 2101 },
+    {  "57600", 2080 },
+    {  "38400", 2075 },
+    {  "28800", 2072 },
+    {  "19200", 2070 },
+    {  "14400", 2068 },
+    {   "9600", 2068 },
+    {   "4800", 2066 },
+    {   "2400", 2063 },
+}};
+// clang-format on
+constexpr std::int32_t slow_factor = 2061; // 1200 baud and any other
+
+constexpr Text internal_clock = {"内部时钟频率:", "Internal MCU Clock:"};
+constexpr Text external_clock = {"外部时钟频率:", "External MCU Clock:"};
+constexpr Text unknown_clock = {"时钟频率:", "MCU Clock:"};
+constexpr Text clock_unit = {"M.", "MHz."};
+
+void append_clock(MainForm& form, const Text& label, double hz)
+{
+    append_message(form,
+        std::string{in_language(form, label)} + number_text(hz / 1000000)
+            + std::string{in_language(form, clock_unit)});
+}
+
+} // namespace
+
+std::int32_t set_fquency_CA(std::string_view handshake_baud)
+{
+    for (const Factor& factor : factors) {
+        if (factor.baud == handshake_baud)
+            return factor.hz_per_count;
+    }
+    return slow_factor;
+}
+
+std::int32_t sum_of_counts(std::span<const std::uint8_t> rx)
+{
+    std::int32_t sum = 0;
+    for (std::size_t i = 0; i < 8; ++i)
+        sum += rx[4 + 2 * i] * 256 + rx[5 + 2 * i];
+    return sum;
+}
+
+float measured_clock_hz(std::int32_t sum, std::string_view handshake_baud, bool fixed_115200)
+{
+    if (fixed_115200)
+        return static_cast<float>((sum + 145) * 500.5);
+    const double multiple = round_half_even(number_in(handshake_baud) / 1200);
+    const double count = round_half_even(sum * multiple / 8);
+    return static_cast<float>((count + 6) * set_fquency_CA(handshake_baud));
+}
+
+double set_test_RC_pa(double count, std::string_view handshake_baud)
+{
+    return (count + 6) * set_fquency_CA(handshake_baud);
+}
+
+void clock_report(MainForm& form)
+{
+    const double clock_hz
+        = static_cast<double>(form.target.mcu_clock_hz) * (form.target.clock_doubled_flag != 0 ? 2 : 1);
+    const std::string& letter = form.target.fw_letter;
+    if (letter == "B") {
+        append_clock(form, internal_clock, clock_hz);
+    } else if (letter < "D") {
+        append_clock(form, internal_clock, clock_hz);
+        append_clock(form, external_clock, form.target.double_speed_on ? clock_hz / 2 : clock_hz);
+    } else {
+        append_clock(form, unknown_clock, clock_hz);
+    }
+}
+
+} // namespace vrk

@@ -1,0 +1,162 @@
+#include "link/erase.h"
+
+#include "link/port.h"
+
+#include "catalog/attributes.h"
+#include "form/messages.h"
+#include "form/waits.h"
+#include "options/status_frame.h"
+#include "options/status_report.h"
+#include "platform/text_number.h"
+
+#include <algorithm>
+
+namespace vrk {
+
+namespace {
+
+constexpr int new_protocol_ms = 10000;
+constexpr int old_protocol_ms = 5000;
+constexpr int sector_bytes = 512;
+constexpr std::uint8_t all_sectors = 255;
+constexpr std::uint8_t no_address = 0x33; // in place of a range
+constexpr std::uint8_t baud_confirmed = 0x84; // the newer chips' answer to the last frame of the baud stage
+
+constexpr Text erasing = {"正在擦除应用程序区...", "We are erasing MCU flash..."};
+
+bool wants_long_form(const TargetFacts& target)
+{
+    return target.fw_letter == "G" || version_times_ten(target.fw_version) >= 57;
+}
+
+// The chip's option to leave the data flash alone.
+bool keeps_data(const MainForm& form)
+{
+    const auto& rows = form.options.status_bytes;
+    return series_is_rc_group(wire_record(form).series) ? (rows[1] & 0x08) != 0 : (rows[8] & 0x02) != 0;
+}
+
+Bytes erase_frame(const MainForm& form)
+{
+    const McuRecord& record = wire_record(form);
+    const TargetFacts& target = form.target;
+    return build_erase_frame(erase_sector_count(record, target.fw_letter, target.fw_version),
+        erase_range(form.plan, record, target.fw_letter, keeps_data(form)), wants_long_form(target), wire_check(form));
+}
+
+void say_erase_time(MainForm& form, const WallTime& began)
+{
+    form.job.erase_time = minutes_text(seconds_between(began, form.platform.loop.wall_time()));
+    append_message(form, " ( " + form.job.erase_time + " )");
+}
+
+void erase_new_protocol(MainForm& form, const WallTime& began)
+{
+    if (form.link.rx_buffer[3] != baud_confirmed) {
+        form.link.reply_ok = false;
+        return;
+    }
+    flush_link(form);
+    send_frame(form, erase_frame(form));
+    if (!wait_reply(form, new_protocol_ms))
+        return;
+    if (form.link.rx_buffer[3] != 0) {
+        form.link.reply_ok = false;
+        return;
+    }
+    say_erase_time(form, began);
+    if (enable_disp_RC_frequency(form, 1))
+        report_serial(form);
+}
+
+void erase_old_protocol(MainForm& form, const WallTime& began)
+{
+    open_link(form);
+    form.imgOpen_sys.set_visible(false);
+    flush_link(form);
+    const Bytes frame = erase_frame(form);
+    for (int attempt = 0; attempt < 3 && !form.link.stop_requested; ++attempt) {
+        expect_reply(form);
+        send_frame(form, frame);
+        if (wait_reply(form, old_protocol_ms))
+            break;
+    }
+    say_erase_time(form, began);
+    wait_ms(form, 100);
+}
+
+} // namespace
+
+void erase_chip(MainForm& form)
+{
+    const WallTime began = form.platform.loop.wall_time();
+    form.job.erase_time.clear();
+    append_message(form, erasing);
+    if (wire_record(form).cap_new_protocol)
+        erase_new_protocol(form, began);
+    else
+        erase_old_protocol(form, began);
+}
+
+EraseRange erase_range(const DownloadPlan& plan, const McuRecord& record, const std::string& letter, bool keep_data)
+{
+    EraseRange range;
+    if (letter < "D")
+        return range;
+    range = {plan.data_from, 0};
+    if (plan.spill) {
+        range.first = plan.spill_from;
+        if (!keep_data)
+            range.last = plan.data_to;
+    } else if (plan.rest_from <= plan.rest_to) {
+        range.first = plan.rest_from + 1;
+        if (!keep_data)
+            range.last = plan.data_to;
+    }
+    if (record.cap_all_flash_ap)
+        range.last = record.ap_last;
+    if (range.first > plan.data_to)
+        range.first = plan.data_to + 1;
+    range.last = std::max(range.last, range.first);
+    return range;
+}
+
+std::uint8_t erase_sector_count(const McuRecord& record, const std::string& letter, const std::string& version)
+{
+    if (letter == "A" || letter == "B") {
+        if (is_aspen_top(record))
+            return 63488 / sector_bytes;
+        if (record.mcu_id == "58")
+            return 32768 / sector_bytes;
+        if (record.mcu_id == "54")
+            return 16384 / sector_bytes;
+        if (record.mcu_id == "52")
+            return 8192 / sector_bytes;
+        return all_sectors;
+    }
+    if (letter != "C")
+        return all_sectors;
+    if (version_times_ten(version) >= 28)
+        return static_cast<std::uint8_t>(std::min<std::int32_t>(record.ap_last / sector_bytes + 1, all_sectors));
+    if (record.series == 2)
+        return record.mcu_id.starts_with("F0") ? 15360 / sector_bytes : 64512 / sector_bytes;
+    return all_sectors;
+}
+
+Bytes build_erase_frame(std::uint8_t sectors, const EraseRange& range, bool long_form, Check check)
+{
+    Bytes parameters = {sectors};
+    for (const std::int32_t address : {range.first, range.last}) {
+        const bool no_range = range.first == 0x10000 && range.last == 0x10000;
+        for (const int shift : {16, 8, 0})
+            parameters.push_back(no_range ? no_address : static_cast<std::uint8_t>((address >> shift) & 0xFF));
+    }
+    if (long_form) {
+        parameters.insert(parameters.end(), 11, 0); // bytes 13 to 23
+        for (int byte = 0x80; byte >= 0x80 - (138 - 24); --byte) // bytes 24 to 138
+            parameters.push_back(static_cast<std::uint8_t>(byte));
+    }
+    return build_command_frame(command::erase, parameters, check);
+}
+
+} // namespace vrk
