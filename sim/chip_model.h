@@ -78,7 +78,7 @@ struct ChipSetup {
     bool pins_grounded = true; // P1.0 and P1.1, which the loader may be told to look at
     std::int64_t start_up_us = 5'000; // from power to the first instruction
     std::int64_t boot_window_us = 400'000; // how long the loader listens before it starts the user's program
-    std::int64_t pause_unit_us = 2'500; // one step of the pause before the first answer at a new speed
+    std::int64_t pause_unit_us = 3'000; // one step of the pause before the first answer at a new speed
     ChipTimes times;
 
     void answers_at_once() { times = {0, 0, 0, 0}; }

@@ -1,0 +1,17 @@
+#include "rehearsal/rehearsal.h"
+
+#include "shell/start_up.h"
+
+namespace vrk {
+
+Rehearsal::Rehearsal(const sim::ChipSetup& setup, SettingsStore* its_settings, bool english)
+    : chip(setup)
+    , form(Platform{loop, ports, dialogs, its_settings != nullptr ? *its_settings : own_settings})
+{
+    wire.attach(chip);
+    ports.add(port_path, wire);
+    form.language_is_english = english;
+    start_up(form);
+}
+
+} // namespace vrk

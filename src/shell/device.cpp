@@ -1,0 +1,177 @@
+#include "shell/device.h"
+
+#include "catalog/attributes.h"
+#include "catalog/families.h"
+#include "catalog/isp_start.h"
+#include "catalog/lookup.h"
+#include "image/buffers.h"
+#include "link/panel_state.h"
+#include "platform/text_number.h"
+#include "shell/tabs.h"
+
+#include <vector>
+
+namespace vrk {
+
+namespace {
+
+constexpr bool show_new_series = true;
+constexpr bool show_unreleased = false;
+constexpr std::string_view first_choice = "Hazel-1"; // of a user who has never chosen
+
+enum class Shown { new_series, unreleased, chinese, always };
+
+struct TreeRow {
+    std::string_view family;
+    Shown shown;
+};
+
+// clang-format off
+// The order of the family nodes, and the order in which the models are added behind them.
+constexpr TreeRow family_order[] = {
+    { "FamilyLarch",   Shown::new_series },
+    { "FamilyWillow",  Shown::unreleased },
+    { "FamilyMaple",   Shown::new_series },
+    { "FamilyOak",     Shown::new_series },
+    { "FamilyJuniper", Shown::new_series },
+    { "FamilyHazel",   Shown::new_series },
+    { "FamilyFir",     Shown::new_series },
+    { "FamilyCedar",   Shown::chinese },
+    { "FamilyElm",     Shown::chinese },
+    { "FamilyBirch",   Shown::chinese },
+    { "FamilyRowan",   Shown::always },
+    { "FamilySpruce",  Shown::always },
+    { "FamilyAlder",   Shown::chinese },
+    { "FamilyAspen",   Shown::chinese },
+};
+constexpr TreeRow model_order[] = {
+    { "FamilyBirch",   Shown::chinese },
+    { "FamilyRowan",   Shown::always },
+    { "FamilySpruce",  Shown::always },
+    { "FamilyCedar",   Shown::chinese },
+    { "FamilyElm",     Shown::chinese },
+    { "FamilyFir",     Shown::new_series },
+    { "FamilyHazel",   Shown::new_series },
+    { "FamilyJuniper", Shown::new_series },
+    { "FamilyLarch",   Shown::new_series },
+    { "FamilyWillow",  Shown::unreleased },
+    { "FamilyMaple",   Shown::new_series },
+    { "FamilyOak",     Shown::new_series },
+    { "FamilyAlder",   Shown::chinese },
+    { "FamilyAspen",   Shown::chinese },
+};
+// clang-format on
+
+bool is_shown(const MainForm& form, Shown shown)
+{
+    switch (shown) {
+    case Shown::new_series: return show_new_series;
+    case Shown::unreleased: return show_new_series && show_unreleased;
+    case Shown::chinese: return !form.language_is_english;
+    case Shown::always: return true;
+    }
+    return false;
+}
+
+const Family* family_of_key(std::string_view key)
+{
+    for (const Family* family : families_by_series) {
+        if (family != nullptr && family->key == key)
+            return family;
+    }
+    return nullptr;
+}
+
+void add_models(const MainForm& form, const Family& family, std::vector<Tree::Node>& nodes)
+{
+    for (int row = 0; row < McuTable::row_count; ++row) {
+        const std::string& name = form.mcu_table.cell(family.series, row, 9);
+        if (!name.empty() && number_in(form.mcu_table.cell(family.series, row, 13)) >= 1)
+            nodes.push_back({name, name, std::string{family.key}});
+    }
+}
+
+} // namespace
+
+void build_device_tree(MainForm& form)
+{
+    form.TreeViewDevice.set_visible(false);
+    form.txtDevice.set_enabled(true);
+    std::vector<Tree::Node> nodes;
+    for (const TreeRow& row : family_order) {
+        const Family* family = family_of_key(row.family);
+        if (family != nullptr && is_shown(form, row.shown))
+            nodes.push_back({std::string{family->key}, std::string{family->label}, ""});
+    }
+    for (const TreeRow& row : model_order) {
+        const Family* family = family_of_key(row.family);
+        if (family != nullptr && is_shown(form, row.shown))
+            add_models(form, *family, nodes);
+    }
+    form.TreeViewDevice.set_nodes(std::move(nodes));
+}
+
+void open_device_tree(MainForm& form)
+{
+    form.txtDevice.set_enabled(false);
+    form.TreeViewDevice.set_visible(true);
+}
+
+void close_device_tree(MainForm& form)
+{
+    form.txtDevice.set_enabled(true);
+    form.TreeViewDevice.set_visible(false);
+}
+
+void TreeViewDevice_NodeClick(MainForm& form, std::string_view key)
+{
+    if (key.substr(0, 6) == "Family")
+        return;
+    form.TreeViewDevice.select(key);
+    form.txtDevice.set_text(key);
+    form.target.target_ok = false;
+    clear_buffer(form, 0, form.code_buffer);
+    clear_buffer(form, 0, form.data_buffer);
+    if (form.txtDevice.text().empty())
+        return;
+    close_device_tree(form);
+    apply_selected_device(form);
+}
+
+bool apply_selected_device(MainForm& form)
+{
+    form.beside.block_bytes = 128;
+    form.beside.has_rom_image = true;
+    form.selected.ap_abuts_isp = false;
+    if (find_mcu_by_name(form, trimmed(form.txtDevice.text()), form.selected).empty())
+        return false;
+    form.link.link_parity_even = form.selected.cap_parity_even;
+    form.series_is_15_16_17 = series_is_15_16_17(form.selected.series);
+    form.series_is_15_16 = series_is_15_16(form.selected.series);
+    form.option_family = option_family(form.selected.series);
+    enable_eeprom_controls(form, has_eeprom_buffer(form.selected));
+    show_ap_isp_range(form);
+    show_tabs_of_model(form);
+    return true;
+}
+
+void restore_device(MainForm& form)
+{
+    std::string key = form.platform.settings.get("Settings", "DeviceProducts", std::string{first_choice});
+    const Tree::Node* node = form.TreeViewDevice.find(key);
+    if (node == nullptr || node->parent.empty())
+        key = first_choice;
+    form.TreeViewDevice.select(key);
+    form.txtDevice.set_text(key);
+    apply_selected_device(form);
+}
+
+void show_ap_isp_range(MainForm& form)
+{
+    const IspStart range = derive_isp_start(form.selected);
+    form.selected.isp_start = range.isp_start;
+    form.LabISP_reange[0].set_caption(four_hex_digits(form.selected.ap_first));
+    form.LabISP_reange[1].set_caption(four_hex_digits(range.shown_last));
+}
+
+} // namespace vrk

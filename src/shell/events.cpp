@@ -1,0 +1,153 @@
+#include "shell/events.h"
+
+#include "form/messages.h"
+#include "image/buffer_view.h"
+#include "image/file_loader.h"
+#include "image/file_watch.h"
+#include "link/sequencer.h"
+#include "shell/device.h"
+#include "shell/tabs.h"
+
+#include <span>
+
+namespace vrk {
+
+namespace {
+
+void comClear_OK_Count_Click(MainForm& form)
+{
+    constexpr Text question = {"您要把下载成功计数清0吗(Y/N)? ", "Do you want to clear the number of success programs to 0 (Y/N)?"};
+    if (!ask_yes_no(form, in_language(form, question)))
+        return;
+    form.txtWrite_OK_Count.set_text("0");
+    form.platform.settings.set("Settings", "Write_OK_Count", "0");
+}
+
+struct EventRow {
+    std::string_view control;
+    void (*event)(MainForm& form, int index);
+};
+
+// clang-format off
+// What follows a click or, of a list, tab strip or scroll bar, a change by hand. A control that is not listed holds its
+// state and nothing else.
+constexpr EventRow events[] = {
+    { "txtDevice",          [](MainForm& form, int) { open_device_tree(form); } },
+    { "FrameX",             [](MainForm& form, int) { close_device_tree(form); } },
+    { "comLoadFile",        [](MainForm& form, int) { comLoadFile_Click(form); } },
+    { "comLoadDataFile",    [](MainForm& form, int) { comLoadDataFile_Click(form); } },
+    { "comDownload",        [](MainForm& form, int index) { comDownload_Click(form, index); } },
+    { "comStop_Download",   [](MainForm& form, int) { comStop_Download_Click(form); } },
+    { "comClear_OK_Count",  [](MainForm& form, int) { comClear_OK_Count_Click(form); } },
+    { "TabStrip1",          [](MainForm& form, int) { TabStrip1_Click(form); } },
+    { "TabStrip2",          [](MainForm& form, int) { TabStrip2_Click(form); } },
+    { "vscFile",            [](MainForm& form, int index) { vscFile_Change(form, index); } },
+};
+// clang-format on
+
+void run_event(MainForm& form, const Control& control)
+{
+    for (const EventRow& row : events) {
+        if (row.control == control.name)
+            return row.event(form, control.index);
+    }
+}
+
+} // namespace
+
+bool click(MainForm& form, Control& control)
+{
+    if (!control.enabled())
+        return false;
+    if (auto* box = dynamic_cast<CheckBox*>(&control))
+        return set_checked(form, *box, !box->value());
+    if (auto* button = dynamic_cast<OptionButton*>(&control))
+        return choose_option(form, *button);
+    run_event(form, control);
+    return true;
+}
+
+bool type_text(MainForm& form, Control& control, std::string_view text)
+{
+    if (!control.enabled())
+        return false;
+    if (auto* box = dynamic_cast<TextBox*>(&control)) {
+        box->set_text(text);
+    } else if (auto* list = dynamic_cast<ComboBox*>(&control); list != nullptr && list->editable) {
+        list->set_text(text);
+        run_event(form, control);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+bool choose_item(MainForm& form, ComboBox& box, int item)
+{
+    if (!box.enabled() || item < 0 || static_cast<std::size_t>(item) >= box.items().size())
+        return false;
+    box.choose(item);
+    run_event(form, box);
+    return true;
+}
+
+bool set_checked(MainForm& form, CheckBox& box, bool value)
+{
+    if (!box.enabled())
+        return false;
+    box.set_value(value);
+    run_event(form, box);
+    return true;
+}
+
+bool choose_option(MainForm& form, OptionButton& button)
+{
+    if (!button.enabled())
+        return false;
+    button.set_value(true);
+    run_event(form, button);
+    return true;
+}
+
+bool choose_tab(MainForm& form, TabStrip& strip, int tab)
+{
+    if (!strip.enabled() || tab < 0 || static_cast<std::size_t>(tab) >= strip.tabs().size())
+        return false;
+    strip.select(tab);
+    run_event(form, strip);
+    return true;
+}
+
+bool choose_node(MainForm& form, Tree& tree, std::string_view key)
+{
+    if (!tree.enabled() || tree.find(key) == nullptr)
+        return false;
+    TreeViewDevice_NodeClick(form, key);
+    return true;
+}
+
+bool scroll_to(MainForm& form, ScrollBar& bar, int value)
+{
+    if (!bar.enabled())
+        return false;
+    bar.set_value(value);
+    run_event(form, bar);
+    return true;
+}
+
+bool press_key(MainForm& form, Control& control, std::string_view key)
+{
+    if (!control.enabled())
+        return false;
+    if (&control == &form.TreeViewDevice && key == "Esc")
+        close_device_tree(form);
+    return true;
+}
+
+void Timer12_Timer(MainForm& form)
+{
+    if (watch_code_file(form))
+        comDownload_Click(form, 0);
+}
+
+} // namespace vrk

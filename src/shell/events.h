@@ -1,0 +1,26 @@
+// What a hand can do to a control, and which routine follows. The window and the script driver both come through here,
+// so that neither can do what the other cannot.
+#pragma once
+
+#include "form/main_form.h"
+
+#include <string_view>
+
+namespace vrk {
+
+// Each acts as a hand would: the control takes its new state, then its event runs. A disabled control refuses and
+// answers false. Hidden ones take it: what is not in view now can still be reached.
+bool click(MainForm& form, Control& control); // buttons, labels, boxes that are clicked; toggles a check box
+bool type_text(MainForm& form, Control& control, std::string_view text); // a text box, or the text of an editable list
+bool choose_item(MainForm& form, ComboBox& box, int item);
+bool set_checked(MainForm& form, CheckBox& box, bool value);
+bool choose_option(MainForm& form, OptionButton& button);
+bool choose_tab(MainForm& form, TabStrip& strip, int tab);
+bool choose_node(MainForm& form, Tree& tree, std::string_view key);
+bool scroll_to(MainForm& form, ScrollBar& bar, int value);
+bool press_key(MainForm& form, Control& control, std::string_view key); // "Esc", "PageUp", "a" ...
+
+// Once a second: the code file has changed on disk, and the user wants it to be downloaded when it does.
+void Timer12_Timer(MainForm& form);
+
+} // namespace vrk

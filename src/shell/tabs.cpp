@@ -1,0 +1,72 @@
+#include "shell/tabs.h"
+
+#include "catalog/attributes.h"
+#include "form/messages.h"
+
+namespace vrk {
+
+namespace {
+
+struct Page {
+    std::string_view key;
+    Text caption;
+    Frame MainForm::*frame;
+};
+
+// clang-format off
+constexpr Page left_pages[] = {
+    { "options",     { "选项", "Options" },                    &MainForm::Frame12 },
+};
+constexpr Page right_pages[] = {
+    { "tab_file",    { "程序文件", "File Buffer" },             &MainForm::Frame7 },
+    { "EEPROM_File", { "EEPROM 文件", "EEPROM File Buffer" },   &MainForm::frmDataFlash },
+};
+// clang-format on
+
+void fill(const MainForm& form, TabStrip& strip, std::span<const Page> pages)
+{
+    std::vector<TabStrip::Tab> tabs;
+    for (const Page& page : pages)
+        tabs.push_back({std::string{page.key}, std::string{in_language(form, page.caption)}});
+    strip.set_tabs(std::move(tabs));
+}
+
+// A tab that is hidden cannot stay selected: the first takes its place.
+void show_selected(MainForm& form, TabStrip& strip, std::span<const Page> pages)
+{
+    const auto selected = static_cast<std::size_t>(strip.selected());
+    if (strip.tabs()[selected].caption == TabStrip::hidden_caption)
+        strip.select(0);
+    for (const Page& page : pages)
+        (form.*page.frame).set_visible(page.key == strip.selected_key());
+}
+
+} // namespace
+
+void set_up_tabs(MainForm& form)
+{
+    fill(form, form.TabStrip1, left_pages);
+    fill(form, form.TabStrip2, right_pages);
+}
+
+void show_tabs_of_model(MainForm& form)
+{
+    for (const Page& page : right_pages) {
+        const bool hidden = page.key == "EEPROM_File" && !has_eeprom_buffer(form.selected);
+        form.TabStrip2.set_caption(page.key, hidden ? TabStrip::hidden_caption : in_language(form, page.caption));
+    }
+    TabStrip1_Click(form);
+    TabStrip2_Click(form);
+}
+
+void TabStrip1_Click(MainForm& form)
+{
+    show_selected(form, form.TabStrip1, left_pages);
+}
+
+void TabStrip2_Click(MainForm& form)
+{
+    show_selected(form, form.TabStrip2, right_pages);
+}
+
+} // namespace vrk
