@@ -1,0 +1,66 @@
+// vrk-isp: the window.
+#include "isp/ports_with_target.h"
+#include "isp/target_panel.h"
+
+#include "host/qt_dialogs.h"
+#include "host/qt_loop.h"
+#include "host/qt_settings.h"
+#include "image/file_loader.h"
+#include "shell/events.h"
+#include "shell/start_up.h"
+#include "window/main_window.h"
+
+#include <QApplication>
+
+namespace {
+
+using namespace vrk;
+
+// Set by `run` only: a first look at the program has a simulated chip chosen and this file loaded.
+constexpr const char* trial_file_variable = "VRK_ISP_TRIAL_FILE";
+constexpr const char* trial_model = "Juniper-60Q";
+
+// The panel is there while the simulated target is the chosen port.
+void tie_panel(MainForm& form, MainWindow& window, TargetPanel& panel)
+{
+    const auto show = [&form, &panel] { panel.setVisible(form.combCommPort.text() == PortsWithTarget::path); };
+    auto* port = window.findChild<QComboBox*>("combCommPort");
+    QObject::connect(port, &QComboBox::currentTextChanged, &panel, show);
+    show();
+}
+
+void begin_trial(MainForm& form, const std::string& file)
+{
+    choose_node(form, form.TreeViewDevice, trial_model);
+    take_path(form, BufferKind::code, file);
+    load_file(form, file, form.code_buffer);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QtLoop loop;
+    PortsWithTarget ports(loop, {});
+    QtDialogs dialogs;
+    QtSettings settings;
+    MainForm form(Platform{loop, ports, dialogs, settings});
+    form.loader.application_dir = QApplication::applicationDirPath().toStdString();
+    start_up(form);
+
+    const std::string trial_file = qEnvironmentVariable(trial_file_variable).toStdString();
+    if (!trial_file.empty()) {
+        const auto& items = form.combCommPort.items();
+        choose_item(form, form.combCommPort, static_cast<int>(items.size()) - 1);
+        begin_trial(form, trial_file);
+    }
+    MainWindow window(form);
+    dialogs.parent = &window;
+    auto* panel = new TargetPanel(form, ports);
+    window.add_panel(panel);
+    panel->put_in(trial_model);
+    tie_panel(form, window, *panel);
+    window.show();
+    return QApplication::exec();
+}

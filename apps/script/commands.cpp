@@ -1,0 +1,466 @@
+#include "script/commands.h"
+
+#include "catalog/ranges.h"
+#include "link/baud.h"
+#include "platform/text_number.h"
+#include "shell/events.h"
+#include "shell/start_up.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace vrk::script {
+
+namespace {
+
+using Result = Runner::Result;
+constexpr std::int64_t default_wait_ms = 60000;
+
+Result value_of(Json value)
+{
+    Result result;
+    result.value = std::move(value);
+    return result;
+}
+
+Result failure(std::string error)
+{
+    Result result;
+    result.error = std::move(error);
+    return result;
+}
+
+// Arguments of one line.
+class Words {
+public:
+    explicit Words(std::string_view line)
+        : rest_(line)
+    {
+        skip_blanks();
+    }
+    std::string_view next()
+    {
+        const std::size_t end = std::min(rest_.find_first_of(" \t"), rest_.size());
+        const std::string_view word = rest_.substr(0, end);
+        rest_.remove_prefix(end);
+        skip_blanks();
+        return word;
+    }
+    std::string_view rest() const { return rest_; } // as it stands, blanks at the end included
+    bool empty() const { return rest_.empty(); }
+
+private:
+    void skip_blanks() { rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t"), rest_.size())); }
+
+    std::string_view rest_;
+};
+
+std::optional<std::int64_t> whole_number(std::string_view text, int base = 10)
+{
+    std::int64_t value = 0;
+    text = trimmed(text);
+    const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), value, base);
+    if (fault != std::errc{} || end != text.data() + text.size() || text.empty())
+        return std::nullopt;
+    return value;
+}
+
+Result no_control(std::string_view name) { return failure("no control '" + std::string{name} + "'"); }
+Result refused(std::string_view name) { return failure("'" + std::string{name} + "' is disabled"); }
+Result answer_of(bool taken, std::string_view name) { return taken ? Result{} : refused(name); }
+
+// "Name", or "Name.property" where the part behind the point is no part of the name.
+Result read_control(Runner& runner, std::string_view full)
+{
+    const std::size_t point = full.rfind('.');
+    const std::string_view name = full.substr(0, point);
+    const std::string_view property = point == std::string_view::npos ? std::string_view{} : full.substr(point + 1);
+    const Control* control = runner.form().controls.find_full(name);
+    if (control == nullptr)
+        return no_control(name);
+    const auto value = control_property(*control, property);
+    if (!value)
+        return failure("'" + std::string{name} + "' has no property '" + std::string{property} + "'");
+    return value_of(*value);
+}
+
+Result set_list(Runner& runner, ComboBox& list, std::string_view name, std::string_view text)
+{
+    MainForm& form = runner.form();
+    std::int64_t item = -1;
+    if (text.starts_with("#")) {
+        item = whole_number(text.substr(1)).value_or(-1);
+    } else {
+        const auto found = std::find(list.items().begin(), list.items().end(), text);
+        if (found != list.items().end())
+            item = found - list.items().begin();
+        else if (list.editable)
+            return answer_of(type_text(form, list, text), name);
+    }
+    if (item < 0 || item >= static_cast<std::int64_t>(list.items().size()))
+        return failure("'" + std::string{name} + "' has no item '" + std::string{text} + "'");
+    if (!list.enabled())
+        return refused(name);
+    return runner.run_soon([&form, &list, item] { choose_item(form, list, static_cast<int>(item)); });
+}
+
+Result set_tab(Runner& runner, TabStrip& strip, std::string_view name, std::string_view text)
+{
+    const int tab = text.starts_with("#") ? static_cast<int>(whole_number(text.substr(1)).value_or(-1)) : strip.find(text);
+    if (tab < 0 || static_cast<std::size_t>(tab) >= strip.tabs().size())
+        return failure("'" + std::string{name} + "' has no tab '" + std::string{text} + "'");
+    if (!strip.enabled())
+        return refused(name);
+    MainForm& form = runner.form();
+    return runner.run_soon([&form, &strip, tab] { choose_tab(form, strip, tab); });
+}
+
+Result set_node(Runner& runner, Tree& tree, std::string_view name, std::string_view key)
+{
+    if (tree.find(key) == nullptr)
+        return failure("'" + std::string{name} + "' has no node '" + std::string{key} + "'");
+    if (!tree.enabled())
+        return refused(name);
+    MainForm& form = runner.form();
+    return runner.run_soon([&form, &tree, key = std::string{key}] { choose_node(form, tree, key); });
+}
+
+Result set_control(Runner& runner, Words words)
+{
+    const std::string_view name = words.next();
+    const std::string text{words.rest()};
+    MainForm& form = runner.form();
+    Control* control = form.controls.find_full(name);
+    if (control == nullptr)
+        return no_control(name);
+    const bool on = text == "1";
+    if (auto* list = dynamic_cast<ComboBox*>(control))
+        return set_list(runner, *list, name, text);
+    if (auto* tree = dynamic_cast<Tree*>(control))
+        return set_node(runner, *tree, name, text);
+    if (auto* strip = dynamic_cast<TabStrip*>(control))
+        return set_tab(runner, *strip, name, text);
+    if (!control->enabled())
+        return refused(name);
+    if (dynamic_cast<TextBox*>(control) != nullptr)
+        return answer_of(type_text(form, *control, text), name);
+    if (auto* box = dynamic_cast<CheckBox*>(control))
+        return runner.run_soon([&form, box, on] { set_checked(form, *box, on); });
+    if (auto* button = dynamic_cast<OptionButton*>(control)) {
+        if (on)
+            return runner.run_soon([&form, button] { choose_option(form, *button); });
+        button->set_value(false);
+        return {};
+    }
+    if (auto* bar = dynamic_cast<ScrollBar*>(control)) {
+        const int value = static_cast<int>(whole_number(text).value_or(0));
+        return runner.run_soon([&form, bar, value] { scroll_to(form, *bar, value); });
+    }
+    return failure("'" + std::string{name} + "' cannot be set");
+}
+
+Result click_control(Runner& runner, Words words)
+{
+    const std::string_view name = words.rest();
+    MainForm& form = runner.form();
+    Control* control = form.controls.find_full(name);
+    if (control == nullptr)
+        return no_control(name);
+    if (!control->enabled())
+        return refused(name);
+    return runner.run_soon([&form, control] { click(form, *control); });
+}
+
+Result press_control(Runner& runner, Words words)
+{
+    const std::string_view name = words.next();
+    const std::string key{words.rest()};
+    MainForm& form = runner.form();
+    Control* control = form.controls.find_full(name);
+    if (control == nullptr)
+        return no_control(name);
+    if (!control->enabled())
+        return refused(name);
+    return runner.run_soon([&form, control, key] { press_key(form, *control, key); });
+}
+
+Result put_caret(Runner& runner, Words words)
+{
+    const std::string_view name = words.next();
+    auto* box = dynamic_cast<TextBox*>(runner.form().controls.find_full(name));
+    const auto position = whole_number(words.rest());
+    if (box == nullptr)
+        return failure("no text control '" + std::string{name} + "'");
+    if (!position || *position < 0)
+        return failure("a caret stands at 0 or above, not at '" + std::string{words.rest()} + "'");
+    box->select(static_cast<int>(*position), 0);
+    return {};
+}
+
+Result get_control(Runner& runner, Words words) { return read_control(runner, words.rest()); }
+
+Result list_controls(Runner& runner, Words words) { return value_of(control_names(runner.form(), words.rest())); }
+
+constexpr std::pair<std::string_view, Reply> replies[]
+    = {{"ok", Reply::ok}, {"cancel", Reply::cancel}, {"yes", Reply::yes}, {"no", Reply::no}};
+
+std::string_view reply_name(Reply reply)
+{
+    return std::find_if(std::begin(replies), std::end(replies), [&](const auto& row) { return row.second == reply; })
+        ->first;
+}
+
+Result queue_answer(Runner& runner, Words words)
+{
+    const std::string_view text = trimmed(words.rest());
+    for (const auto& [name, reply] : replies) {
+        if (name == text) {
+            runner.dialogs().replies.push_back(reply);
+            return {};
+        }
+    }
+    return failure("an answer is ok, yes, no or cancel, not '" + std::string{text} + "'");
+}
+
+Result queue_choice(Runner& runner, Words words)
+{
+    if (words.empty())
+        runner.dialogs().choices.push_back(std::nullopt);
+    else
+        runner.dialogs().choices.push_back(std::string{words.rest()});
+    return {};
+}
+
+std::string_view buttons_name(Buttons buttons)
+{
+    switch (buttons) {
+    case Buttons::ok_cancel: return "ok cancel";
+    case Buttons::yes_no: return "yes no";
+    case Buttons::ok: break;
+    }
+    return "ok";
+}
+
+Result list_messages(Runner& runner, Words)
+{
+    Json list = Json::array();
+    const auto& shown = runner.dialogs().shown;
+    for (; runner.boxes_told < shown.size(); ++runner.boxes_told) {
+        const ShownBox& box = shown[runner.boxes_told];
+        list.push_back({{"title", box.box.title}, {"text", box.box.text}, {"buttons", buttons_name(box.box.buttons)},
+            {"reply", reply_name(box.reply)}});
+    }
+    return value_of(list);
+}
+
+Result count_beeps(Runner& runner, Words)
+{
+    const int count = runner.dialogs().beeps - runner.beeps_told;
+    runner.beeps_told = runner.dialogs().beeps;
+    return value_of(count);
+}
+
+Result sleep_ms(Runner& runner, Words words)
+{
+    const auto ms = whole_number(words.rest());
+    if (!ms || *ms < 0)
+        return failure("sleep takes milliseconds, not '" + std::string{words.rest()} + "'");
+    return runner.wait_for([] { return false; }, *ms, "");
+}
+
+Result wait_idle(Runner& runner, Words words)
+{
+    const auto ms = words.empty() ? default_wait_ms : whole_number(words.rest()).value_or(-1);
+    if (ms < 0)
+        return failure("wait-idle takes milliseconds, not '" + std::string{words.rest()} + "'");
+    MainForm& form = runner.form();
+    return runner.wait_for([&form] { return !form.job.sequence_running; }, ms,
+        "a sequence still runs after " + std::to_string(ms) + " ms");
+}
+
+std::string main_text(const Control& control)
+{
+    const Json value = control_property(control, "").value_or(Json(""));
+    return value.is_string() ? value.get<std::string>() : value.dump();
+}
+
+Result wait_text(Runner& runner, Words words)
+{
+    const std::string_view name = words.next();
+    const std::string_view ms_text = words.next();
+    const std::string text{words.rest()};
+    const Control* control = runner.form().controls.find_full(name);
+    const auto ms = whole_number(ms_text);
+    if (control == nullptr)
+        return no_control(name);
+    if (!ms || *ms < 0)
+        return failure("wait-text takes milliseconds, not '" + std::string{ms_text} + "'");
+    return runner.wait_for([control, text] { return main_text(*control).find(text) != std::string::npos; }, *ms,
+        "'" + std::string{name} + "' does not contain '" + text + "' after " + std::to_string(*ms) + " ms");
+}
+
+Result expect_text(Runner& runner, Words words)
+{
+    const std::string_view name = words.next();
+    const std::string text{words.rest()};
+    const Control* control = runner.form().controls.find_full(name);
+    if (control == nullptr)
+        return no_control(name);
+    const std::string found = main_text(*control);
+    if (found.find(text) == std::string::npos)
+        return failure("'" + std::string{name} + "' does not contain '" + text + "'; it holds '" + found + "'");
+    return {};
+}
+
+const FileBuffer* buffer_named(Runner& runner, std::string_view name)
+{
+    if (name == "code")
+        return &runner.form().code_buffer;
+    return name == "data" ? &runner.form().data_buffer : nullptr;
+}
+
+Result read_buffer(Runner& runner, Words words)
+{
+    const FileBuffer* buffer = buffer_named(runner, words.next());
+    const auto first = whole_number(words.next(), 16);
+    const auto last = whole_number(words.rest(), 16);
+    if (buffer == nullptr)
+        return failure("a buffer is code or data");
+    if (!first || !last || *first < 0 || *last < *first || *last > buffer->last())
+        return failure("the buffer has addresses 0 to " + hex_text(buffer->last()));
+    return value_of(hex_bytes(std::span{buffer->data}.subspan(
+        static_cast<std::size_t>(*first), static_cast<std::size_t>(*last - *first + 1))));
+}
+
+Result read_buffer_info(Runner& runner, Words words)
+{
+    const FileBuffer* buffer = buffer_named(runner, trimmed(words.rest()));
+    return buffer == nullptr ? failure("a buffer is code or data") : value_of(buffer_info(*buffer));
+}
+
+Result read_record(Runner& runner, Words words)
+{
+    const std::string_view which = trimmed(words.rest());
+    if (which == "selected")
+        return value_of(record_value(runner.form().selected));
+    if (which == "connected")
+        return value_of(record_value(runner.form().connected));
+    return failure("a record is selected or connected");
+}
+
+Result read_mcu(Runner& runner, Words words)
+{
+    const auto series = whole_number(words.next());
+    const auto row = whole_number(words.rest());
+    if (!series || !row || *series < 0 || *series >= McuTable::series_count || *row < 0 || *row >= McuTable::row_count)
+        return failure("the table has series 0 to 20 and rows 0 to 140");
+    Json cells = Json::array();
+    for (int column = 0; column < McuTable::column_count; ++column)
+        cells.push_back(runner.form().mcu_table.cell(static_cast<int>(*series), static_cast<int>(*row), column));
+    return value_of(cells);
+}
+
+Result read_options(Runner&, Words) { return failure("not yet: option pages"); }
+
+Result read_variable(Runner& runner, Words words)
+{
+    const std::string_view name = trimmed(words.rest());
+    const auto value = variable(runner.form(), name);
+    return value ? value_of(*value) : failure("not yet: variable '" + std::string{name} + "'");
+}
+
+Result calculate(Runner&, Words words)
+{
+    const auto series = whole_number(words.next());
+    const auto max_baud = whole_number(words.next());
+    const double clock_hz = number_in(words.next());
+    const auto index = whole_number(words.rest());
+    if (!series || !max_baud || !index)
+        return failure("calculate-baud takes series, highest baud, clock in Hz and start index");
+    BaudChoice choice;
+    choice.index = static_cast<std::int16_t>(std::clamp<std::int64_t>(*index, -32768, 32767));
+    calculate_baud(clock_hz, static_cast<std::int32_t>(*series), static_cast<std::int32_t>(*max_baud), choice);
+    return value_of({{"index", choice.index}, {"baud", choice.baud}, {"error", choice.error}, {"mode", choice.mode},
+        {"setting", choice.setting}});
+}
+
+Result switch_power(Runner& runner, Words words)
+{
+    const std::string_view state = trimmed(words.rest());
+    TargetAccess* target = runner.target();
+    if (target == nullptr)
+        return failure("power needs --rehearse");
+    if (state != "on" && state != "off" && state != "cycle")
+        return failure("power goes on, off or cycle, not '" + std::string{state} + "'");
+    if (state != "on")
+        target->power(false);
+    if (state == "cycle") {
+        // Long enough for the chip to forget.
+        EventLoop& loop = runner.form().platform.loop;
+        loop.call_at(loop.now_us() + 100000, [target] { target->power(true); });
+        return runner.wait_for([] { return false; }, 100, "");
+    }
+    if (state == "on")
+        target->power(true);
+    return {};
+}
+
+Result describe_target(Runner& runner, Words)
+{
+    return runner.target() == nullptr ? failure("target needs --rehearse") : value_of(runner.target()->describe());
+}
+
+Result quit(Runner& runner, Words)
+{
+    runner.end();
+    return {};
+}
+
+struct CommandRow {
+    std::string_view name;
+    Result (*run)(Runner& runner, Words words);
+};
+
+// clang-format off
+constexpr CommandRow commands[] = {
+    { "set",            set_control },
+    { "click",          click_control },
+    { "press",          press_control },
+    { "caret",          put_caret },
+    { "get",            get_control },
+    { "controls",       list_controls },
+    { "answer",         queue_answer },
+    { "choose",         queue_choice },
+    { "messages",       list_messages },
+    { "beeps",          count_beeps },
+    { "sleep",          sleep_ms },
+    { "wait-idle",      wait_idle },
+    { "wait-text",      wait_text },
+    { "buffer",         read_buffer },
+    { "buffer-info",    read_buffer_info },
+    { "record",         read_record },
+    { "mcu",            read_mcu },
+    { "options",        read_options },
+    { "var",            read_variable },
+    { "calculate-baud", calculate },
+    { "power",          switch_power },
+    { "target",         describe_target },
+    { "expect",         expect_text },
+    { "quit",           quit },
+};
+// clang-format on
+
+} // namespace
+
+Runner::Result run_command(Runner& runner, const std::string& line)
+{
+    Words words(line);
+    const std::string_view name = words.next();
+    for (const CommandRow& row : commands) {
+        if (row.name == name)
+            return row.run(runner, words);
+    }
+    return failure("no command '" + std::string{name} + "'");
+}
+
+} // namespace vrk::script

@@ -1,0 +1,218 @@
+// vrk-script: the window's controls without the window.
+#include "rehearsal/chip_of_model.h"
+#include "rehearsal/rehearsal.h"
+#include "script/runner.h"
+
+#include "catalog/ranges.h"
+#include "host/line_source.h"
+#include "host/qt_loop.h"
+#include "host/qt_ports.h"
+#include "host/qt_settings.h"
+#include "shell/start_up.h"
+
+#include <QCoreApplication>
+
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace vrk;
+using namespace vrk::script;
+
+struct Options {
+    bool json = false;
+    bool english = false;
+    std::optional<std::string> settings;
+    std::vector<std::string> ports;
+    std::optional<std::string> rehearse;
+    std::string script = "-";
+};
+
+constexpr const char* usage = "usage: vrk-script [--json] [--settings FILE] [--port PATH]... [--rehearse MODEL] [--english] [SCRIPT | -]";
+
+// Nothing: a bad command line.
+std::optional<Options> parse_options(const std::vector<std::string>& words)
+{
+    Options options;
+    bool script_given = false;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string& word = words[i];
+        const bool has_value = i + 1 < words.size();
+        if (word == "--json") {
+            options.json = true;
+        } else if (word == "--english") {
+            options.english = true;
+        } else if (word == "--settings" && has_value) {
+            options.settings = words[++i];
+        } else if (word == "--port" && has_value) {
+            options.ports.push_back(words[++i]);
+        } else if (word == "--rehearse" && has_value) {
+            options.rehearse = words[++i];
+        } else if ((word == "-" || !word.starts_with("-")) && !script_given) {
+            options.script = word;
+            script_given = true;
+        } else {
+            return std::nullopt;
+        }
+    }
+    return options;
+}
+
+std::string plain(const Json& value)
+{
+    if (value.is_null())
+        return {};
+    return value.is_string() ? value.get<std::string>() : value.dump();
+}
+
+void print_answer(const Answer& answer, const std::string& script, bool json)
+{
+    if (json) {
+        Json line = {{"ok", answer.error.empty()}};
+        if (answer.error.empty())
+            line["value"] = answer.value;
+        else
+            line["error"] = answer.error;
+        std::cout << line.dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;
+        return;
+    }
+    if (!answer.error.empty())
+        std::cerr << script << ":" << answer.line << ": " << answer.error << std::endl;
+    else if (!answer.value.is_null())
+        std::cout << plain(answer.value) << std::endl;
+}
+
+// Runs until the script has ended and all that it started has wound down.
+int run(Runner& runner, EventLoop& loop, const MainForm& form)
+{
+    loop.before_sleep = [&runner] { return runner.turn(); };
+    while (!form.unloaded || form.job.sequence_running)
+        loop.yield();
+    loop.before_sleep = nullptr;
+    return runner.failed() ? 1 : 0;
+}
+
+class ChipAccess final : public TargetAccess {
+public:
+    explicit ChipAccess(sim::Chip& chip)
+        : chip_(chip)
+    {
+    }
+    void power(bool on) override { chip_.power(on); }
+    Json describe() const override
+    {
+        Json frames = Json::object();
+        for (int code = 0; code < 256; ++code) {
+            const int count = chip_.frame_count(static_cast<std::uint8_t>(code));
+            if (count > 0) {
+                const auto byte = static_cast<std::uint8_t>(code);
+                frames[hex_bytes(std::span{&byte, 1})] = count;
+            }
+        }
+        return {{"model", chip_.setup().model.name}, {"state", chip_.state_name()},
+            {"flash", hex_bytes(chip_.flash())}, {"data_flash", hex_bytes(chip_.data_flash())},
+            {"options", hex_bytes(chip_.options())}, {"frames", frames}, {"power_ups", chip_.power_ups()},
+            {"violations", chip_.violations()}};
+    }
+
+private:
+    sim::Chip& chip_;
+};
+
+using Answering = std::function<void(const Answer&)>;
+
+// Everything in one process and in no time: lines are read when the script has nothing else to wait for.
+int rehearse(const sim::ChipSetup& setup, const Options& options, std::istream& lines, const Answering& answering)
+{
+    std::optional<QtSettings> settings;
+    if (options.settings)
+        settings.emplace(*options.settings);
+    Rehearsal bench(setup, settings ? &*settings : nullptr, options.english);
+    bench.form.loader.application_dir = QCoreApplication::applicationDirPath().toStdString();
+    ChipAccess target(bench.chip);
+    std::unique_ptr<Runner> runner;
+    const auto next_line = [&]() -> std::optional<std::string> {
+        std::string line;
+        if (std::getline(lines, line))
+            return without_line_end(std::move(line));
+        runner->end();
+        return std::nullopt;
+    };
+    runner = std::make_unique<Runner>(
+        Runner::Setup{bench.form, bench.dialogs, &target, next_line, answering, options.script != "-"});
+    return run(*runner, bench.loop, bench.form);
+}
+
+// On the ports of the machine, in real time: what the script has started goes on while it waits for its next line.
+int run_for_real(const Options& options, LineSource& lines, const Answering& answering)
+{
+    QtLoop loop;
+    QtPorts ports(options.ports);
+    ScriptedDialogs dialogs;
+    MemoryStore own_settings;
+    std::optional<QtSettings> settings;
+    if (options.settings)
+        settings.emplace(*options.settings);
+    MainForm form(Platform{loop, ports, dialogs, settings ? static_cast<SettingsStore&>(*settings) : own_settings});
+    form.language_is_english = options.english;
+    form.loader.application_dir = QCoreApplication::applicationDirPath().toStdString();
+    start_up(form);
+    if (!options.ports.empty())
+        form.combCommPort.choose(0);
+    std::unique_ptr<Runner> runner;
+    const auto next_line = [&]() -> std::optional<std::string> {
+        auto line = lines.take();
+        if (!line && lines.ended())
+            runner->end();
+        return line;
+    };
+    runner = std::make_unique<Runner>(
+        Runner::Setup{form, dialogs, nullptr, next_line, answering, options.script != "-"});
+    return run(*runner, loop, form);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    const auto options = parse_options({argv + 1, argv + argc});
+    if (!options) {
+        std::cerr << usage << std::endl;
+        return 2;
+    }
+    std::ifstream file;
+    if (options->script != "-") {
+        file.open(options->script);
+        if (!file) {
+            std::cerr << "vrk-script: cannot read '" << options->script << "'" << std::endl;
+            return 2;
+        }
+    }
+    std::istream& lines = options->script == "-" ? std::cin : file;
+    const std::string name = options->script == "-" ? "script" : options->script;
+    const Answering answering
+        = [&](const Answer& answer) { print_answer(answer, name, options->json); };
+
+    if (options->rehearse) {
+        McuTable table;
+        load_mcu_tables(table, false);
+        const auto setup = chip_setup_of(table, *options->rehearse);
+        if (!setup) {
+            std::cerr << "vrk-script: no model '" << *options->rehearse << "' in the catalogue" << std::endl;
+            return 2;
+        }
+        return rehearse(*setup, *options, lines, answering);
+    }
+    if (options->script == "-") {
+        StandardInput input;
+        return run_for_real(*options, input, answering);
+    }
+    FileLines input(file);
+    return run_for_real(*options, input, answering);
+}

@@ -1,0 +1,26 @@
+#include "host/line_driver.h"
+
+#include <asm/termbits.h>
+#include <linux/serial.h>
+#include <sys/ioctl.h>
+
+namespace vrk {
+
+void ask_for_low_latency(int descriptor)
+{
+    serial_struct settings{};
+    if (ioctl(descriptor, TIOCGSERIAL, &settings) != 0)
+        return;
+    settings.flags = static_cast<int>(static_cast<unsigned>(settings.flags) | ASYNC_LOW_LATENCY);
+    ioctl(descriptor, TIOCSSERIAL, &settings);
+}
+
+int line_speed(int descriptor)
+{
+    termios2 settings{};
+    if (ioctl(descriptor, TCGETS2, &settings) != 0)
+        return 0;
+    return static_cast<int>(settings.c_ospeed);
+}
+
+} // namespace vrk

@@ -1,0 +1,12 @@
+// What Qt does not ask of a serial driver.
+#pragma once
+
+namespace vrk {
+
+// USB adapters hold short replies back for up to 16 ms unless they are asked not to. A driver that refuses is left alone.
+void ask_for_low_latency(int descriptor);
+
+// The speed that the driver really took, baud; 0 where it does not say.
+int line_speed(int descriptor);
+
+} // namespace vrk

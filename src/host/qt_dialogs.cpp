@@ -1,0 +1,97 @@
+#include "host/qt_dialogs.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace vrk {
+
+namespace {
+
+QMessageBox::StandardButtons qt_buttons(Buttons buttons)
+{
+    switch (buttons) {
+    case Buttons::ok_cancel: return QMessageBox::Ok | QMessageBox::Cancel;
+    case Buttons::yes_no: return QMessageBox::Yes | QMessageBox::No;
+    case Buttons::ok: break;
+    }
+    return QMessageBox::Ok;
+}
+
+QMessageBox::StandardButton qt_button(Reply reply)
+{
+    switch (reply) {
+    case Reply::cancel: return QMessageBox::Cancel;
+    case Reply::yes: return QMessageBox::Yes;
+    case Reply::no: return QMessageBox::No;
+    case Reply::ok: break;
+    }
+    return QMessageBox::Ok;
+}
+
+Reply reply_of(int button)
+{
+    switch (button) {
+    case QMessageBox::Cancel: return Reply::cancel;
+    case QMessageBox::Yes: return Reply::yes;
+    case QMessageBox::No: return Reply::no;
+    default: return Reply::ok;
+    }
+}
+
+// "caption|*.hex;*.bin|caption|*.*" becomes "caption (*.hex *.bin);;caption (*)".
+QString qt_filter(const std::string& filter)
+{
+    const QStringList parts = QString::fromStdString(filter).split('|');
+    QStringList entries;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QString patterns = parts[i + 1];
+        patterns.replace(';', ' ').replace("*.*", "*");
+        QString caption = parts[i].section('(', 0, 0).trimmed();
+        entries << caption + " (" + patterns.trimmed() + ")";
+    }
+    return entries.join(";;");
+}
+
+} // namespace
+
+Reply QtDialogs::show(const MessageBox& box)
+{
+    QMessageBox dialog(parent);
+    dialog.setObjectName("MessageBox");
+    dialog.setWindowTitle(QString::fromStdString(box.title));
+    dialog.setTextFormat(Qt::PlainText);
+    dialog.setText(QString::fromStdString(box.text));
+    dialog.setStandardButtons(qt_buttons(box.buttons));
+    dialog.setDefaultButton(qt_button(box.default_reply));
+    return reply_of(dialog.exec());
+}
+
+std::optional<std::string> QtDialogs::choose(const FileDialog& dialog)
+{
+    QFileDialog box(parent, QString::fromStdString(dialog.title), QString::fromStdString(dialog.initial_dir),
+        qt_filter(dialog.filter));
+    box.setObjectName("FileDialog");
+    box.setAcceptMode(dialog.kind == FileDialog::Kind::save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    box.setFileMode(dialog.must_exist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    if (!dialog.file_name.empty())
+        box.selectFile(QString::fromStdString(dialog.file_name));
+    if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty())
+        return std::nullopt;
+    return box.selectedFiles().constFirst().toStdString();
+}
+
+void QtDialogs::beep()
+{
+    QApplication::beep();
+}
+
+void QtDialogs::set_busy(bool busy)
+{
+    if (busy)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+} // namespace vrk

@@ -1,0 +1,142 @@
+#include "host/qt_port.h"
+
+#include "host/line_driver.h"
+
+#include <QFileInfo>
+
+#include <cmath>
+
+namespace vrk {
+
+namespace {
+
+QSerialPort::Parity qt_parity(Parity parity)
+{
+    switch (parity) {
+    case Parity::even: return QSerialPort::EvenParity;
+    case Parity::odd: return QSerialPort::OddParity;
+    case Parity::mark: return QSerialPort::MarkParity;
+    case Parity::space: return QSerialPort::SpaceParity;
+    case Parity::none: break;
+    }
+    return QSerialPort::NoParity;
+}
+
+bool leads_to_pseudo_terminal(const std::string& path)
+{
+    return QFileInfo(QString::fromStdString(path)).canonicalFilePath().startsWith("/dev/pts/");
+}
+
+} // namespace
+
+QtPort::QtPort(std::string path)
+    : path_(std::move(path))
+{
+    // Queued: the event may yield and wait for more bytes, and Qt does not tell of bytes again while its slot runs.
+    QObject::connect(
+        &port_, &QSerialPort::readyRead, &port_,
+        [this] {
+            if (on_receive && port_.bytesAvailable() > 0)
+                on_receive();
+        },
+        Qt::QueuedConnection);
+    // A device that was pulled out repeats its error until it is closed.
+    QObject::connect(
+        &port_, &QSerialPort::errorOccurred, &port_,
+        [this](QSerialPort::SerialPortError error) {
+            if (error == QSerialPort::ResourceError)
+                port_.close();
+        },
+        Qt::QueuedConnection);
+}
+
+bool QtPort::open(const LineSettings& line)
+{
+    close();
+    is_pseudo_terminal_ = leads_to_pseudo_terminal(path_);
+    if (open_with(line))
+        return true;
+    if (!is_pseudo_terminal_ || line.parity == Parity::none)
+        return false;
+    LineSettings without_parity = line; // a pseudo terminal carries none
+    without_parity.parity = Parity::none;
+    return open_with(without_parity);
+}
+
+bool QtPort::open_with(const LineSettings& line)
+{
+    port_.setPortName(QString::fromStdString(path_));
+    port_.setBaudRate(line.baud);
+    port_.setDataBits(static_cast<QSerialPort::DataBits>(line.data_bits));
+    port_.setParity(qt_parity(line.parity));
+    port_.setStopBits(line.stop_bits == 2 ? QSerialPort::TwoStop : QSerialPort::OneStop);
+    port_.setFlowControl(QSerialPort::NoFlowControl);
+    if (!port_.open(QIODevice::ReadWrite))
+        return false;
+    if (!driver_took(line)) {
+        port_.close();
+        return false;
+    }
+    ask_for_low_latency(port_.handle());
+    port_.clear(); // what an earlier owner of the line has left
+    return true;
+}
+
+// A driver that cannot make a speed may quietly take another one. Half a percent is rounding; more would eat up the
+// tolerance that the chip's own divisor needs.
+bool QtPort::driver_took(const LineSettings& line) const
+{
+    const int taken = line_speed(port_.handle());
+    return taken <= 0 || std::abs(taken - line.baud) <= line.baud * 0.02;
+}
+
+void QtPort::close()
+{
+    if (!port_.isOpen())
+        return;
+    port_.flush();
+    port_.close();
+}
+
+bool QtPort::set_line(const LineSettings& line)
+{
+    port_.setDataBits(static_cast<QSerialPort::DataBits>(line.data_bits));
+    port_.setStopBits(line.stop_bits == 2 ? QSerialPort::TwoStop : QSerialPort::OneStop);
+    const bool parity_set = port_.setParity(qt_parity(line.parity)) || is_pseudo_terminal_;
+    return port_.setBaudRate(line.baud) && parity_set && driver_took(line);
+}
+
+std::size_t QtPort::bytes_available() const
+{
+    return static_cast<std::size_t>(port_.bytesAvailable());
+}
+
+std::size_t QtPort::read(std::span<std::uint8_t> into)
+{
+    const qint64 count = port_.read(reinterpret_cast<char*>(into.data()), static_cast<qint64>(into.size()));
+    return count > 0 ? static_cast<std::size_t>(count) : 0;
+}
+
+std::size_t QtPort::bytes_to_write() const
+{
+    return static_cast<std::size_t>(port_.bytesToWrite());
+}
+
+void QtPort::write(std::span<const std::uint8_t> bytes)
+{
+    port_.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
+    port_.flush();
+}
+
+void QtPort::discard_input()
+{
+    port_.clear(QSerialPort::Input);
+    port_.readAll();
+}
+
+void QtPort::discard_output()
+{
+    port_.clear(QSerialPort::Output);
+}
+
+} // namespace vrk

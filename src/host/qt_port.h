@@ -1,0 +1,36 @@
+// A serial port of the system: a device, a link to one, or a pseudo terminal, by its path.
+#pragma once
+
+#include "platform/serial_port.h"
+
+#include <QSerialPort>
+
+#include <string>
+
+namespace vrk {
+
+class QtPort final : public SerialPort {
+public:
+    explicit QtPort(std::string path);
+
+    bool open(const LineSettings& line) override;
+    void close() override;
+    bool is_open() const override { return port_.isOpen(); }
+    bool set_line(const LineSettings& line) override;
+    std::size_t bytes_available() const override;
+    std::size_t read(std::span<std::uint8_t> into) override;
+    std::size_t bytes_to_write() const override;
+    void write(std::span<const std::uint8_t> bytes) override;
+    void discard_input() override;
+    void discard_output() override;
+
+private:
+    bool open_with(const LineSettings& line);
+    bool driver_took(const LineSettings& line) const;
+
+    std::string path_;
+    bool is_pseudo_terminal_ = false;
+    QSerialPort port_;
+};
+
+} // namespace vrk

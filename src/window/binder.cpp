@@ -1,0 +1,280 @@
+#include "window/binder.h"
+
+#include "shell/events.h"
+
+#include <QEvent>
+#include <QFontDatabase>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace vrk {
+
+namespace {
+
+// Redrawing more often than the eye can follow would take time from a running download.
+constexpr int refresh_spacing_ms = 30;
+
+// Keeps what stands in the pane where the new text only continues it: the report grows line by line.
+void show_text(QPlainTextEdit& pane, const TextBox& control)
+{
+    const QString text = to_qt(control.text());
+    const QString shown = pane.toPlainText();
+    if (text != shown) {
+        if (!shown.isEmpty() && text.startsWith(shown)) {
+            QTextCursor end(pane.document());
+            end.movePosition(QTextCursor::End);
+            end.insertText(text.mid(shown.size()));
+        } else {
+            pane.setPlainText(text);
+        }
+    }
+    QTextCursor cursor(pane.document());
+    const int length = static_cast<int>(pane.toPlainText().size());
+    cursor.setPosition(std::min(control.sel_start(), length));
+    cursor.setPosition(std::min(control.sel_start() + control.sel_length(), length), QTextCursor::KeepAnchor);
+    pane.setTextCursor(cursor);
+}
+
+void show_items(QComboBox& box, const ComboBox& control)
+{
+    QStringList items;
+    for (const std::string& item : control.items())
+        items << to_qt(item);
+    QStringList shown;
+    for (int i = 0; i < box.count(); ++i)
+        shown << box.itemText(i);
+    if (items != shown) {
+        box.clear();
+        box.addItems(items);
+    }
+    box.setCurrentIndex(control.index_chosen());
+    if (control.editable)
+        box.setEditText(to_qt(control.text()));
+}
+
+void show_tabs(QTabBar& bar, const TabStrip& control)
+{
+    while (bar.count() < static_cast<int>(control.tabs().size()))
+        bar.addTab("");
+    for (int i = 0; i < bar.count(); ++i) {
+        const TabStrip::Tab& tab = control.tabs()[static_cast<std::size_t>(i)];
+        bar.setTabText(i, to_qt(tab.caption));
+        bar.setTabVisible(i, tab.caption != TabStrip::hidden_caption);
+    }
+    bar.setCurrentIndex(control.selected());
+}
+
+} // namespace
+
+QString to_qt(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::string from_qt(const QString& text)
+{
+    return text.toStdString();
+}
+
+Binder::Binder(MainForm& form)
+    : form_(form)
+{
+    since_refresh_.start();
+    refresh_timer_.setSingleShot(true);
+    connect(&refresh_timer_, &QTimer::timeout, this, [this] { refresh(); });
+    form_.controls.changes.take(); // widgets show the present state when they are made
+    form_.controls.changes.on_first = [this] { changed(); };
+}
+
+Binder::~Binder()
+{
+    form_.controls.changes.on_first = nullptr;
+}
+
+void Binder::bind(Control& control, QWidget* widget, std::function<void()> show)
+{
+    widget->setObjectName(to_qt(control.full_name()));
+    auto show_all = [&control, widget, show = std::move(show)] {
+        const QSignalBlocker quiet(widget);
+        show();
+        widget->setEnabled(control.enabled());
+    };
+    show_all();
+    shows_[&control] = std::move(show_all);
+}
+
+void Binder::changed()
+{
+    const qint64 elapsed = since_refresh_.elapsed();
+    refresh_timer_.start(elapsed >= refresh_spacing_ms ? 0 : static_cast<int>(refresh_spacing_ms - elapsed));
+}
+
+void Binder::refresh()
+{
+    since_refresh_.restart();
+    for (const Control* control : form_.controls.changes.take()) {
+        const auto found = shows_.find(control);
+        if (found != shows_.end())
+            found->second();
+    }
+}
+
+QLabel* Binder::label(Label& control)
+{
+    auto* widget = new QLabel;
+    bind(control, widget, [&control, widget] { widget->setText(to_qt(control.caption())); });
+    return widget;
+}
+
+QLabel* Binder::lamp(Image& control, const QString& text, const QString& color)
+{
+    auto* widget = new QLabel(text);
+    widget->setStyleSheet("color: " + color);
+    bind(control, widget, [&control, widget] { widget->setVisible(control.visible()); });
+    return widget;
+}
+
+QPushButton* Binder::button(Button& control)
+{
+    auto* widget = new QPushButton;
+    connect(widget, &QPushButton::clicked, this, [this, &control] { click(form_, control); });
+    bind(control, widget, [&control, widget] { widget->setText(to_qt(control.caption())); });
+    return widget;
+}
+
+QLineEdit* Binder::line(TextBox& control)
+{
+    auto* widget = new QLineEdit;
+    connect(widget, &QLineEdit::textEdited, this,
+        [this, &control](const QString& text) { type_text(form_, control, from_qt(text)); });
+    bind(control, widget, [&control, widget] {
+        const QString text = to_qt(control.text());
+        if (widget->text() != text)
+            widget->setText(text);
+    });
+    return widget;
+}
+
+QPlainTextEdit* Binder::pane(TextBox& control)
+{
+    auto* widget = new QPlainTextEdit;
+    widget->setReadOnly(true);
+    widget->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    widget->setLineWrapMode(QPlainTextEdit::NoWrap);
+    widget->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    widget->setTabChangesFocus(true);
+    bind(control, widget, [&control, widget] { show_text(*widget, control); });
+    return widget;
+}
+
+QCheckBox* Binder::check(CheckBox& control)
+{
+    auto* widget = new QCheckBox;
+    connect(widget, &QCheckBox::clicked, this,
+        [this, &control](bool value) { set_checked(form_, control, value); });
+    bind(control, widget, [&control, widget] {
+        widget->setText(to_qt(control.caption()));
+        widget->setChecked(control.value());
+    });
+    return widget;
+}
+
+QRadioButton* Binder::option(OptionButton& control)
+{
+    auto* widget = new QRadioButton;
+    widget->setAutoExclusive(false); // the control's group knows which belong together
+    connect(widget, &QRadioButton::clicked, this, [this, &control, widget] {
+        choose_option(form_, control);
+        widget->setChecked(control.value());
+    });
+    bind(control, widget, [&control, widget] {
+        widget->setText(to_qt(control.caption()));
+        widget->setChecked(control.value());
+    });
+    return widget;
+}
+
+QComboBox* Binder::list(ComboBox& control)
+{
+    auto* widget = new QComboBox;
+    widget->setEditable(control.editable);
+    connect(widget, &QComboBox::activated, this, [this, &control](int item) { choose_item(form_, control, item); });
+    if (control.editable) {
+        connect(widget->lineEdit(), &QLineEdit::textEdited, this,
+            [this, &control](const QString& text) { type_text(form_, control, from_qt(text)); });
+    }
+    bind(control, widget, [&control, widget] { show_items(*widget, control); });
+    return widget;
+}
+
+QGroupBox* Binder::frame(Frame& control)
+{
+    auto* widget = new QGroupBox;
+    widget->installEventFilter(this);
+    bind(control, widget, [&control, widget] { widget->setTitle(to_qt(control.caption())); });
+    return widget;
+}
+
+QWidget* Binder::page(Frame& control, QLabel*& caption)
+{
+    auto* widget = new QWidget;
+    caption = new QLabel;
+    caption->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    bind(control, widget, [&control, widget, text = caption] {
+        text->setText(to_qt(control.caption()));
+        text->setVisible(!control.caption().empty());
+        widget->setVisible(control.visible());
+    });
+    return widget;
+}
+
+QTabBar* Binder::tabs(TabStrip& control)
+{
+    auto* widget = new QTabBar;
+    widget->setExpanding(false);
+    widget->setDrawBase(true);
+    connect(widget, &QTabBar::currentChanged, this, [this, &control](int tab) { choose_tab(form_, control, tab); });
+    bind(control, widget, [&control, widget] { show_tabs(*widget, control); });
+    return widget;
+}
+
+QProgressBar* Binder::progress(ProgressBar& control)
+{
+    auto* widget = new QProgressBar;
+    widget->setTextVisible(false);
+    QSizePolicy keeps_place = widget->sizePolicy();
+    keeps_place.setRetainSizeWhenHidden(true);
+    widget->setSizePolicy(keeps_place);
+    bind(control, widget, [&control, widget] {
+        widget->setRange(control.min(), control.max());
+        widget->setValue(control.value());
+        widget->setVisible(control.visible());
+    });
+    return widget;
+}
+
+QScrollBar* Binder::scroll(ScrollBar& control)
+{
+    auto* widget = new QScrollBar(Qt::Vertical);
+    connect(widget, &QScrollBar::valueChanged, this, [this, &control](int value) { scroll_to(form_, control, value); });
+    bind(control, widget, [&control, widget] {
+        widget->setRange(control.min(), control.max());
+        widget->setSingleStep(control.small_step);
+        widget->setPageStep(control.large_step);
+        widget->setValue(control.value());
+    });
+    return widget;
+}
+
+bool Binder::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonPress) {
+        if (Control* control = form_.controls.find_full(from_qt(watched->objectName())))
+            click(form_, *control);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace vrk

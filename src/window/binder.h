@@ -1,0 +1,64 @@
+// Ties controls to widgets: makes the widget of a control, shows its state, and passes what the user does to the events
+// of the shell. Widgets are named as their controls ("comDownload(0)"), so that tools and tests find them.
+#pragma once
+
+#include "form/main_form.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QTabBar>
+#include <QTimer>
+
+#include <functional>
+#include <unordered_map>
+
+namespace vrk {
+
+class Binder final : public QObject {
+public:
+    explicit Binder(MainForm& form);
+    ~Binder() override;
+
+    QLabel* label(Label& control);
+    QLabel* lamp(Image& control, const QString& text, const QString& color);
+    QPushButton* button(Button& control);
+    QLineEdit* line(TextBox& control);
+    QPlainTextEdit* pane(TextBox& control); // several lines, fixed-width, read-only
+    QCheckBox* check(CheckBox& control);
+    QRadioButton* option(OptionButton& control);
+    QComboBox* list(ComboBox& control);
+    QGroupBox* frame(Frame& control); // its caption is the title; a click in it is the frame's click
+    QWidget* page(Frame& control, QLabel*& caption); // no border: a page of a tab strip, captioned by a line on top
+    QTabBar* tabs(TabStrip& control);
+    QProgressBar* progress(ProgressBar& control);
+    QScrollBar* scroll(ScrollBar& control);
+
+    // A widget of one's own: `show` puts the control's state on it, now and after each change.
+    void bind(Control& control, QWidget* widget, std::function<void()> show);
+
+    MainForm& form() { return form_; }
+
+private:
+    void changed();
+    void refresh();
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+    MainForm& form_;
+    std::unordered_map<const Control*, std::function<void()>> shows_;
+    QTimer refresh_timer_;
+    QElapsedTimer since_refresh_;
+};
+
+QString to_qt(std::string_view text);
+std::string from_qt(const QString& text);
+
+} // namespace vrk

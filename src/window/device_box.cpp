@@ -1,0 +1,107 @@
+#include "window/device_box.h"
+
+#include "shell/events.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+
+#include <algorithm>
+#include <map>
+
+namespace vrk {
+
+namespace {
+
+constexpr int key_role = Qt::UserRole;
+constexpr int tree_rows = 18; // as high as so many lines, where the window allows it
+
+}
+
+DeviceBox::DeviceBox(Binder& binder, QWidget* over)
+    : form_(binder.form())
+    , box_(binder.line(form_.txtDevice))
+    , tree_(new QTreeWidget(over))
+{
+    box_->setReadOnly(true);
+    box_->setCursor(Qt::PointingHandCursor);
+    box_->installEventFilter(this);
+
+    tree_->setHeaderHidden(true);
+    tree_->setFrameShape(QFrame::Box);
+    tree_->setUniformRowHeights(true);
+    tree_->installEventFilter(this);
+    connect(tree_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) { pick(item); });
+    binder.bind(form_.TreeViewDevice, tree_, [this] { show_tree(); });
+}
+
+void DeviceBox::fill()
+{
+    tree_->clear();
+    std::map<std::string, QTreeWidgetItem*> families;
+    for (const Tree::Node& node : form_.TreeViewDevice.nodes()) {
+        const auto family = families.find(node.parent);
+        auto* item = family == families.end() ? new QTreeWidgetItem(tree_) : new QTreeWidgetItem(family->second);
+        item->setText(0, to_qt(node.text));
+        item->setData(0, key_role, to_qt(node.key));
+        if (node.parent.empty())
+            families[node.key] = item;
+    }
+}
+
+void DeviceBox::show_tree()
+{
+    if (!form_.TreeViewDevice.visible()) {
+        tree_->hide();
+        return;
+    }
+    if (tree_->topLevelItemCount() == 0)
+        fill();
+    QWidget* over = tree_->parentWidget();
+    const QPoint below = box_->mapTo(over, QPoint(0, box_->height()));
+    const int height = std::min(tree_->fontMetrics().lineSpacing() * tree_rows, over->height() - below.y());
+    tree_->setGeometry(below.x(), below.y(), std::max(box_->width(), 260), height);
+    tree_->collapseAll();
+    for (QTreeWidgetItemIterator it(tree_); *it != nullptr; ++it) {
+        if ((*it)->data(0, key_role).toString() == to_qt(form_.TreeViewDevice.selected_key()))
+            tree_->setCurrentItem(*it);
+    }
+    tree_->scrollToItem(tree_->currentItem(), QAbstractItemView::PositionAtCenter);
+    tree_->show();
+    tree_->raise();
+    tree_->setFocus();
+}
+
+void DeviceBox::pick(QTreeWidgetItem* item)
+{
+    if (item == nullptr)
+        return;
+    if (item->childCount() > 0)
+        item->setExpanded(!item->isExpanded());
+    choose_node(form_, form_.TreeViewDevice, from_qt(item->data(0, key_role).toString()));
+    if (!form_.TreeViewDevice.visible())
+        box_->setFocus();
+}
+
+bool DeviceBox::eventFilter(QObject* watched, QEvent* event)
+{
+    const auto key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event)->key() : 0;
+    if (watched == box_ && box_->isEnabled()
+        && (event->type() == QEvent::MouseButtonPress || key == Qt::Key_Down || key == Qt::Key_Space
+            || key == Qt::Key_Return || key == Qt::Key_Enter)) {
+        click(form_, form_.txtDevice);
+        return true;
+    }
+    if (watched == tree_ && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
+        pick(tree_->currentItem());
+        return true;
+    }
+    if (watched == tree_ && (key == Qt::Key_Escape || event->type() == QEvent::FocusOut)) {
+        press_key(form_, form_.TreeViewDevice, "Esc");
+        if (key == Qt::Key_Escape)
+            box_->setFocus();
+        return key != 0;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace vrk

@@ -1,0 +1,229 @@
+#include "window/main_window.h"
+
+#include "shell/start_up.h"
+#include "window/dump_view.h"
+
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace vrk {
+
+namespace {
+
+constexpr auto window_title = "VRK-ISP V1.0";
+constexpr int report_lines = 12;
+
+// What cannot be used now must still be readable: a locked panel is looked at all day.
+QPalette readable_when_disabled(QPalette palette)
+{
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, QColor(0x60, 0x60, 0x60));
+    return palette;
+}
+
+QHBoxLayout* row_of(std::initializer_list<QWidget*> widgets)
+{
+    auto* row = new QHBoxLayout;
+    for (QWidget* widget : widgets)
+        row->addWidget(widget);
+    return row;
+}
+
+} // namespace
+
+MainWindow::MainWindow(MainForm& form)
+    : form_(form)
+    , binder_(form)
+{
+    setWindowTitle(window_title);
+    setPalette(readable_when_disabled(palette()));
+    auto* halves = new QSplitter(Qt::Horizontal);
+    halves->setChildrenCollapsible(false);
+    setCentralWidget(halves);
+    halves->addWidget(make_left());
+    halves->addWidget(make_right());
+    halves->setStretchFactor(0, 3);
+    halves->setStretchFactor(1, 4);
+    // Room for a report of some twenty lines under the steps.
+    resize(sizeHint() + QSize(0, report_lines * fontMetrics().lineSpacing()));
+    form_.on_unload = [this] { close(); };
+}
+
+void MainWindow::add_panel(QWidget* panel)
+{
+    static_cast<QSplitter*>(centralWidget())->addWidget(panel);
+}
+
+QWidget* MainWindow::make_left()
+{
+    auto* left = new QWidget;
+    auto* layout = new QVBoxLayout(left);
+    layout->setSpacing(6);
+    layout->addWidget(make_model_step());
+    layout->addWidget(make_file_step());
+    layout->addWidget(make_line_step());
+    layout->addWidget(make_option_step());
+    layout->addWidget(make_download_step(), 1);
+    return left;
+}
+
+QWidget* MainWindow::make_model_step()
+{
+    QGroupBox* frame = binder_.frame(form_.FrameX[0]);
+    device_box_ = std::make_unique<DeviceBox>(binder_, this);
+    auto* layout = new QHBoxLayout(frame);
+    layout->addWidget(binder_.label(form_.Label2[0]));
+    layout->addWidget(device_box_->box(), 1);
+    layout->addSpacing(12);
+    layout->addWidget(binder_.label(form_.Label2[1]));
+    layout->addWidget(binder_.label(form_.LabISP_reange[0]));
+    layout->addWidget(binder_.label(form_.Label2[2]));
+    layout->addWidget(binder_.label(form_.LabISP_reange[1]));
+    return frame;
+}
+
+QWidget* MainWindow::make_file_step()
+{
+    QGroupBox* frame = binder_.frame(form_.FrameX[1]);
+    auto* grid = new QGridLayout(frame);
+    QLineEdit* code_start = binder_.line(form_.txtAP_FileStart);
+    QLineEdit* data_start = binder_.line(form_.txtDataFileStart);
+    for (QLineEdit* start : {code_start, data_start}) {
+        start->setMaxLength(4);
+        start->setMaximumWidth(8 * start->fontMetrics().averageCharWidth());
+    }
+    grid->addWidget(binder_.label(form_.Label2[3]), 0, 0);
+    grid->addWidget(code_start, 0, 1);
+    grid->addWidget(binder_.check(form_.cheClearAP_Buffer), 0, 2);
+    grid->addWidget(binder_.button(form_.comLoadFile), 0, 3);
+    grid->addWidget(binder_.label(form_.Label2[4]), 1, 0);
+    grid->addWidget(data_start, 1, 1);
+    grid->addWidget(binder_.check(form_.cheClearDataBuffer), 1, 2);
+    grid->addWidget(binder_.button(form_.comLoadDataFile), 1, 3);
+    grid->setColumnStretch(2, 1);
+    return frame;
+}
+
+QWidget* MainWindow::make_line_step()
+{
+    QGroupBox* frame = binder_.frame(form_.FrameX[2]);
+    auto* grid = new QGridLayout(frame);
+    grid->addWidget(binder_.label(form_.Label2[5]), 0, 0);
+    grid->addWidget(binder_.list(form_.combCommPort), 0, 1, 1, 2);
+    QLabel* open = binder_.lamp(form_.imgOpen_sys, "\u25CF", "#2e9e44");
+    QLabel* closed = binder_.lamp(form_.imgNotOpen_sys, "\u25CB", "#808080");
+    grid->addLayout(row_of({open, closed}), 0, 3);
+    grid->addWidget(binder_.label(form_.LabMaxBaud), 1, 0);
+    grid->addWidget(binder_.list(form_.cobBaudMax), 1, 1);
+    grid->addWidget(binder_.label(form_.Label4), 1, 2);
+    grid->addWidget(binder_.list(form_.cobBaudMin), 1, 3);
+    grid->addWidget(binder_.check(form_.cheTL), 1, 4);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+    return frame;
+}
+
+QWidget* MainWindow::make_option_step()
+{
+    QGroupBox* frame = binder_.frame(form_.FrameX[3]);
+    auto* layout = new QVBoxLayout(frame);
+    layout->addWidget(binder_.tabs(form_.TabStrip1));
+
+    QLabel* caption = nullptr;
+    QWidget* options = binder_.page(form_.Frame12, caption);
+    auto* page = new QVBoxLayout(options);
+    page->setContentsMargins(0, 0, 0, 0);
+    page->addWidget(caption);
+    QGroupBox* beeps = binder_.frame(form_.Frame16);
+    auto* grid = new QGridLayout(beeps);
+    grid->addLayout(row_of({binder_.label(form_.Label10[0]), binder_.option(form_.optBeepYes),
+                        binder_.option(form_.optBeepNo)}),
+        0, 0);
+    grid->addLayout(row_of({binder_.label(form_.Label10[1]), binder_.list(form_.comDalay_ReDownLoad),
+                        binder_.label(form_.Label10[2])}),
+        0, 1);
+    grid->setColumnStretch(2, 1);
+    grid->addWidget(binder_.check(form_.cekReloadFile), 1, 0, 1, 3);
+    grid->addWidget(binder_.check(form_.cekReloadFileWhileFileChange), 2, 0, 1, 3);
+    page->addWidget(beeps);
+    layout->addWidget(options);
+    return frame;
+}
+
+QWidget* MainWindow::make_download_step()
+{
+    QGroupBox* frame = binder_.frame(form_.FrameX[4]);
+    auto* layout = new QVBoxLayout(frame);
+    QPushButton* download = binder_.button(form_.comDownload[0]);
+    QFont bold = download->font();
+    bold.setBold(true);
+    download->setFont(bold);
+    layout->addLayout(
+        row_of({download, binder_.button(form_.comStop_Download), binder_.button(form_.comDownload[1])}));
+
+    auto* progress = new QHBoxLayout;
+    progress->addWidget(binder_.progress(form_.ProgressBar1), 1);
+    QLabel* kilobytes = binder_.label(form_.labKbyte);
+    kilobytes->setMinimumWidth(10 * kilobytes->fontMetrics().averageCharWidth());
+    kilobytes->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    progress->addWidget(kilobytes);
+    layout->addLayout(progress);
+
+    layout->addWidget(binder_.pane(form_.textMsg), 1);
+
+    QLineEdit* count = binder_.line(form_.txtWrite_OK_Count);
+    count->setReadOnly(true);
+    count->setMaximumWidth(12 * count->fontMetrics().averageCharWidth());
+    auto* counter = row_of({binder_.label(form_.labWrite_OK_Count), count, binder_.button(form_.comClear_OK_Count)});
+    counter->addStretch(1);
+    layout->addLayout(counter);
+    return frame;
+}
+
+QWidget* MainWindow::make_right()
+{
+    auto* right = new QWidget;
+    auto* layout = new QVBoxLayout(right);
+    layout->addWidget(binder_.tabs(form_.TabStrip2));
+    layout->addWidget(make_buffer_page(0), 1);
+    layout->addWidget(make_buffer_page(1), 1);
+    return right;
+}
+
+QWidget* MainWindow::make_buffer_page(int index)
+{
+    const bool code = index == 0;
+    QLabel* caption = nullptr;
+    QWidget* page = binder_.page(code ? form_.Frame7 : form_.frmDataFlash, caption);
+    auto* layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(caption);
+    layout->addWidget(new DumpView(binder_, index), 1);
+
+    QLineEdit* checksum = binder_.line(code ? form_.txtFileCheckSum : form_.txtDataFileCheckSum);
+    checksum->setReadOnly(true);
+    checksum->setMaximumWidth(18 * checksum->fontMetrics().averageCharWidth());
+    auto* foot = row_of({binder_.label(form_.LabFileCheckSum[index]), checksum});
+    foot->addSpacing(12);
+    foot->addWidget(binder_.label(form_.Label7[index + 1]));
+    foot->addStretch(1);
+    layout->addLayout(foot);
+    return page;
+}
+
+// The first request stops what runs; the window goes when that has wound down.
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (form_.unloaded) {
+        event->accept();
+        return;
+    }
+    event->ignore();
+    if (!form_.closing)
+        close_request(form_);
+}
+
+} // namespace vrk

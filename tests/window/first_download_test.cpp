@@ -1,0 +1,139 @@
+#include "window_bench.h"
+
+#include "image/hex_loader.h"
+
+using namespace vrk;
+
+namespace {
+
+// What the file holds, read without the program's loader.
+QByteArray bytes_of_hex(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    QByteArray bytes;
+    while (!file.atEnd()) {
+        const QByteArray record = QByteArray::fromHex(file.readLine().mid(1).trimmed());
+        if (record.size() < 5 || record[3] != 0)
+            continue;
+        const int at = static_cast<std::uint8_t>(record[1]) * 256 + static_cast<std::uint8_t>(record[2]);
+        const QByteArray data = record.mid(4, record.size() - 5);
+        if (bytes.size() < at + data.size())
+            bytes.append(QByteArray(at + data.size() - bytes.size(), '\0'));
+        bytes.replace(at, data.size(), data);
+    }
+    return bytes;
+}
+
+const QString sample = QString(PROJECT_DIR) + "/examples/firmware/terminal.hex";
+
+}
+
+TEST(FirstDownload, ByMouseAndKeyboardOverAPseudoTerminalPutsTheFileIntoTheChip)
+{
+    TargetProcess target({"Juniper-60Q"});
+    WindowBench bench(target.link());
+
+    bench.choose_model("Juniper series", "Juniper-60Q");
+    EXPECT_EQ(bench.find<QLineEdit>("txtDevice")->text(), "Juniper-60Q");
+
+    bench.type_into_next_dialog(sample);
+    bench.click("comLoadFile");
+
+    auto* ports = bench.find<QComboBox>("combCommPort");
+    ports->setFocus();
+    QTest::keyClick(ports, Qt::Key_Home);
+    EXPECT_EQ(ports->currentText(), target.link());
+
+    QTimer::singleShot(800, bench.window.get(), [&] { target.power_on(); });
+    bench.click("comDownload(0)"); // returns when the sequence has ended
+    QTest::qWait(100);
+
+    const QString report = bench.find<QPlainTextEdit>("textMsg")->toPlainText();
+    EXPECT_TRUE(report.contains("Program OK")) << report.toStdString();
+    EXPECT_EQ(bench.find<QLineEdit>("txtWrite_OK_Count")->text(), "1");
+    EXPECT_TRUE(bench.find<QPushButton>("comDownload(0)")->isEnabled());
+    EXPECT_FALSE(bench.find<QPushButton>("comStop_Download")->isEnabled());
+
+    EXPECT_TRUE(target.quit().contains("violations: none"));
+    const QByteArray wanted = bytes_of_hex(sample);
+    EXPECT_EQ(target.flash().left(wanted.size()), wanted);
+}
+
+TEST(Window, StopEndsACallThatNobodyAnswers)
+{
+    TargetProcess target({"Juniper-60Q"});
+    WindowBench bench(target.link());
+    bench.choose_model("Juniper series", "Juniper-60Q");
+    bench.type_into_next_dialog(sample);
+    bench.click("comLoadFile");
+
+    QTimer::singleShot(300, bench.window.get(), [&] { bench.click("comStop_Download"); });
+    bench.click("comDownload(0)");
+    QTest::qWait(100);
+
+    EXPECT_TRUE(bench.find<QPlainTextEdit>("textMsg")->toPlainText().contains("Operation stopped. "));
+    EXPECT_TRUE(bench.find<QPushButton>("comDownload(0)")->isEnabled());
+}
+
+TEST(Window, WithoutAFileDownloadAsksForOne)
+{
+    WindowBench bench("/dev/null");
+    QString text;
+    bench.in_next_modal<QMessageBox>([&](QMessageBox* box) {
+        text = box->text();
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    bench.click("comDownload(0)");
+    EXPECT_EQ(text, "    Please open code file.   ");
+    EXPECT_FALSE(bench.find<QPushButton>("comStop_Download")->isEnabled());
+}
+
+TEST(Window, ClosedDuringACallStopsItFirstAndGoesThen)
+{
+    TargetProcess target({"Juniper-60Q"});
+    WindowBench bench(target.link());
+    bench.choose_model("Juniper series", "Juniper-60Q");
+    bench.type_into_next_dialog(sample);
+    bench.click("comLoadFile");
+
+    QTimer::singleShot(300, bench.window.get(), [&] { bench.window->close(); });
+    bench.click("comDownload(0)");
+    EXPECT_TRUE(bench.form.closing);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !bench.window->isVisible(); }, 3000));
+    EXPECT_TRUE(bench.form.unloaded);
+}
+
+TEST(DeviceTree, EscapeClosesItWithoutAChange)
+{
+    WindowBench bench("/dev/null");
+    const QString before = bench.find<QLineEdit>("txtDevice")->text();
+    bench.click("txtDevice");
+    auto* tree = bench.find<QTreeWidget>("TreeViewDevice");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return tree->isVisible(); }));
+    QTest::keyClick(tree, Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !tree->isVisible(); }));
+    EXPECT_EQ(bench.find<QLineEdit>("txtDevice")->text(), before);
+}
+
+TEST(Controls, AllThatTheWindowShowsBearTheirNames)
+{
+    WindowBench bench("/dev/null");
+    for (const char* name : {"FrameX(0)", "FrameX(1)", "FrameX(2)", "FrameX(3)", "FrameX(4)", "txtDevice",
+             "TreeViewDevice", "LabISP_reange(0)", "LabISP_reange(1)", "comLoadFile", "comLoadDataFile",
+             "txtAP_FileStart", "txtDataFileStart", "cheClearAP_Buffer", "cheClearDataBuffer", "combCommPort",
+             "cobBaudMax", "cobBaudMin", "cheTL", "comDownload(0)", "comDownload(1)", "comStop_Download", "textMsg",
+             "ProgressBar1", "labKbyte", "txtWrite_OK_Count", "comClear_OK_Count", "TabStrip1", "TabStrip2", "Frame7",
+             "frmDataFlash", "txtBuffer2", "tetDataFlash2", "vscFile(0)", "vscFile(1)", "txtFileCheckSum",
+             "txtDataFileCheckSum", "Label7(1)", "Label7(2)"})
+        EXPECT_NE(bench.window->findChild<QWidget*>(name), nullptr) << name;
+}
+
+int main(int argc, char** argv)
+{
+    ::testing::InitGoogleTest(&argc, argv);
+    if (::testing::GTEST_FLAG(list_tests))
+        return RUN_ALL_TESTS(); // no screen is needed to say what there is
+    QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}

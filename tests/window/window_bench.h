@@ -1,0 +1,139 @@
+// A real window on a real event loop, used by mouse and keyboard, and a simulated target in a process of its own on a
+// pseudo terminal.
+#pragma once
+
+#include "host/qt_dialogs.h"
+#include "host/qt_loop.h"
+#include "host/qt_ports.h"
+#include "shell/start_up.h"
+#include "window/main_window.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace vrk {
+
+// vrk-target, its supply and what it holds in the end.
+class TargetProcess {
+public:
+    explicit TargetProcess(const QStringList& arguments)
+    {
+        process_.start(VRK_TARGET, arguments + QStringList{"--link", link(), "--flash", flash_file()});
+        process_.waitForStarted();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return QFile::exists(link()); }, 5000));
+    }
+    ~TargetProcess() { quit(); }
+
+    QString link() const { return folder_.filePath("line"); }
+    void power_on() { process_.write("on\n"); }
+    // What it wrote to its standard output, and its flash.
+    QString quit()
+    {
+        if (process_.state() == QProcess::Running) {
+            process_.write("quit\n");
+            process_.waitForFinished();
+            said_ = QString::fromUtf8(process_.readAllStandardOutput());
+        }
+        return said_;
+    }
+    QByteArray flash() const
+    {
+        QFile file(flash_file());
+        file.open(QIODevice::ReadOnly);
+        return file.readAll();
+    }
+
+private:
+    QString flash_file() const { return folder_.filePath("flash"); }
+
+    QTemporaryDir folder_;
+    QProcess process_;
+    QString said_;
+};
+
+struct WindowBench {
+    explicit WindowBench(const QString& port, bool english = true)
+        : ports({port.toStdString()})
+        , form(Platform{loop, ports, dialogs, settings})
+    {
+        form.language_is_english = english;
+        start_up(form);
+        window = std::make_unique<MainWindow>(form);
+        dialogs.parent = window.get();
+        window->show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    }
+
+    template <typename Widget>
+    Widget* find(const char* name)
+    {
+        auto* widget = window->findChild<Widget*>(name);
+        EXPECT_NE(widget, nullptr) << name;
+        return widget;
+    }
+    void click(const char* name) { QTest::mouseClick(find<QWidget>(name), Qt::LeftButton); }
+
+    // By mouse: opens the tree, opens the family, picks the model.
+    void choose_model(const QString& family, const QString& model)
+    {
+        click("txtDevice");
+        auto* tree = find<QTreeWidget>("TreeViewDevice");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return tree->isVisible(); }));
+        click_item(tree, family);
+        click_item(tree, model);
+        QTest::qWait(50);
+    }
+
+    // Answers the next file dialog by typing the path.
+    void type_into_next_dialog(const QString& path)
+    {
+        in_next_modal<QFileDialog>([path](QFileDialog* dialog) {
+            auto* line = dialog->findChild<QLineEdit*>("fileNameEdit");
+            line->clear();
+            QTest::keyClicks(line, path);
+            QTest::keyClick(line, Qt::Key_Return);
+        });
+    }
+
+    template <typename Box>
+    void in_next_modal(std::function<void(Box*)> act)
+    {
+        auto* watch = new QTimer(window.get());
+        QObject::connect(watch, &QTimer::timeout, window.get(), [watch, act] {
+            if (auto* box = qobject_cast<Box*>(QApplication::activeModalWidget())) {
+                watch->stop();
+                watch->deleteLater();
+                act(box);
+            }
+        });
+        watch->start(20);
+    }
+
+    QtLoop loop;
+    QtPorts ports;
+    QtDialogs dialogs;
+    MemoryStore settings;
+    MainForm form;
+    std::unique_ptr<MainWindow> window;
+
+private:
+    static void click_item(QTreeWidget* tree, const QString& text)
+    {
+        const auto found = tree->findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
+        ASSERT_EQ(found.size(), 1) << text.toStdString();
+        tree->scrollToItem(found[0]);
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(found[0]).center());
+    }
+};
+
+} // namespace vrk
