@@ -159,13 +159,29 @@ Result set_control(Runner& runner, Words words)
     return failure("'" + std::string{name} + "' cannot be set");
 }
 
+// "TabStrip2(EEPROM_File)", "TreeViewDevice(Juniper-60Q)": a tab or a node by its key.
+Result click_part(Runner& runner, std::string_view full)
+{
+    const std::size_t open = full.find('(');
+    if (open == std::string_view::npos || !full.ends_with(')'))
+        return no_control(full);
+    const std::string_view name = full.substr(0, open);
+    const std::string_view key = full.substr(open + 1, full.size() - open - 2);
+    Control* control = runner.form().controls.find_full(name);
+    if (auto* strip = dynamic_cast<TabStrip*>(control))
+        return set_tab(runner, *strip, name, key);
+    if (auto* tree = dynamic_cast<Tree*>(control))
+        return set_node(runner, *tree, name, key);
+    return no_control(full);
+}
+
 Result click_control(Runner& runner, Words words)
 {
-    const std::string_view name = words.rest();
+    const std::string_view name = trimmed(words.rest());
     MainForm& form = runner.form();
     Control* control = form.controls.find_full(name);
     if (control == nullptr)
-        return no_control(name);
+        return click_part(runner, name);
     if (!control->enabled())
         return refused(name);
     return runner.run_soon([&form, control] { click(form, *control); });
@@ -197,9 +213,9 @@ Result put_caret(Runner& runner, Words words)
     return {};
 }
 
-Result get_control(Runner& runner, Words words) { return read_control(runner, words.rest()); }
+Result get_control(Runner& runner, Words words) { return read_control(runner, trimmed(words.rest())); }
 
-Result list_controls(Runner& runner, Words words) { return value_of(control_names(runner.form(), words.rest())); }
+Result list_controls(Runner& runner, Words words) { return value_of(control_names(runner.form(), trimmed(words.rest()))); }
 
 constexpr std::pair<std::string_view, Reply> replies[]
     = {{"ok", Reply::ok}, {"cancel", Reply::cancel}, {"yes", Reply::yes}, {"no", Reply::no}};

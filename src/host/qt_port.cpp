@@ -82,8 +82,8 @@ bool QtPort::open_with(const LineSettings& line)
     return true;
 }
 
-// A driver that cannot make a speed may quietly take another one. Half a percent is rounding; more would eat up the
-// tolerance that the chip's own divisor needs.
+// A driver that cannot make a speed may quietly take another one. Up to 2 % is rounding of its divisor, and leaves the
+// chip the rest of what a line can bear.
 bool QtPort::driver_took(const LineSettings& line) const
 {
     const int taken = line_speed(port_.handle());

@@ -1,0 +1,61 @@
+// A script on a rehearsal: lines in, answers out.
+#pragma once
+
+#include "bench.h"
+#include "script/runner.h"
+
+#include <deque>
+#include <memory>
+
+namespace vrk::script {
+
+class ChipPower final : public TargetAccess {
+public:
+    explicit ChipPower(sim::Chip& chip)
+        : chip_(chip)
+    {
+    }
+    void power(bool on) override { chip_.power(on); }
+    Json describe() const override { return {{"flash", hex_bytes(chip_.flash(0, 15))}}; }
+
+private:
+    sim::Chip& chip_;
+};
+
+struct ScriptBench : Bench {
+    explicit ScriptBench(bool stop_at_failure = true)
+        : Bench("Juniper-60Q")
+        , power(chip)
+        , runner({form, dialogs, &power,
+              [this]() -> std::optional<std::string> {
+                  if (lines.empty()) {
+                      runner.end();
+                      return std::nullopt;
+                  }
+                  std::string line = lines.front();
+                  lines.pop_front();
+                  return line;
+              },
+              [this](const Answer& answer) { answers.push_back(answer); }, stop_at_failure})
+    {
+    }
+
+    void run(std::deque<std::string> script)
+    {
+        lines = std::move(script);
+        loop.before_sleep = [this] { return runner.turn(); };
+        while (!form.unloaded || form.job.sequence_running)
+            loop.yield();
+        loop.before_sleep = nullptr;
+    }
+    // The value that the n-th command answered with, from 0.
+    Json value(std::size_t n) const { return answers.at(n).value; }
+    std::string error(std::size_t n) const { return answers.at(n).error; }
+
+    std::deque<std::string> lines;
+    std::vector<Answer> answers;
+    ChipPower power;
+    Runner runner;
+};
+
+} // namespace vrk::script

@@ -1,0 +1,201 @@
+#include "script_bench.h"
+
+using namespace vrk;
+using namespace vrk::script;
+
+namespace {
+
+const std::string sample = std::string(PROJECT_DIR) + "/examples/firmware/blink.hex";
+
+}
+
+TEST(Script, RunsAWholeDownloadAndAnswersEachCommand)
+{
+    ScriptBench bench;
+    bench.run({"set TreeViewDevice Juniper-60Q", "choose " + sample, "click comLoadFile", "click comDownload(0)",
+        "sleep 500", "power on", "wait-idle", "get txtWrite_OK_Count", "expect textMsg Program OK", "var succeeded"});
+    ASSERT_EQ(bench.answers.size(), 10U);
+    EXPECT_EQ(bench.value(7), "1");
+    EXPECT_EQ(bench.value(9), true);
+    EXPECT_FALSE(bench.runner.failed());
+}
+
+TEST(Script, AClickThatStartsASequenceAnswersBeforeTheSequenceEnds)
+{
+    ScriptBench bench;
+    bench.run({"choose " + sample, "click comLoadFile", "click comDownload(0)", "var sequence_running",
+        "get comStop_Download.enabled", "click comStop_Download", "wait-idle", "var sequence_running"});
+    EXPECT_EQ(bench.value(3), true);
+    EXPECT_EQ(bench.value(4), true);
+    EXPECT_EQ(bench.value(7), false);
+}
+
+TEST(Script, AClickThatStartsNoSequenceAnswersWhenItIsDone)
+{
+    ScriptBench bench;
+    bench.run({"choose " + sample, "click comLoadFile", "var file_loaded"});
+    EXPECT_EQ(bench.value(2), true);
+}
+
+TEST(Script, StopsAtItsFirstFailure)
+{
+    ScriptBench bench;
+    bench.run({"get textMsg", "click noSuchButton", "get textMsg"});
+    ASSERT_EQ(bench.answers.size(), 2U);
+    EXPECT_EQ(bench.error(1), "no control 'noSuchButton'");
+    EXPECT_EQ(bench.answers[1].line, 2);
+    EXPECT_TRUE(bench.runner.failed());
+}
+
+TEST(Script, AConversationGoesOnAfterAFailure)
+{
+    ScriptBench bench(false);
+    bench.run({"click noSuchButton", "get txtDevice"});
+    ASSERT_EQ(bench.answers.size(), 2U);
+    EXPECT_EQ(bench.value(1), "Juniper-60Q");
+    EXPECT_TRUE(bench.runner.failed());
+}
+
+TEST(Script, CommentsAndEmptyLinesHaveNoAnswerButCountAsLines)
+{
+    ScriptBench bench;
+    bench.run({"# a comment", "", "get txtDevice"});
+    ASSERT_EQ(bench.answers.size(), 1U);
+    EXPECT_EQ(bench.answers[0].line, 3);
+}
+
+TEST(Script, DisabledControlsRefuseAndHiddenOnesTakeIt)
+{
+    ScriptBench bench(false);
+    bench.run({"click comStop_Download", "set comb_WDT P1.3", "get comb_WDT"});
+    EXPECT_EQ(bench.error(0), "'comStop_Download' is disabled");
+    EXPECT_EQ(bench.value(2), "P1.3");
+}
+
+TEST(Script, PicksListItemsByTextAndByNumber)
+{
+    ScriptBench bench(false);
+    bench.run({"set cobBaudMax 57600", "get cobBaudMax.index", "set cobBaudMax #0", "get cobBaudMax",
+        "set cobBaudMax 12345", "get cobBaudMin.items"});
+    EXPECT_EQ(bench.value(1), 1);
+    EXPECT_EQ(bench.value(3), "115200");
+    EXPECT_EQ(bench.error(4), "'cobBaudMax' has no item '12345'");
+    EXPECT_EQ(bench.value(5).size(), 10U);
+}
+
+TEST(Script, SetsChecksOptionsAndText)
+{
+    ScriptBench bench;
+    bench.run({"set cekReloadFile 1", "get cekReloadFile", "set optBeepNo 1", "get optBeepYes", "set txtAP_FileStart 1F0",
+        "get txtAP_FileStart"});
+    EXPECT_EQ(bench.value(1), "1");
+    EXPECT_EQ(bench.value(3), "0");
+    EXPECT_EQ(bench.value(5), "1F0");
+}
+
+TEST(Script, ReadsBuffersInHexadecimal)
+{
+    ScriptBench bench(false);
+    bench.run({"choose " + sample, "click comLoadFile", "buffer code 0 3", "buffer code 0 12001", "buffer flash 0 1",
+        "buffer-info code"});
+    EXPECT_EQ(bench.value(2), hex_bytes(bench.code(0, 3)));
+    EXPECT_EQ(bench.error(3), "the buffer has addresses 0 to 12000");
+    EXPECT_EQ(bench.error(4), "a buffer is code or data");
+    EXPECT_EQ(bench.value(5)["low"], 0);
+    EXPECT_EQ(bench.value(5)["loaded"], true);
+}
+
+TEST(Script, ReadsTheCatalogueAndTheRecords)
+{
+    ScriptBench bench(false);
+    bench.run({"mcu 1 0", "record selected", "record other", "mcu 21 0"});
+    EXPECT_EQ(bench.value(0).size(), 21U);
+    EXPECT_EQ(bench.value(0)[9], "Aspen-63");
+    EXPECT_EQ(bench.value(1)["mcu_id"], "D17E");
+    EXPECT_EQ(bench.value(1)["has_eeprom_buffer"], true);
+    EXPECT_EQ(bench.value(1)["size_digits"], "60");
+    EXPECT_EQ(bench.error(2), "a record is selected or connected");
+    EXPECT_NE(bench.error(3), "");
+}
+
+TEST(Script, CalculatesABaud)
+{
+    ScriptBench bench;
+    bench.run({"calculate-baud 7 115200 11059200 100"});
+    EXPECT_EQ(bench.value(0)["index"], 11);
+    EXPECT_EQ(bench.value(0)["mode"], 192);
+    EXPECT_EQ(bench.value(0)["setting"], 6);
+}
+
+TEST(Script, TellsBoxesAndBeepsOnce)
+{
+    ScriptBench bench;
+    bench.run({"click comDownload(0)", "messages", "messages", "beeps"});
+    ASSERT_EQ(bench.value(1).size(), 1U);
+    EXPECT_EQ(bench.value(1)[0]["text"], "    Please open code file.   ");
+    EXPECT_EQ(bench.value(1)[0]["reply"], "ok");
+    EXPECT_EQ(bench.value(2).size(), 0U);
+    EXPECT_EQ(bench.value(3), 0);
+}
+
+TEST(Script, AnswersBoxesWithQueuedReplies)
+{
+    ScriptBench bench(false);
+    bench.form.txtWrite_OK_Count.set_text("5");
+    bench.run({"click comClear_OK_Count", "get txtWrite_OK_Count", "answer yes", "click comClear_OK_Count",
+        "get txtWrite_OK_Count", "answer maybe"});
+    EXPECT_EQ(bench.value(1), "5"); // No is the default
+    EXPECT_EQ(bench.value(4), "0");
+    EXPECT_NE(bench.error(5), "");
+}
+
+TEST(Script, SleepsInVirtualTime)
+{
+    ScriptBench bench;
+    const std::int64_t before = bench.loop.now_us();
+    bench.run({"sleep 1500"});
+    EXPECT_GE(bench.loop.now_us() - before, 1500000);
+}
+
+TEST(Script, WaitTextEndsWithTheTextOrFailsInTime)
+{
+    ScriptBench bench(false);
+    bench.run({"choose " + sample, "click comLoadFile", "click comDownload(0)", "wait-text textMsg 5000 Connection is failed",
+        "wait-text textMsg 100 no such words", "click comStop_Download", "wait-idle"});
+    EXPECT_EQ(bench.error(3), "");
+    EXPECT_EQ(bench.error(4), "'textMsg' does not contain 'no such words' after 100 ms");
+}
+
+TEST(Script, WaitIdleFailsWhenTheSequenceDoesNotEnd)
+{
+    ScriptBench bench(false);
+    bench.run({"choose " + sample, "click comLoadFile", "click comDownload(0)", "wait-idle 1000"});
+    EXPECT_EQ(bench.error(3), "a sequence still runs after 1000 ms");
+    EXPECT_TRUE(bench.form.unloaded); // the end of the script stops it
+}
+
+TEST(Script, ListsControlsWithTheirTypes)
+{
+    ScriptBench bench;
+    bench.run({"controls comDownload"});
+    ASSERT_EQ(bench.value(0).size(), 2U);
+    EXPECT_EQ(bench.value(0)[0]["name"], "comDownload(0)");
+    EXPECT_EQ(bench.value(0)[0]["type"], "Button");
+}
+
+TEST(Script, ClicksTabsAndNodesByTheirKeys)
+{
+    ScriptBench bench;
+    bench.run({"click TabStrip2(EEPROM_File)", "get TabStrip2", "get frmDataFlash.visible", "click TreeViewDevice(Oak-20V)",
+        "get txtDevice"});
+    EXPECT_EQ(bench.value(1), "EEPROM_File");
+    EXPECT_EQ(bench.value(2), true);
+    EXPECT_EQ(bench.value(4), "Oak-20V");
+}
+
+TEST(Script, SaysWhichCommandItDoesNotKnow)
+{
+    ScriptBench bench;
+    bench.run({"download now"});
+    EXPECT_EQ(bench.error(0), "no command 'download'");
+}
