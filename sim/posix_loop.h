@@ -32,10 +32,12 @@ private:
     std::size_t serve_descriptors(std::int64_t until_us); // how many were served
 
     bool something_came_up();
+    bool is_near(std::int64_t at_us) const;
 
     TaskQueue queue_;
     std::vector<Watch> watches_;
     bool asking_ = false;
+    std::int64_t wake_up_us_ = 0; // how long it takes to wake from a short sleep
 };
 
 } // namespace sim

@@ -236,7 +236,7 @@ void Wire::arm()
     if (waking_ == Waking::each_run && wake_ns != TaskQueue::never) {
         wake_ns = tasks_.next_at();
         wake_ns = std::min(wake_ns, to_target_.busy() ? to_target_.run_end_ns() : target_ear_.next_event_ns());
-        wake_ns = std::min(wake_ns, to_tool_.busy() ? to_tool_.run_end_ns() : tool_ear_.next_event_ns());
+        wake_ns = std::min({wake_ns, to_tool_.next_event_ns(), tool_ear_.next_event_ns()});
     }
     const std::int64_t wake_us = wake_ns == TaskQueue::never ? TaskQueue::never : (wake_ns + 999) / 1000;
     if (call_ != 0 && wake_us == call_at_us_)

@@ -21,8 +21,10 @@ namespace sim {
 
 class Wire final : private Surroundings {
 public:
-    // When the loop is to wake the wire: at each byte, or only when a run of bytes is through. The latter spares a
-    // real-time loop ten thousand wake-ups a second; the bytes then arrive together, when the last one is due.
+    // When the loop is to wake the wire: at each byte either way, or, for bytes to the target, only when a run of them
+    // is through. The latter spares a real-time loop ten thousand wake-ups a second; the target then hears them
+    // together, at the time of the last one, with the time that each should have had. Replies are few and short: their
+    // bytes come one by one either way, as from a port that does not hold them back.
     enum class Waking { each_byte, each_run };
 
     explicit Wire(vrk::EventLoop& loop, Waking waking = Waking::each_byte);

@@ -368,7 +368,7 @@ Result read_mcu(Runner& runner, Words words)
 {
     const auto series = whole_number(words.next());
     const auto row = whole_number(words.rest());
-    if (!series || !row || *series < 0 || *series >= McuTable::series_count || *row < 0 || *row >= McuTable::row_count)
+    if (!series || !row || *series < 0 || *series >= McuTable::page_count || *row < 0 || *row >= McuTable::row_count)
         return failure("the table has series 0 to 20 and rows 0 to 140");
     Json cells = Json::array();
     for (int column = 0; column < McuTable::column_count; ++column)

@@ -46,7 +46,7 @@ FoundRow find_mcu_by_id(const McuTable& table, std::string_view id)
         }
         return {};
     }
-    for (int series = 2; series < McuTable::series_count; ++series) {
+    for (int series = 2; series < McuTable::page_count; ++series) {
         for (int row = 0; row < McuTable::row_count; ++row) {
             if (has_id(table, series, row, wanted)) {
                 return {series, row, name_at(table, series, row)};
@@ -61,7 +61,7 @@ std::optional<FoundRow> locate_mcu_by_name(const McuTable& table, std::string_vi
     if (name.empty()) {
         return std::nullopt; // or it would equal the first row without a model
     }
-    for (int series = 0; series < McuTable::series_count; ++series) {
+    for (int series = 0; series < McuTable::page_count; ++series) {
         for (int row = 0; row < McuTable::row_count; ++row) {
             if (name_at(table, series, row) == name) {
                 return FoundRow{series, row, std::string(name)};

@@ -15,6 +15,11 @@ void ask_for_low_latency(int descriptor)
     ioctl(descriptor, TIOCSSERIAL, &settings);
 }
 
+void wait_until_sent(int descriptor)
+{
+    ioctl(descriptor, TCSBRK, 1); // what tcdrain() does; its header and this one do not go together
+}
+
 int line_speed(int descriptor)
 {
     termios2 settings{};

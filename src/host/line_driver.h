@@ -6,6 +6,9 @@ namespace vrk {
 // USB adapters hold short replies back for up to 16 ms unless they are asked not to. A driver that refuses is left alone.
 void ask_for_low_latency(int descriptor);
 
+// Returns when the last byte has left, or would have: the time that the queue takes at the speed in force.
+void wait_until_sent(int descriptor);
+
 // The speed that the driver really took, baud; 0 where it does not say.
 int line_speed(int descriptor);
 

@@ -95,6 +95,7 @@ void QtPort::close()
     if (!port_.isOpen())
         return;
     port_.flush();
+    wait_until_sent(port_.handle()); // closing drops what still waits, and puts the old speed back at once
     port_.close();
 }
 

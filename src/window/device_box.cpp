@@ -58,7 +58,10 @@ void DeviceBox::show_tree()
         fill();
     QWidget* over = tree_->parentWidget();
     const QPoint below = box_->mapTo(over, QPoint(0, box_->height()));
-    const int height = std::min(tree_->fontMetrics().lineSpacing() * tree_rows, over->height() - below.y());
+    const int row_height = std::max(tree_->sizeHintForRow(0), 1);
+    const int frame = 2 * tree_->frameWidth();
+    const int rows = std::min(tree_rows, (over->height() - below.y() - frame) / row_height);
+    const int height = rows * row_height + frame;
     tree_->setGeometry(below.x(), below.y(), std::max(box_->width(), 260), height);
     tree_->collapseAll();
     for (QTreeWidgetItemIterator it(tree_); *it != nullptr; ++it) {

@@ -26,7 +26,7 @@ struct PlacedRecord {
 std::vector<PlacedRecord> models_of_table(const vrk::McuTable& found)
 {
     std::vector<PlacedRecord> models;
-    for (int series = 0; series < vrk::McuTable::series_count; ++series) {
+    for (int series = 0; series < vrk::McuTable::page_count; ++series) {
         for (int row = 0; row < vrk::McuTable::row_count; ++row) {
             if (!found.cell(series, row, McuColumn::mcu_name).empty()) {
                 models.push_back({row, vrk::read_mcu_row(found, series, row)});
@@ -105,7 +105,7 @@ std::string count_findings()
 int all_rows()
 {
     int rows = 0;
-    for (int series = 0; series < vrk::McuTable::series_count; ++series) {
+    for (int series = 0; series < vrk::McuTable::page_count; ++series) {
         rows += count_rows(table(), series, McuColumn::series);
     }
     return rows;
@@ -252,7 +252,7 @@ TEST(WholeTable, IdsAreUpperCaseHexadecimalOfTwoOrFourDigits) { EXPECT_EQ(findin
 std::string cells_with_blanks()
 {
     std::string text;
-    for (int series = 0; series < vrk::McuTable::series_count; ++series) {
+    for (int series = 0; series < vrk::McuTable::page_count; ++series) {
         for (int row = 0; row < vrk::McuTable::row_count; ++row) {
             for (int column = 0; column < vrk::McuTable::column_count; ++column) {
                 const std::string& cell = table().cell(series, row, column);

@@ -1,69 +1,10 @@
-#include "sim/sim_port.h"
-#include "sim/virtual_loop.h"
+// Pace, sampling and damage on the wire.
+#include "sim/ear_on_a_wire.h"
 
 #include <gtest/gtest.h>
 
-namespace sim {
+namespace sim::test {
 namespace {
-
-using vrk::LineSettings;
-using vrk::Parity;
-
-// Hears all, and sends what it is told.
-class Ear final : public Target {
-public:
-    void connect(Surroundings& surroundings) override
-    {
-        around = &surroundings;
-        listen_as({9600, Parity::none, 8, 1});
-    }
-    void receive(const Arrival& arrival) override
-    {
-        heard.push_back(arrival.value);
-        last = arrival;
-        heard_at_us = around->now_ns() / 1000;
-    }
-    LineSettings line() const override { return settings; }
-    void power(bool) override { }
-    void listen_as(const LineSettings& line, bool measures = false)
-    {
-        settings = line;
-        around->set_line(line, measures);
-    }
-
-    Surroundings* around = nullptr;
-    LineSettings settings;
-    std::vector<std::uint8_t> heard;
-    Arrival last;
-    std::int64_t heard_at_us = 0;
-};
-
-class WireTest : public testing::Test {
-protected:
-    WireTest()
-    {
-        wire.attach(ear);
-        driver.add("/sim/0", wire, "a wire");
-        port = driver.make("/sim/0");
-        port->on_receive = [this] { ++receive_events; };
-    }
-    void write(std::initializer_list<std::uint8_t> bytes) { port->write(std::vector<std::uint8_t>(bytes)); }
-    void send(std::initializer_list<std::uint8_t> bytes) { ear.around->send(std::vector<std::uint8_t>(bytes)); }
-    std::vector<std::uint8_t> received()
-    {
-        std::vector<std::uint8_t> bytes(port->bytes_available());
-        port->read(bytes);
-        return bytes;
-    }
-    using Bytes = std::vector<std::uint8_t>;
-
-    VirtualLoop loop;
-    Wire wire{loop};
-    Ear ear;
-    SimPortDriver driver{loop};
-    std::unique_ptr<vrk::SerialPort> port;
-    int receive_events = 0;
-};
 
 TEST_F(WireTest, ByteIsWholeWhenItsStopBitHasPassed)
 {
@@ -173,6 +114,18 @@ TEST_F(WireTest, MeasuringTargetHearsAtEverySpeedAndLearnsIt)
     EXPECT_EQ(ear.last.sampled_as.parity, Parity::even);
 }
 
+// It used to take a fall inside the byte for a start bit and never got back into step with a sender that did not pause.
+TEST_F(WireTest, MeasuringTargetThatWakesUpInMidByteIsInStepFromTheNextByteOn)
+{
+    port->open({1200, Parity::none, 8, 1});
+    write({0x7F, 0x55, 0x7F, 0x7F});
+    loop.run_for_ms(9); // in the second byte
+    ear.heard.clear();
+    ear.listen_as({9600, Parity::none, 8, 1}, true);
+    loop.run_for_ms(40);
+    EXPECT_EQ(ear.heard, (Bytes{0x7F, 0x7F}));
+}
+
 TEST_F(WireTest, NewSpeedInMidByteSpoilsTheByteOnItsWayOutAndSparesTheNext)
 {
     port->open({9600, Parity::none, 8, 1});
@@ -255,114 +208,7 @@ TEST_F(WireTest, ReceiveEventMayYieldAndIsThenCalledInside)
     EXPECT_EQ(deepest, 2);
 }
 
-// ---- faults on the wire ----
-
-TEST_F(WireTest, LostReplyNeverArrivesAndTheNextOneDoes)
-{
-    wire.lose_reply(1);
-    port->open({9600, Parity::none, 8, 1});
-    send({1, 2});
-    send({3, 4});
-    loop.run_for_ms(10);
-    EXPECT_EQ(received(), (Bytes{3, 4}));
-}
-
-TEST_F(WireTest, DamagedReplyHasOneByteWrong)
-{
-    wire.damage_reply(2, 1, 0x80);
-    port->open({9600, Parity::none, 8, 1});
-    send({1, 2});
-    send({3, 4});
-    loop.run_for_ms(10);
-    EXPECT_EQ(received(), (Bytes{1, 2, 3, 0x84}));
-}
-
-TEST_F(WireTest, LateReplyComesWhenItsTimeHasPassed)
-{
-    wire.delay_reply(1, 50);
-    port->open({9600, Parity::none, 8, 1});
-    send({1});
-    loop.run_for_ms(50);
-    EXPECT_EQ(received(), Bytes{});
-    loop.run_for_ms(2);
-    EXPECT_EQ(received(), Bytes{1});
-}
-
-TEST_F(WireTest, SplitReplyArrivesInTwoParts)
-{
-    wire.split_reply(1, 2, 20);
-    port->open({9600, Parity::none, 8, 1});
-    send({1, 2, 3});
-    loop.run_for_ms(10);
-    EXPECT_EQ(received(), (Bytes{1, 2}));
-    loop.run_for_ms(20);
-    EXPECT_EQ(received(), Bytes{3});
-}
-
-TEST_F(WireTest, DuplicatedReplyArrivesTwice)
-{
-    wire.duplicate_reply(1);
-    port->open({9600, Parity::none, 8, 1});
-    send({1, 2});
-    loop.run_for_ms(10);
-    EXPECT_EQ(received(), (Bytes{1, 2, 1, 2}));
-}
-
-TEST_F(WireTest, SingleBytesAreLostDamagedAndDoubledBothWays)
-{
-    wire.bytes_to_target.lose(1);
-    wire.bytes_to_target.damage(2, 0x01);
-    wire.bytes_to_tool.duplicate(2);
-    port->open({9600, Parity::none, 8, 1});
-    write({0x10, 0x20, 0x30});
-    loop.run_for_ms(10);
-    EXPECT_EQ(ear.heard, (Bytes{0x21, 0x30}));
-    send({0x40, 0x50});
-    loop.run_for_ms(10);
-    EXPECT_EQ(received(), (Bytes{0x40, 0x50, 0x50}));
-}
-
-TEST_F(WireTest, ByteBehindALostOneIsKnownAsTamperedWith)
-{
-    wire.bytes_to_target.lose(1);
-    port->open({9600, Parity::none, 8, 1});
-    write({0x10, 0x20});
-    loop.run_for_ms(10);
-    EXPECT_TRUE(ear.last.tampered);
-    write({0x30});
-    loop.run_for_ms(10);
-    EXPECT_FALSE(ear.last.tampered);
-}
-
-TEST_F(WireTest, NoiseComesOutOfNowhereOnBothEnds)
-{
-    port->open({9600, Parity::none, 8, 1});
-    wire.noise_to_tool(Bytes{0xE7});
-    wire.noise_to_target(Bytes{0x99});
-    loop.run_for_ms(1);
-    EXPECT_EQ(received(), Bytes{0xE7});
-    EXPECT_EQ(ear.heard, Bytes{0x99});
-    EXPECT_EQ(receive_events, 1);
-}
-
-TEST_F(WireTest, FaultsByChanceAreTheSameForTheSameSeed)
-{
-    const auto run = [](std::uint64_t seed) {
-        ByteFaults faults;
-        faults.at_random({100'000, 100'000, 100'000}, seed);
-        std::string outcome;
-        for (int i = 0; i < 200; ++i) {
-            Arrival arrival;
-            arrival.value = static_cast<std::uint8_t>(i);
-            outcome += std::to_string(faults.apply(arrival)) + ':' + std::to_string(arrival.value) + ' ';
-        }
-        return outcome;
-    };
-    EXPECT_EQ(run(7), run(7));
-    EXPECT_NE(run(7), run(8));
-}
-
-TEST_F(WireTest, WireThatIsWokenOncePerRunDeliversTheSameBytesWithFarFewerWakeUps)
+TEST_F(WireTest, WireThatIsWokenOncePerRunHandsTheTargetItsBytesTogetherAndTheToolItsOneByOne)
 {
     VirtualLoop lazy_loop;
     Wire lazy(lazy_loop, Wire::Waking::each_run);
@@ -384,49 +230,8 @@ TEST_F(WireTest, WireThatIsWokenOncePerRunDeliversTheSameBytesWithFarFewerWakeUp
     lazy_ear.around->send(Bytes{4, 5, 6});
     lazy_loop.run_for_ms(10);
     EXPECT_EQ(arrived, (Bytes{4, 5, 6}));
-    EXPECT_EQ(batches, 1);
-}
-
-// ---- the driver ----
-
-TEST_F(WireTest, PortsAreListedAndUnknownPathsDoNotOpen)
-{
-    ASSERT_EQ(driver.list().size(), 1U);
-    EXPECT_EQ(driver.list()[0].path, "/sim/0");
-    EXPECT_EQ(driver.list()[0].caption, "a wire");
-    EXPECT_FALSE(driver.make("/sim/9")->open({}));
-}
-
-TEST_F(WireTest, PortIsTakenByOneAtATime)
-{
-    ASSERT_TRUE(port->open({}));
-    const auto second = driver.make("/sim/0");
-    EXPECT_FALSE(second->open({}));
-    port->close();
-    EXPECT_TRUE(second->open({}));
-}
-
-TEST_F(WireTest, RefusedOpeningFailsAsOftenAsAsked)
-{
-    driver.refuse_open("/sim/0", 2);
-    EXPECT_FALSE(port->open({}));
-    EXPECT_FALSE(port->open({}));
-    EXPECT_TRUE(port->open({}));
-}
-
-TEST_F(WireTest, DeviceThatVanishesClosesThePortAndTellsOfIt)
-{
-    int told = 0;
-    loop.run_for_ms(1);
-    driver.on_list_changed = [&] { ++told; };
-    port->open({});
-    driver.remove("/sim/0");
-    EXPECT_FALSE(port->is_open());
-    EXPECT_EQ(told, 0);
-    loop.run_for_ms(1);
-    EXPECT_EQ(told, 1);
-    EXPECT_FALSE(port->open({}));
+    EXPECT_EQ(batches, 3);
 }
 
 } // namespace
-} // namespace sim
+} // namespace sim::test
