@@ -19,6 +19,7 @@
 #include <fstream>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vrk {
@@ -68,7 +69,11 @@ struct Bench : Rehearsal {
         }
         return bytes;
     }
-    void open_code(const std::vector<std::uint8_t>& bytes) { open(bytes, form.code_buffer, "code.bin"); }
+    void open_code(const std::vector<std::uint8_t>& bytes)
+    {
+        open(bytes, form.code_buffer, "code.bin");
+        code_size = bytes.size();
+    }
     void open_data(const std::vector<std::uint8_t>& bytes) { open(bytes, form.data_buffer, "data.bin"); }
 
     void press_download(int row = 0)
@@ -83,17 +88,27 @@ struct Bench : Rehearsal {
     {
         loop.call_at(loop.now_us() + ms * 1000, [this] { chip.power_up(); });
     }
-    void after_ms(std::int64_t ms, std::function<void()> act) { loop.call_at(loop.now_us() + ms * 1000, std::move(act)); }
+    void after_ms(std::int64_t ms, std::function<void()> act)
+    {
+        loop.call_at(loop.now_us() + ms * 1000, std::move(act));
+    }
 
-    // Until no sequence runs; ten minutes of bench time are the end of every story.
+    // Until no sequence runs. A sequence that still waits after ten minutes of bench time waits for good: it is told,
+    // and stopped as a user would stop it.
     void run_until_idle()
     {
-        const std::int64_t end = loop.now_us() + 600'000'000;
+        const auto end = loop.call_at(loop.now_us() + 600'000'000, [this] {
+            ADD_FAILURE() << "the sequence does not end";
+            form.comStop_Download.set_enabled(true);
+            click(form, form.comStop_Download);
+        });
         do
             loop.yield();
-        while (form.job.sequence_running && loop.now_us() < end);
-        ASSERT_FALSE(form.job.sequence_running) << "the sequence does not end";
+        while (form.job.sequence_running);
+        loop.cancel(end);
     }
+    // Between sequences only: a sequence runs on the stack of whoever yields, so this would not come back before its
+    // end. What is to happen in the middle of one is told beforehand, by after_ms and when.
     void run_for_ms(std::int64_t ms) { loop.run_for_ms(ms); }
 
     // A whole good download: press, power, wait.
@@ -104,7 +119,75 @@ struct Bench : Rehearsal {
         run_until_idle();
     }
 
+    // As run_until_idle, for a chip that a fault may have put out of hearing: the user gives up after two minutes.
+    void run_until_idle_or_given_up()
+    {
+        const auto giving_up =
+            loop.call_at(loop.now_us() + 120'000'000, [this] { click(form, form.comStop_Download); });
+        run_until_idle();
+        loop.cancel(giving_up);
+    }
+
+    // Once, as soon as the chip has got that far.
+    void when(sim::Chip::State state, std::function<void()> act)
+    {
+        chip.on_state_change.push_back([this, state, act = std::move(act), done = false](sim::Chip::State now) mutable {
+            if (now == state && !std::exchange(done, true))
+                loop.call_at(loop.now_us(), act);
+        });
+    }
+
+    // The hand at the bench puts the chip right, takes its power away, and presses Download once more.
+    void repair()
+    {
+        chip.faults = sim::ChipFaults{};
+        wire.replies = sim::ReplyFaults{};
+        wire.bytes_to_tool = sim::ByteFaults{};
+        wire.bytes_to_target = sim::ByteFaults{};
+        run_for_ms(5000); // what was arranged for the last download comes to pass
+        chip.power_off();
+        run_for_ms(100);
+    }
+    void expect_a_clean_next_download()
+    {
+        repair();
+        const int before = count();
+        const std::string violations = chip.violations();
+        download();
+        EXPECT_TRUE(form.job.succeeded);
+        EXPECT_EQ(count(), before + 1);
+        EXPECT_TRUE(report_says("Program OK"));
+        EXPECT_TRUE(chip_holds_the_code());
+        EXPECT_EQ(chip.violations(), violations) << "the next download is not clean";
+        EXPECT_TRUE(buttons_are_free());
+        EXPECT_EQ(form.job.panel_state, 0);
+    }
+
+    // No word of success, no count, and the user can go on.
+    void expect_failed_honestly()
+    {
+        EXPECT_FALSE(form.job.succeeded);
+        EXPECT_FALSE(report_says("OK"));
+        EXPECT_EQ(count(), 0);
+        EXPECT_EQ(form.platform.settings.get("Settings", "Write_OK_Count", "none"), "none");
+        EXPECT_TRUE(buttons_are_free());
+    }
+
+    // The code file is in the chip's true flash, whatever anybody says.
+    bool chip_holds_the_code() const { return code_size > 0 && flash(0, code_size - 1) == code(0, code_size - 1); }
+    void wipe_chip() { chip.preset_flash(0, std::vector<std::uint8_t>(chip.flash().size(), 0xA5)); }
+
+    std::size_t code_size = 0;
+
     bool report_says(std::string_view text) const { return form.textMsg.text().find(text) != std::string::npos; }
+    int times_said(std::string_view text) const
+    {
+        const std::string& report = form.textMsg.text();
+        int times = 0;
+        for (std::size_t at = report.find(text); at != std::string::npos; at = report.find(text, at + text.size()))
+            ++times;
+        return times;
+    }
     int count() const { return std::stoi(form.txtWrite_OK_Count.text()); }
     std::vector<std::uint8_t> flash(std::size_t first, std::size_t last) const { return chip.flash(first, last); }
     std::vector<std::uint8_t> code(std::size_t first, std::size_t last) const
@@ -121,8 +204,8 @@ private:
     void open(const std::vector<std::uint8_t>& bytes, FileBuffer& buffer, const char* name)
     {
         const std::string path = ::testing::TempDir() + std::to_string(getpid()) + name;
-        std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()),
-            static_cast<std::streamsize>(bytes.size()));
+        std::ofstream(path, std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
         take_path(form, &buffer == &form.code_buffer ? BufferKind::code : BufferKind::data, path);
         ASSERT_TRUE(load_file(form, path, buffer));
         std::remove(path.c_str());

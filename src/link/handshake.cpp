@@ -59,6 +59,7 @@ void forget_target(MainForm& form)
 {
     form.target = TargetFacts{};
     form.connected = McuRecord{};
+    form.beside = beside_record(form.selected); // a chip that was taken for another may have left its own
 }
 
 bool open_for_handshake(MainForm& form)
@@ -183,12 +184,25 @@ bool reports_double_speed(const MainForm& form)
     return false;
 }
 
+// These two stand in every status frame, however short.
+void take_version(MainForm& form)
+{
+    const auto& rx = form.link.rx_buffer;
+    form.target.fw_letter = std::string(1, static_cast<char>(rx[field::letter]));
+    form.target.fw_version = decode_version(rx[field::version]);
+}
+
+bool has_flags(const MainForm& form)
+{
+    return frame_length(form) > 27 && form.link.rx_buffer[field::version] > 0x25;
+}
+
 void take_firmware(MainForm& form)
 {
     const auto& rx = form.link.rx_buffer;
     LinkState& link = form.link;
-    form.target.fw_letter = std::string(1, static_cast<char>(rx[field::letter]));
-    form.target.fw_version = decode_version(rx[field::version]);
+    if (has_flags(form))
+        form.target.clock_doubled_flag = rx[field::flags] & 0x20; // before the clock is reported
     link.header_required = false; // no firmware of this table asks for it; a chip can, by its flags byte
     link.hdr_46_seen = false;
     link.hdr_b9_seen = false;
@@ -229,10 +243,9 @@ void take_boot_size(MainForm& form)
     const auto& rx = form.link.rx_buffer;
     TargetFacts& target = form.target;
     target.boot_size_known = false;
-    if (frame_length(form) <= 27 || rx[field::version] <= 0x25)
+    if (!has_flags(form))
         return;
     form.link.header_required = (rx[field::flags] & 0x80) != 0;
-    target.clock_doubled_flag = rx[field::flags] & 0x20;
     target.boot_size = has_no_boot_block(form.connected) ? std::int16_t{0} : sizes[rx[field::flags] & 3];
     target.boot_size_known = true;
 }
@@ -315,6 +328,7 @@ bool handshake(MainForm& form, Purpose purpose, std::string& baud)
 
     settle_line(form);
     measure_clock(form);
+    take_version(form);
     if (frame_length(form) > 24 && !identify(form, purpose))
         return false;
     if (frame_length(form) > 24 && purpose == Purpose::read_only) {

@@ -3,6 +3,7 @@
 #include "link/port.h"
 
 #include "catalog/attributes.h"
+#include "catalog/rows.h"
 #include "form/messages.h"
 #include "platform/text_number.h"
 
@@ -70,7 +71,7 @@ bool model_matches(const MainForm& form)
     if (letter.size() != 1)
         return true;
     switch (letter[0]) {
-    case 'A': return form.beside.block_bytes == 128;
+    case 'A': return beside_record(form.selected).block_bytes == 128;
     case 'B': return form.selected.series == 1 && aspen_matches(form);
     case 'E': return form.selected.series == 4 && sizes_agree(form);
     case 'F': return has_size_of_f(form);

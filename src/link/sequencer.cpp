@@ -236,6 +236,8 @@ void run_download(MainForm& form, int row)
     } while (form.job.succeeded && row == 1);
     if (form.job.succeeded)
         finish(form);
+    else if (!form.file_loaded)
+        unlock_panel_after_sequence(form); // the chip was another model: the file has to be opened again, or another picked
     enable_buttons(form);
 }
 

@@ -1,0 +1,40 @@
+// What a wrong chip on the wire must not leave behind.
+#include "bench.h"
+
+using namespace vrk;
+
+// The panel used to stay locked, and without a file neither Download nor any other button led out of it.
+TEST(AfterAMismatch, TheFileCanBeOpenedAgain)
+{
+    Bench bench("Juniper-60Q");
+    bench.open_code(Bench::pattern(600));
+    bench.chip.report_id(0xD11E);
+    bench.download();
+    EXPECT_FALSE(bench.form.job.succeeded);
+    EXPECT_FALSE(bench.form.file_loaded);
+    EXPECT_TRUE(bench.form.comLoadFile.enabled());
+    EXPECT_TRUE(bench.form.txtDevice.enabled());
+    EXPECT_EQ(bench.form.job.panel_state, 0);
+}
+
+// The block size of the chip that was there by mistake used to stay, and no right chip of the oldest family matched then.
+TEST(AfterAMismatch, ARightChipOfTheOldestFamilyIsTaken)
+{
+    Bench bench("Alder-64");
+    bench.form.beside.block_bytes = 512; // as any other chip leaves it
+    bench.open_code(Bench::pattern(600));
+    bench.download();
+    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_EQ(bench.flash(0, 599), bench.code(0, 599));
+}
+
+// The flag used to be read after the report that it belongs in.
+TEST(ClockReport, OfADoubledClockSaysTwiceTheMeasuredOne)
+{
+    sim::ChipSetup setup = setup_of("Juniper-60Q");
+    setup.clock_doubled = true;
+    Bench bench(setup);
+    bench.open_code(Bench::pattern(600));
+    bench.download();
+    EXPECT_TRUE(bench.report_says("MCU Clock:22.1194"));
+}

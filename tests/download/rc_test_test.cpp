@@ -1,0 +1,116 @@
+// The two families that measure their own oscillator during the connection.
+#include "download/frame_tape.h"
+
+using namespace vrk;
+
+namespace {
+
+struct Job : Bench {
+    explicit Job(const char* mhz, bool english = true, const char* model = "Holly-4")
+        : Bench(model, english)
+    {
+        open_code(pattern(0x200));
+        form.com_RC_frequency[5].set_text(mhz);
+        form.optBeepNo.set_value(true);
+    }
+};
+
+// An answer of four points at which the oscillator has not moved.
+std::vector<std::uint8_t> answer_without_slope()
+{
+    std::vector<std::uint8_t> payload(10, 0xFF);
+    payload.push_back(4);
+    for (const int trim : {0, 128, 128, 200})
+        payload.insert(payload.end(), {0x58, static_cast<std::uint8_t>(trim), 0x0A, 0x00});
+    return sim::reply_frame(0x8E, payload, true);
+}
+
+} // namespace
+
+TEST(RcTest, FindsTheTrimInTwoExchanges)
+{
+    Job bench("11.0592");
+    FrameTape tape(bench);
+    bench.download();
+    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.chip_holds_the_code());
+    EXPECT_EQ(bench.chip.violations(), "");
+    ASSERT_EQ(tape.frames(0x65).size(), 2U);
+    EXPECT_EQ(tape.frames(0x65)[0][16], 4);
+    EXPECT_EQ(tape.frames(0x65)[1][16], 11);
+    EXPECT_LE(std::abs(bench.form.rc.rc_error), 25);
+    EXPECT_TRUE(bench.report_says("\n\n下次下载 RC 振荡器频率频率: 11.0"));
+    EXPECT_TRUE(bench.report_says("%      (仅供参考)"));
+    EXPECT_EQ(bench.count(), 1);
+}
+
+TEST(RcTest, IsMadeForTheOtherFamilyToo)
+{
+    Job bench("11.0592", false, "Poplar-4L");
+    bench.download();
+    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_EQ(bench.chip.frame_count(0x65), 2);
+}
+
+TEST(RcTest, IsNotMadeForOtherFamilies)
+{
+    Job bench("11.0592", true, "Juniper-8");
+    bench.download();
+    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_EQ(bench.chip.frame_count(0x65), 0);
+}
+
+TEST(RcTest, WithoutAnAnswerEndsTheConnection)
+{
+    Job bench("11.0592");
+    bench.chip.overhear(0x65, 100);
+    bench.download();
+    bench.expect_failed_honestly();
+    EXPECT_EQ(bench.chip.frame_count(0x65), 1);
+    EXPECT_EQ(bench.times_said("\nConnection failed.(End: 08:00:"), 1);
+    EXPECT_EQ(bench.dialogs.beeps, 2);
+    bench.expect_a_clean_next_download();
+}
+
+TEST(RcTest, WithoutAnAnswerIsToldInChinese)
+{
+    Job bench("11.0592", false);
+    bench.chip.overhear(0x65, 100);
+    bench.download();
+    EXPECT_EQ(bench.times_said("\nConnection failed. / 握手失败(LB) (End: 08:00:"), 1);
+}
+
+TEST(RcTest, OfAnOscillatorThatDoesNotMoveEndsTheConnection)
+{
+    Job bench("11.0592");
+    bench.chip.noise_before_reply(3, answer_without_slope());
+    bench.download();
+    bench.expect_failed_honestly();
+    EXPECT_EQ(bench.times_said("\nConnection failed.(End: 08:00:"), 1);
+    EXPECT_EQ(bench.dialogs.beeps, 2);
+    bench.expect_a_clean_next_download();
+}
+
+TEST(RcTest, IsStoppedByTheUser)
+{
+    Job bench("11.0592");
+    bench.chip.overhear(0x65, 100);
+    bench.press_download();
+    bench.power_up_after_ms(300);
+    bench.when(sim::Chip::State::named, [&bench] { bench.press_stop_after_ms(1000); });
+    bench.run_until_idle();
+    bench.expect_failed_honestly();
+    EXPECT_EQ(bench.times_said("\nOperation stopped. "), 1);
+    EXPECT_EQ(bench.dialogs.beeps, 1);
+}
+
+TEST(RcReport, OfAFrequencyOutOfReachBeepsAndIsNotCounted)
+{
+    Job bench("60", false);
+    bench.download();
+    EXPECT_FALSE(bench.form.job.succeeded);
+    EXPECT_EQ(bench.count(), 0);
+    EXPECT_EQ(bench.dialogs.beeps, 3);
+    EXPECT_TRUE(bench.report_says("\n您设置的 RC 振荡器的频率可能在此片 MCU 的频率盲区内，\n频率盲区：0 -- 0MHz"));
+    EXPECT_TRUE(bench.buttons_are_free());
+}

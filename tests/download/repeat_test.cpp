@@ -1,0 +1,142 @@
+// Re-Download: chip after chip, until one fails or the user stops.
+#include "bench.h"
+
+using namespace vrk;
+
+namespace {
+
+// A hand that changes the chip each time the tool has let go of it: another one, with something else in it.
+struct Line : Bench {
+    int chips_left;
+    int good_chips = 0;
+
+    Line(const char* model, int chips, bool english = true)
+        : Bench(model, english)
+        , chips_left(chips)
+    {
+        open_code(pattern(0x300));
+        form.comDalay_ReDownLoad.set_text("2");
+        chip.on_state_change.push_back([this](sim::Chip::State state) {
+            if (state == sim::Chip::State::user_code)
+                loop.call_at(loop.now_us() + 500'000, [this] { change_chip(); });
+        });
+        press_download(1);
+        power_up_after_ms(300);
+    }
+    void change_chip()
+    {
+        good_chips += chip_holds_the_code() ? 1 : 0;
+        chip.power_off();
+        if (--chips_left <= 0)
+            return press_stop_after_ms(5000);
+        wipe_chip();
+        power_up_after_ms(4000);
+    }
+};
+
+} // namespace
+
+TEST(Repeat, ProgramsChipAfterChip)
+{
+    Line bench("Juniper-8", 4);
+    bench.run_until_idle();
+    EXPECT_EQ(bench.count(), 4);
+    EXPECT_EQ(bench.good_chips, 4);
+    EXPECT_EQ(bench.chip.power_ups(), 4);
+    EXPECT_EQ(bench.chip.violations(), "");
+    EXPECT_TRUE(bench.form.textMsg.text().ends_with("\nOperation stopped. "));
+    EXPECT_EQ(bench.dialogs.beeps, 5);
+    EXPECT_TRUE(bench.buttons_are_free());
+    EXPECT_EQ(bench.form.job.panel_state, 0);
+    EXPECT_EQ(bench.form.platform.settings.get("Settings", "Write_OK_Count", ""), "4");
+}
+
+TEST(Repeat, ProgramsOlderChipsToo)
+{
+    Line bench("Birch-8", 3);
+    bench.run_until_idle();
+    EXPECT_EQ(bench.count(), 3);
+    EXPECT_EQ(bench.good_chips, 3);
+    EXPECT_EQ(bench.chip.violations(), "");
+}
+
+TEST(Repeat, EndsWithTheFirstChipThatFails)
+{
+    Line bench("Juniper-8", 4);
+    bench.after_ms(6000, [&bench] { bench.chip.refuse_block(0); });
+    bench.run_until_idle();
+    EXPECT_EQ(bench.count(), 1);
+    EXPECT_EQ(bench.chip.power_ups(), 2);
+    EXPECT_TRUE(bench.report_says("Programing failed. (End: "));
+    EXPECT_FALSE(bench.report_says("OK"));
+    EXPECT_FALSE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.buttons_are_free());
+}
+
+namespace {
+
+class RepeatDelay : public ::testing::TestWithParam<int> { };
+
+// What the report says one moment before the next connection clears it.
+std::string last_words_of_the_delay(int seconds, bool english)
+{
+    Bench bench("Juniper-8", english);
+    bench.open_code(Bench::pattern(0x300));
+    bench.form.comDalay_ReDownLoad.set_text(std::to_string(seconds));
+    std::string words;
+    bench.loop.before_sleep = [&] {
+        if (bench.report_says("Program succeed."))
+            words = bench.form.textMsg.text();
+        return false;
+    };
+    bench.press_download(1);
+    bench.power_up_after_ms(300);
+    bench.press_stop_after_ms(15'000 + seconds * 1000);
+    bench.run_until_idle();
+    EXPECT_EQ(bench.count(), 1);
+    return words;
+}
+
+} // namespace
+
+TEST_P(RepeatDelay, IsCountedDownToZero)
+{
+    const std::string words = last_words_of_the_delay(GetParam(), true);
+    std::string wanted;
+    for (int i = GetParam(); i >= 0; --i)
+        wanted += "\nProgram succeed.\nAfter a few seconds, re-connection will continue.  " + std::to_string(i);
+    EXPECT_TRUE(words.ends_with("\nEncrypt OK." + wanted)) << words;
+}
+
+TEST_P(RepeatDelay, IsCountedDownInChinese)
+{
+    const std::string words = last_words_of_the_delay(GetParam(), false);
+    std::string wanted;
+    for (int i = GetParam(); i >= 0; --i)
+        wanted += "\nProgram succeed. / 下载成功.\nAfter a few seconds re-connect will continue.  " +
+            std::to_string(i) + "\nChinese:几秒钟后将继续下载下一个 MCU...  " + std::to_string(i);
+    EXPECT_TRUE(words.ends_with("\nEncrypt OK/ 已加密" + wanted)) << words;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Seconds, RepeatDelay, ::testing::Values(0, 1, 2, 5, 9), [](const auto& row) { return std::to_string(row.param); });
+
+TEST(RepeatStop, InTheDelayActsWhenTheDelayHasRunOut)
+{
+    Bench bench("Juniper-8");
+    bench.open_code(Bench::pattern(0x300));
+    bench.form.comDalay_ReDownLoad.set_text("9");
+    std::int64_t left_us = 0;
+    bench.when(sim::Chip::State::user_code, [&bench, &left_us] {
+        left_us = bench.loop.now_us();
+        bench.press_stop_after_ms(2000);
+    });
+    bench.press_download(1);
+    bench.power_up_after_ms(300);
+    bench.run_until_idle();
+    EXPECT_GE(bench.loop.now_us() - left_us, 10'000'000);
+    EXPECT_EQ(bench.count(), 1);
+    EXPECT_EQ(bench.times_said("\nOperation stopped. "), 1);
+    EXPECT_FALSE(bench.report_says("OK")) << "the next connection has cleared the report";
+    EXPECT_TRUE(bench.buttons_are_free());
+}
