@@ -1,0 +1,32 @@
+// The program on the Qt host without a window: a main object, real time, ports as it is given them.
+#pragma once
+
+#include "catalog/rows.h"
+#include "form/main_form.h"
+#include "host/qt_loop.h"
+#include "host/qt_ports.h"
+#include "platform/scripted_dialogs.h"
+#include "shell/device.h"
+#include "shell/start_up.h"
+
+namespace bench {
+
+struct QtBench {
+    vrk::QtLoop loop;
+    vrk::ScriptedDialogs dialogs;
+    vrk::MemoryStore settings;
+    vrk::MainForm form;
+
+    // The first port of the driver's list is the one in use.
+    QtBench(vrk::PortDriver& ports, const char* model)
+        : form({loop, ports, dialogs, settings})
+    {
+        form.language_is_english = true;
+        vrk::start_up(form);
+        form.txtDevice.set_text(model);
+        vrk::apply_selected_device(form);
+        form.combCommPort.choose(0);
+    }
+};
+
+} // namespace bench
