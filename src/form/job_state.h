@@ -24,7 +24,9 @@ struct JobState {
 // Option bytes. Held by MainForm as `options`.
 struct OptionState {
     static constexpr int rows = 17;
-    std::uint8_t option_bytes[rows][4] = {}; // column 0: wanted in the chip
+    // Column 0: wanted in the chip. 1: the start value. 2: a second one, which cannot change the result. 3: not used.
+    std::uint8_t option_bytes[rows][4] = {};
+    std::uint8_t spare_row_16 = 0; // what row 16 held before the 16-byte families made it 255
     std::int16_t status_bytes[rows] = {}; // read from the chip
     std::string byte_text = "0,0,0"; // third field "1": block 1 must not program block 0
 };

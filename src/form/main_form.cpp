@@ -30,10 +30,47 @@ void register_controls(MainForm& form)
     all.add(form.imgOpen_sys, "imgOpen_sys");
     all.add(form.imgNotOpen_sys, "imgNotOpen_sys");
 
+    all.add(form.Picture2, "Picture2");
+    all.add(form.LabOption, "LabOption");
+    all.add(form.Option0, "Option0");
+    all.add(form.Option1, "Option1");
+    all.add(form.Option2, "Option2");
+    all.add(form.Option3, "Option3");
+    all.add(form.Option4, "Option4");
+    all.add(form.Option5, "Option5");
+    all.add(form.Option6, "Option6");
+    all.add(form.Option7, "Option7");
+    all.add(form.Option8, "Option8");
+    all.add(form.Option9, "Option9");
+    all.add(form.Option10, "Option10");
+    all.add(form.Option11, "Option11");
+    all.add(form.Option12, "Option12");
+    all.add(form.Option13, "Option13");
+    all.add(form.LabOptionC, "LabOptionC");
+    all.add(form.comWDT_Prescalar, "comWDT_Prescalar");
     all.add(form.Frame12, "Frame12");
+    all.add(form.Frame15, "Frame15");
+    all.add(form.Frame20, "Frame20");
+    all.add(form.Frame23, "Frame23");
+    all.add(form.Label20, "Label20");
     all.add(form.com_RC_frequency, "com_RC_frequency");
+    all.add(form.txt_RC_frequency, "txt_RC_frequency");
+    all.add(form.Label8, "Label8");
+    all.add(form.Picture4, "Picture4");
+    all.add(form.Picture7, "Picture7");
+    all.add(form.Lab_485_pin, "Lab_485_pin");
+    all.add(form.Lab__485_logic, "Lab__485_logic");
+    all.add(form.comb_485_pin, "comb_485_pin");
+    all.add(form.opt_485_pin, "opt_485_pin");
+    all.add(form.opt_485_logic, "opt_485_logic");
+    all.add(form.Label9, "Label9");
+    all.add(form.comb_External_WDT, "comb_External_WDT");
+    all.add(form.opt_External_WDT, "opt_External_WDT");
     all.add(form.opt_ISP_DEMO_WDT, "opt_ISP_DEMO_WDT");
     all.add(form.comb_WDT, "comb_WDT");
+    all.add(form.Frame4, "Frame4");
+    all.add(form.comReadChipLock, "comReadChipLock");
+    all.add(form.LabLock, "LabLock");
 
     all.add(form.comDownload, "comDownload");
     all.add(form.comStop_Download, "comStop_Download");
@@ -73,6 +110,36 @@ void group(std::initializer_list<OptionButton*> buttons)
     for (OptionButton* button : buttons)
         button->group = buttons;
 }
+template <std::size_t Count> void group(OptionButton (&buttons)[Count])
+{
+    for (OptionButton& button : buttons) {
+        for (OptionButton& member : buttons)
+            button.group.push_back(&member);
+    }
+}
+
+void group_buttons(MainForm& form)
+{
+    group({&form.optBeepYes, &form.optBeepNo});
+    group(form.Option0);
+    group(form.Option1);
+    group(form.Option2);
+    group(form.Option3);
+    group(form.Option4);
+    group(form.Option5);
+    group(form.Option6);
+    group(form.Option7);
+    group(form.Option8);
+    group(form.Option9);
+    group(form.Option10);
+    group(form.Option11);
+    group(form.Option12);
+    group(form.Option13);
+    group(form.opt_485_pin);
+    group(form.opt_485_logic);
+    group(form.opt_External_WDT);
+    group(form.opt_ISP_DEMO_WDT);
+}
 
 } // namespace
 
@@ -95,8 +162,7 @@ MainForm::MainForm(const Platform& its_platform)
 // clang-format on
 {
     register_controls(*this);
-    group({&optBeepYes, &optBeepNo});
-    group({&opt_ISP_DEMO_WDT[0], &opt_ISP_DEMO_WDT[1]});
+    group_buttons(*this);
     com_RC_frequency[0].editable = true;
     com_RC_frequency[5].editable = true;
     Timer1.on_tick = [this] { link.reply_timeout = true; };

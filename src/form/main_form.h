@@ -7,6 +7,7 @@
 #include "form/link_state.h"
 #include "form/mcu_record.h"
 #include "form/mcu_table.h"
+#include "form/option_table.h"
 #include "form/registry.h"
 #include "form/target_facts.h"
 #include "platform/comm_control.h"
@@ -48,11 +49,55 @@ struct MainForm {
     Image imgOpen_sys;
     Image imgNotOpen_sys;
 
-    // Step 4: the options of the model.
+    // Step 4: the options of the model. A strip is a label and a group of buttons; they share the strip's index.
+    Frame Picture2[14];
+    Label LabOption[14];
+    OptionButton Option0[2];
+    OptionButton Option1[2];
+    OptionButton Option2[3];
+    OptionButton Option3[3];
+    OptionButton Option4[2];
+    OptionButton Option5[3];
+    OptionButton Option6[2];
+    OptionButton Option7[2];
+    OptionButton Option8[2];
+    OptionButton Option9[2];
+    OptionButton Option10[2];
+    OptionButton Option11[2];
+    OptionButton Option12[3];
+    OptionButton Option13[2];
+    Label LabOptionC[2]; // notes to the whole panel
+    ComboBox comWDT_Prescalar[2]; // 0: divider of the watchdog, 1: of the 30 kHz clock
     Frame Frame12;
+    Frame Frame15;
+    Frame Frame20;
+    Frame Frame23;
+    Label Label20;
+
+    // The RC oscillator. 0: MHz wanted, 1 to 3: what goes into the option bytes, 4: low voltage, 5: what the RC test
+    // aims at.
     ComboBox com_RC_frequency[6];
+    TextBox txt_RC_frequency;
+    Label Label8[5];
+
+    // Pins that the boot code drives for the user.
+    Frame Picture4; // the transceiver's
+    Frame Picture7; // the watchdog's
+    Label Lab_485_pin;
+    Label Lab__485_logic;
+    ComboBox comb_485_pin;
+    OptionButton opt_485_pin[2];
+    OptionButton opt_485_logic[2];
+    Label Label9;
+    ComboBox comb_External_WDT;
+    OptionButton opt_External_WDT[2];
     OptionButton opt_ISP_DEMO_WDT[2];
     ComboBox comb_WDT; // pin that feeds an external watchdog
+
+    // The check page: the options as read from the chip.
+    Frame Frame4;
+    Button comReadChipLock;
+    Label LabLock[16];
 
     // Step 5: the download.
     Button comDownload[2];
@@ -104,6 +149,7 @@ struct MainForm {
 
     // State.
     McuTable mcu_table;
+    OptionTable option_table;
     McuRecord selected; // the model in the tree; a connection never overwrites it
     McuRecord connected; // the chip on the wire, as the catalogue knows it
     std::int32_t option_family = 0; // of the selected model

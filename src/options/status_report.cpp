@@ -1,6 +1,7 @@
 #include "options/status_report.h"
 
 #include "form/messages.h"
+#include "options/option_report.h"
 #include "options/status_frame.h"
 #include "platform/text_number.h"
 
@@ -44,6 +45,8 @@ void report_status(MainForm& form)
     }
     if (enable_disp_RC_frequency(form, 0))
         report_rc_frequency(form, false);
+    report_old_firmware(form);
+    report_options(form);
 }
 
 void report_rc_frequency(MainForm& form, bool after_download)

@@ -6,7 +6,8 @@
 
 namespace vrk {
 
-// Model and firmware lines, and the double-speed line of the two oldest letters. Reads the status frame in rx_buffer.
+// Model and firmware lines, the double-speed line of the two oldest letters, then the options. Reads the status frame
+// in rx_buffer and status_bytes.
 void report_status(MainForm& form);
 
 // The RC oscillator's last and factory frequency, from the status frame; Chinese only. Nothing is said of a chip whose

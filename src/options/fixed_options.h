@@ -1,0 +1,10 @@
+// The panel of a model whose options cannot be written: lines that tell how it leaves the factory.
+#pragma once
+
+#include "form/main_form.h"
+
+namespace vrk {
+
+void show_fixed_options(MainForm& form); // series 5 to 17
+
+} // namespace vrk

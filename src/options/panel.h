@@ -1,0 +1,22 @@
+// The option panel: rebuilt from the page of the selected model's family at every selection.
+#pragma once
+
+#include "form/main_form.h"
+
+namespace vrk {
+
+void build_option_panel(MainForm& form);
+
+// The value and the visibility of one row.
+void apply_option_row(MainForm& form, int page, Control& control, int row);
+
+// What can be changed in the panel state in force, of the options and of the project fields.
+void apply_options_to_controls(MainForm& form);
+
+// The default of the low-voltage pair goes by the model in series 3 to 5; Chinese page only. Before the panel is built.
+void change_low_voltage_default(MainForm& form, std::string_view node_key);
+
+// A click on a button of Option0 to Option13: what else it changes. The button itself is set by then.
+void option_button_click(MainForm& form, int strip, int index);
+
+} // namespace vrk

@@ -1,0 +1,56 @@
+#include "options/pins.h"
+
+#include "form/messages.h"
+
+#include <string>
+#include <vector>
+
+namespace vrk {
+
+namespace {
+
+// P3.6 is not offered: the chips write to their outer memory with it.
+constexpr const char* pins[] = {"P1.0", "P1.1", "P1.2", "P1.3", "P1.4", "P1.5", "P1.6", "P1.7", "P3.0", "P3.1", "P3.2",
+    "P3.3", "P3.4", "P3.5", "P3.7"};
+
+constexpr std::string_view clash = "请不要用同一个 I/O 口线控制 485 和 外部看门狗。"; // in both languages
+
+} // namespace
+
+void fill_pin_lists(MainForm& form)
+{
+    const std::vector<std::string> list{std::begin(pins), std::end(pins)};
+    form.comb_485_pin.set_items(list);
+    form.comb_External_WDT.set_items(list);
+}
+
+void check_pin_clash(MainForm& form)
+{
+    if (form.comb_485_pin.text() == form.comb_External_WDT.text())
+        show_box(form, clash);
+}
+
+void comb_485_pin_Click(MainForm& form)
+{
+    check_pin_clash(form);
+    form.Timer3.start();
+}
+
+void comb_External_WDT_Click(MainForm& form) { check_pin_clash(form); }
+
+void opt_485_pin_Click(MainForm& form)
+{
+    const bool used = !form.opt_485_pin[0].value();
+    form.comb_485_pin.set_enabled(used);
+    form.Lab_485_pin.set_enabled(used);
+    form.opt_485_logic[0].set_enabled(used);
+    form.opt_485_logic[1].set_enabled(used);
+}
+
+void opt_External_WDT_Click(MainForm& form) { form.comb_External_WDT.set_enabled(!form.opt_External_WDT[0].value()); }
+
+void opt_485_logic_Click(MainForm& form) { form.Timer3.start(); }
+
+void opt_ISP_DEMO_WDT_Click(MainForm& form) { form.comb_WDT.set_enabled(form.opt_ISP_DEMO_WDT[1].value()); }
+
+} // namespace vrk
