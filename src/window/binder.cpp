@@ -16,6 +16,13 @@ namespace {
 // Redrawing more often than the eye can follow would take time from a running download.
 constexpr int refresh_spacing_ms = 30;
 
+// A widget that has no place yet must not be shown: it would be a window of its own for a moment.
+void show_in_place(QWidget& widget, bool visible)
+{
+    if (!visible || widget.parentWidget() != nullptr)
+        widget.setVisible(visible);
+}
+
 // Keeps what stands in the pane where the new text only continues it: the report grows line by line.
 void show_text(QPlainTextEdit& pane, const TextBox& control)
 {
@@ -132,7 +139,7 @@ QLabel* Binder::lamp(Image& control, const QString& text, const QString& color)
 {
     auto* widget = new QLabel(text);
     widget->setStyleSheet("color: " + color);
-    bind(control, widget, [&control, widget] { widget->setVisible(control.visible()); });
+    bind(control, widget, [&control, widget] { show_in_place(*widget, control.visible()); });
     return widget;
 }
 
@@ -224,8 +231,8 @@ QWidget* Binder::page(Frame& control, QLabel*& caption)
     caption->setTextInteractionFlags(Qt::TextSelectableByMouse);
     bind(control, widget, [&control, widget, text = caption] {
         text->setText(to_qt(control.caption()));
-        text->setVisible(!control.caption().empty());
-        widget->setVisible(control.visible());
+        show_in_place(*text, !control.caption().empty());
+        show_in_place(*widget, control.visible());
     });
     return widget;
 }
@@ -250,7 +257,7 @@ QProgressBar* Binder::progress(ProgressBar& control)
     bind(control, widget, [&control, widget] {
         widget->setRange(control.min(), control.max());
         widget->setValue(control.value());
-        widget->setVisible(control.visible());
+        show_in_place(*widget, control.visible());
     });
     return widget;
 }

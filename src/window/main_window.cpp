@@ -6,6 +6,7 @@
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QScreen>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -14,7 +15,7 @@ namespace vrk {
 namespace {
 
 constexpr auto window_title = "VRK-ISP V1.0";
-constexpr int report_lines = 12;
+constexpr int report_lines = 16;
 
 // What cannot be used now must still be readable: a locked panel is looked at all day.
 QPalette readable_when_disabled(QPalette palette)
@@ -47,8 +48,9 @@ MainWindow::MainWindow(MainForm& form)
     halves->addWidget(make_right());
     halves->setStretchFactor(0, 3);
     halves->setStretchFactor(1, 4);
-    // Room for a report of some twenty lines under the steps.
-    resize(sizeHint() + QSize(0, report_lines * fontMetrics().lineSpacing()));
+    // Room for a report under the steps, as far as the screen goes.
+    resize((minimumSizeHint() + QSize(0, report_lines * fontMetrics().lineSpacing()))
+               .boundedTo(screen()->availableSize() * 0.92));
     form_.on_unload = [this] { close(); };
 }
 
