@@ -103,6 +103,33 @@ void register_controls(MainForm& form)
     all.add(form.txtFileCheckSum, "txtFileCheckSum");
     all.add(form.txtDataFileCheckSum, "txtDataFileCheckSum");
     all.add(form.Label7, "Label7");
+
+    all.add(form.fraAuto_Increase, "fraAuto_Increase");
+    all.add(form.LabIncrease_Clew, "LabIncrease_Clew");
+    all.add(form.frmAP_FileIncrease, "frmAP_FileIncrease");
+    all.add(form.cheAuto_Increase, "cheAuto_Increase");
+    all.add(form.LabAuto_Increase, "LabAuto_Increase");
+    all.add(form.texAuto_Increase, "texAuto_Increase");
+    all.add(form.optAuto_Increase, "optAuto_Increase");
+    all.add(form.frmDtat_FileIncrease, "frmDtat_FileIncrease");
+    all.add(form.cheData_Auto_Increase, "cheData_Auto_Increase");
+    all.add(form.LabData_Auto_Increase, "LabData_Auto_Increase");
+    all.add(form.texData_Auto_Increase, "texData_Auto_Increase");
+    all.add(form.optData_Auto_Increase, "optData_Auto_Increase");
+
+    all.add(form.Frame9, "Frame9");
+    all.add(form.LabStore, "LabStore");
+    all.add(form.txt_Start_Address, "txt_Start_Address");
+    all.add(form.txt_length, "txt_length");
+    all.add(form.comStoreFile, "comStoreFile");
+
+    all.add(form.fra_Batch_quantity, "fra_Batch_quantity");
+    all.add(form.texBatchFileName, "texBatchFileName");
+    all.add(form.comOpenBatchFile, "comOpenBatchFile");
+    all.add(form.comSaveBatchFile, "comSaveBatchFile");
+    all.add(form.comLockOptions, "comLockOptions");
+    all.add(form.comUnlockOptions, "comUnlockOptions");
+    all.add(form.Command1, "Command1");
 }
 
 void group(std::initializer_list<OptionButton*> buttons)
@@ -139,6 +166,8 @@ void group_buttons(MainForm& form)
     group(form.opt_485_logic);
     group(form.opt_External_WDT);
     group(form.opt_ISP_DEMO_WDT);
+    group(form.optAuto_Increase);
+    group(form.optData_Auto_Increase);
 }
 
 } // namespace
@@ -156,6 +185,7 @@ MainForm::MainForm(const Platform& its_platform)
     , Timer8     (platform.loop, Timer::Kind::one_shot,    200) // long waits of set_new_baud and of the RC test
     , Timer9     (platform.loop, Timer::Kind::one_shot,   4000) // nobody answers: shows the guidance
     , Timer10    (platform.loop, Timer::Kind::one_shot,   1000) // one second of the delay before a repeat
+    , Timer11    (platform.loop, Timer::Kind::one_shot,   3000) // takes the hint of the buffer editor away again
     , Timer12    (platform.loop, Timer::Kind::repeating,  1000) // watches the code file for a change
     , Timer_beep (platform.loop, Timer::Kind::one_shot,    150) // spacing of beeps
     , TimerUnload(platform.loop, Timer::Kind::one_shot,    500) // ends the program once the sequences have wound down

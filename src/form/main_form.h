@@ -2,6 +2,7 @@
 // owns everything. Rooms above bring the routines that work on it; there are no procedures of the tool here.
 #pragma once
 
+#include "form/auto_increase.h"
 #include "form/file_buffer.h"
 #include "form/job_state.h"
 #include "form/link_state.h"
@@ -134,6 +135,36 @@ struct MainForm {
     TextBox txtDataFileCheckSum;
     Label Label7[3]; // 1 and 2: effective length of the code and of the EEPROM file
 
+    // Serial numbers.
+    Frame fraAuto_Increase;
+    Label LabIncrease_Clew; // the line above both frames
+    Frame frmAP_FileIncrease;
+    CheckBox cheAuto_Increase;
+    Label LabAuto_Increase[5]; // of the four fields and of the number system
+    TextBox texAuto_Increase[4]; // address, byte count, next value, increment
+    OptionButton optAuto_Increase[3]; // AutoIncrease::System
+    Frame frmDtat_FileIncrease;
+    CheckBox cheData_Auto_Increase;
+    Label LabData_Auto_Increase[5];
+    TextBox texData_Auto_Increase[4];
+    OptionButton optData_Auto_Increase[3];
+
+    // A range of the code buffer goes to a file.
+    Frame Frame9;
+    Label LabStore[2]; // of the start address and of the length
+    TextBox txt_Start_Address;
+    TextBox txt_length;
+    Button comStoreFile;
+
+    // The project page.
+    Frame fra_Batch_quantity;
+    TextBox texBatchFileName;
+    Button comOpenBatchFile;
+    Button comSaveBatchFile;
+    Button comLockOptions;
+    Button comUnlockOptions;
+    Button Command1; // what a project file is for
+
     // Timers. Their roles stand beside their making.
     Timer Timer1;
     Timer Timer2;
@@ -143,6 +174,7 @@ struct MainForm {
     Timer Timer8;
     Timer Timer9;
     Timer Timer10;
+    Timer Timer11;
     Timer Timer12;
     Timer Timer_beep;
     Timer TimerUnload;
@@ -167,6 +199,9 @@ struct MainForm {
     FileBuffer data_buffer{"Data_File", FileBuffer::data_last};
     bool file_loaded = false; // a code file has been opened; a model mismatch clears it
     LoaderState loader;
+    AutoIncrease code_increase;
+    AutoIncrease data_increase;
+    bool edit_confirmed = false; // the user has agreed to edit the buffers
     DownloadPlan plan;
     bool closing = false; // the window was asked to close
     bool unloaded = false; // and everything has wound down: the program may end
