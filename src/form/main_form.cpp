@@ -185,7 +185,7 @@ MainForm::MainForm(const Platform& its_platform)
     , Timer8     (platform.loop, Timer::Kind::one_shot,    200) // long waits of set_new_baud and of the RC test
     , Timer9     (platform.loop, Timer::Kind::one_shot,   4000) // nobody answers: shows the guidance
     , Timer10    (platform.loop, Timer::Kind::one_shot,   1000) // one second of the delay before a repeat
-    , Timer11    (platform.loop, Timer::Kind::one_shot,   3000) // takes the hint of the buffer editor away again
+    , Timer11    (platform.loop, Timer::Kind::one_shot,  20000) // takes the hint of the buffer editor away again
     , Timer12    (platform.loop, Timer::Kind::repeating,  1000) // watches the code file for a change
     , Timer_beep (platform.loop, Timer::Kind::one_shot,    150) // spacing of beeps
     , TimerUnload(platform.loop, Timer::Kind::one_shot,    500) // ends the program once the sequences have wound down
