@@ -11,6 +11,7 @@
 #include "catalog/lookup.h"
 #include "form/messages.h"
 #include "form/waits.h"
+#include "options/codec.h"
 #include "options/status_frame.h"
 #include "options/status_report.h"
 #include "platform/text_number.h"
@@ -229,6 +230,7 @@ bool identify(MainForm& form, Purpose purpose)
     look_up_id(form);
     if (!take_connected_record(form))
         return false;
+    build_option_bytes(form);
     take_firmware(form);
     report_status(form);
     clock_report(form);

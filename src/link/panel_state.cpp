@@ -1,6 +1,7 @@
 #include "link/panel_state.h"
 
 #include "catalog/attributes.h"
+#include "options/panel.h"
 
 namespace vrk {
 
@@ -19,9 +20,11 @@ constexpr PanelRow panel_rows[] = {
     { "txtAP_FileStart",      -1, "1000" },
     { "txtFileCheckSum",      -1, "1000" },
     { "cheClearAP_Buffer",    -1, "1000" },
+    { "cheClearDataBuffer",   -1, "1000" },
     { "comLoadFile",          -1, "1000" },
     { "comDownload",           0, "1010" },
     { "comDownload",           1, "1010" },
+    { "comReadChipLock",      -1, "1010" },
     { "comStop_Download",     -1, "0101" },
 };
 // clang-format on
@@ -33,6 +36,7 @@ void set_panel_state(MainForm& form, std::int16_t state)
     if (form.selected.cap_no_option_write)
         return;
     form.job.panel_state = state;
+    apply_options_to_controls(form);
     for (const PanelRow& row : panel_rows) {
         if (Control* control = form.controls.find(row.control, row.index))
             control->set_enabled(row.enabled[static_cast<std::size_t>(state)] == '1');

@@ -2,6 +2,7 @@
 
 #include "link/erase.h"
 #include "link/handshake.h"
+#include "link/option_commit.h"
 #include "link/panel_state.h"
 #include "link/port.h"
 #include "link/program.h"
@@ -104,18 +105,16 @@ void settle(MainForm& form)
     form.ProgressBar1.set_visible(false);
 }
 
-// The places of three stages that have nothing to do yet: serial numbers are stamped before the first chip and moved
-// after each good one, and the chip's options are written behind the code.
+// The places of two stages that have nothing to do yet: serial numbers are stamped before the first chip and moved
+// after each good one.
 void stamp_numbers(MainForm&) { }
 void move_numbers(MainForm&) { }
-void commit_options(MainForm&) { }
 
 bool option_stage(MainForm& form)
 {
     const McuRecord& record = wire_record(form);
-    if (record.cap_all_flash_ap || record.series == 1)
+    if (record.cap_all_flash_ap || record.cap_no_option_write || record.series == 1)
         return true;
-    form.job.options_done = false;
     commit_options(form);
     return form.link.reply_ok;
 }

@@ -6,6 +6,8 @@
 #include "catalog/lookup.h"
 #include "image/buffers.h"
 #include "link/panel_state.h"
+#include "options/option_report.h"
+#include "options/panel.h"
 #include "platform/text_number.h"
 #include "shell/tabs.h"
 
@@ -135,7 +137,10 @@ void TreeViewDevice_NodeClick(MainForm& form, std::string_view key)
     if (form.txtDevice.text().empty())
         return;
     close_device_tree(form);
-    apply_selected_device(form);
+    if (!apply_selected_device(form))
+        return;
+    change_low_voltage_default(form, key);
+    build_option_panel(form);
 }
 
 bool apply_selected_device(MainForm& form)
@@ -152,6 +157,9 @@ bool apply_selected_device(MainForm& form)
     enable_eeprom_controls(form, has_eeprom_buffer(form.selected));
     show_ap_isp_range(form);
     show_tabs_of_model(form);
+    clear_check_page(form);
+    form.Timer3.start();
+    build_option_panel(form);
     return true;
 }
 

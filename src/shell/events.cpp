@@ -4,7 +4,11 @@
 #include "image/buffer_view.h"
 #include "image/file_loader.h"
 #include "image/file_watch.h"
+#include "link/option_commit.h"
 #include "link/sequencer.h"
+#include "options/panel.h"
+#include "options/pins.h"
+#include "options/rc_setting.h"
 #include "shell/device.h"
 #include "shell/tabs.h"
 
@@ -39,6 +43,28 @@ constexpr EventRow events[] = {
     { "comDownload",        [](MainForm& form, int index) { comDownload_Click(form, index); } },
     { "comStop_Download",   [](MainForm& form, int) { comStop_Download_Click(form); } },
     { "comClear_OK_Count",  [](MainForm& form, int) { comClear_OK_Count_Click(form); } },
+    { "Option0",            [](MainForm& form, int index) { option_button_click(form, 0, index); } },
+    { "Option1",            [](MainForm& form, int index) { option_button_click(form, 1, index); } },
+    { "Option2",            [](MainForm& form, int index) { option_button_click(form, 2, index); } },
+    { "Option3",            [](MainForm& form, int index) { option_button_click(form, 3, index); } },
+    { "Option4",            [](MainForm& form, int index) { option_button_click(form, 4, index); } },
+    { "Option5",            [](MainForm& form, int index) { option_button_click(form, 5, index); } },
+    { "Option6",            [](MainForm& form, int index) { option_button_click(form, 6, index); } },
+    { "Option7",            [](MainForm& form, int index) { option_button_click(form, 7, index); } },
+    { "Option8",            [](MainForm& form, int index) { option_button_click(form, 8, index); } },
+    { "Option9",            [](MainForm& form, int index) { option_button_click(form, 9, index); } },
+    { "Option10",           [](MainForm& form, int index) { option_button_click(form, 10, index); } },
+    { "Option11",           [](MainForm& form, int index) { option_button_click(form, 11, index); } },
+    { "Option12",           [](MainForm& form, int index) { option_button_click(form, 12, index); } },
+    { "Option13",           [](MainForm& form, int index) { option_button_click(form, 13, index); } },
+    { "com_RC_frequency",   [](MainForm& form, int) { com_RC_frequency_Click(form); } },
+    { "comb_485_pin",       [](MainForm& form, int) { comb_485_pin_Click(form); } },
+    { "opt_485_pin",        [](MainForm& form, int) { opt_485_pin_Click(form); } },
+    { "opt_485_logic",      [](MainForm& form, int) { opt_485_logic_Click(form); } },
+    { "comb_External_WDT",  [](MainForm& form, int) { comb_External_WDT_Click(form); } },
+    { "opt_External_WDT",   [](MainForm& form, int) { opt_External_WDT_Click(form); } },
+    { "opt_ISP_DEMO_WDT",   [](MainForm& form, int) { opt_ISP_DEMO_WDT_Click(form); } },
+    { "comReadChipLock",    [](MainForm& form, int) { comReadChipLock_Click(form); } },
     { "TabStrip1",          [](MainForm& form, int) { TabStrip1_Click(form); } },
     { "TabStrip2",          [](MainForm& form, int) { TabStrip2_Click(form); } },
     { "vscFile",            [](MainForm& form, int index) { vscFile_Change(form, index); } },

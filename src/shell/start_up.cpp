@@ -7,6 +7,10 @@
 #include "link/port.h"
 #include "link/receive.h"
 #include "link/sequencer.h"
+#include "options/codec.h"
+#include "options/option_tables.h"
+#include "options/pins.h"
+#include "options/rc_setting.h"
 #include "shell/captions.h"
 #include "shell/device.h"
 #include "shell/events.h"
@@ -31,6 +35,9 @@ void fill_lists(MainForm& form)
             pins.push_back(std::string{"P"} + port + "." + bit);
     }
     form.comb_WDT.set_items(std::move(pins));
+    fill_divider_lists(form);
+    fill_rc_lists(form);
+    fill_pin_lists(form);
 }
 
 // What a user finds who has never changed anything.
@@ -67,6 +74,10 @@ void tie_timers_and_port(MainForm& form)
     form.MSComm1.on_comm = [&form] { on_comm(form); };
     form.platform.ports.on_list_changed = [&form] { refresh_ports(form); };
     form.Timer9.on_tick = [&form] { show_guidance(form); };
+    form.Timer3.on_tick = [&form] {
+        opt_485_pin_Click(form);
+        opt_External_WDT_Click(form);
+    };
     form.Timer12.on_tick = [&form] { Timer12_Timer(form); };
     form.TimerUnload.on_tick = [&form] { unload(form); };
 }
@@ -79,6 +90,7 @@ void start_up(MainForm& form)
     apply_captions(form);
     set_up_tabs(form);
     load_mcu_tables(form.mcu_table, false);
+    load_option_tables(form.option_table, form.language_is_english);
     build_device_tree(form);
     fill_lists(form);
     choose_defaults(form);

@@ -15,7 +15,8 @@ struct Page {
 
 // clang-format off
 constexpr Page left_pages[] = {
-    { "options",     { "选项", "Options" },                    &MainForm::Frame12 },
+    { "options",         { "选项", "Options" },                     &MainForm::Frame12 },
+    { "CheckMCUoption",  { "检测 MCU 选项", "Check MCU Options" },   &MainForm::Frame4 },
 };
 constexpr Page right_pages[] = {
     { "tab_file",    { "程序文件", "File Buffer" },             &MainForm::Frame7 },

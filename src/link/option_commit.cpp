@@ -1,0 +1,329 @@
+#include "link/option_commit.h"
+
+#include "link/handshake.h"
+#include "link/panel_state.h"
+#include "link/port.h"
+#include "link/sequencer.h"
+#include "link/stop.h"
+
+#include "catalog/attributes.h"
+#include "form/waits.h"
+#include "options/codec.h"
+#include "options/status_frame.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vrk {
+
+namespace {
+
+constexpr Text options_ok = {"设置选项成功。", "Setting options OK. "};
+constexpr Text oldest_ok = {"设置选项成功。 (End: ", "Setting options OK.  (End: "};
+constexpr Text oldest_double_speed_ok = {"设置双倍速成功。 (End: ", "Lock Chip, set 6 Clocks OK. (End: "};
+constexpr Text options_failed = {"设置选项失败。", "Setting options failed!"};
+constexpr Text read_ok = {"读选项成功.", "Reading Options OK. "};
+constexpr Text version_read_ok = {"读版本号成功.", "Read MCU Firmware Version OK."};
+constexpr Text read_failed = {"读选项失败.", "Reading Options failed!."};
+
+constexpr int rounds = 2;
+constexpr int tries = 2;
+constexpr int compares_from_version = 32; // older firmware does not give the options back as they were written
+constexpr int varying_bits = 0x88; // of byte 1 in series 7 and up: the chip sets them by itself
+
+// Rows by family and firmware.
+constexpr int rows_last[] = {0, 3, 4, 5, 8, 9}; // series 18, in the order of its frame
+constexpr int all_rows[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
+constexpr int rows_16[] = {0, 1, 2, 3, 12, 13};
+constexpr int rows_newer_order[] = {0, 1, 2, 3, 9};
+constexpr int rows_older_order[] = {2, 3, 8, 10, 11};
+constexpr int rows_older_order_hazel[] = {2, 3, 8, 10, 11, 0};
+
+OptionBytes wanted_bytes(const MainForm& form)
+{
+    OptionBytes bytes{};
+    for (std::size_t row = 0; row < bytes.size(); ++row)
+        bytes[row] = form.options.option_bytes[row][0];
+    return bytes;
+}
+
+// 80 or 81: taken. Anything else means that the chip is not ready for it yet.
+bool write_is_taken(const MainForm& form)
+{
+    const std::uint8_t code = form.link.rx_buffer[3];
+    return form.link.reply_ok && (code == 0x80 || code == 0x81);
+}
+
+void reopen(MainForm& form)
+{
+    open_link(form);
+    form.imgOpen_sys.set_visible(false);
+}
+
+bool write_options(MainForm& form, const Bytes& frame, int attempts, int wait)
+{
+    for (int attempt = 0; attempt < attempts && !form.link.stop_requested; ++attempt) {
+        flush_link(form);
+        expect_reply(form);
+        send_frame(form, frame);
+        wait_reply(form, wait);
+        if (write_is_taken(form))
+            return true;
+    }
+    form.link.reply_ok = false;
+    return false;
+}
+
+// The options as the chip has them now. False: it did not answer.
+bool read_back(MainForm& form)
+{
+    flush_link(form);
+    read_status(form);
+    return form.link.reply_ok;
+}
+
+void succeed(MainForm& form, const Text& text)
+{
+    append_message(form, text);
+    form.job.options_done = true;
+    form.link.reply_ok = true;
+}
+
+void end_without_success(MainForm& form)
+{
+    form.link.reply_ok = false;
+    if (form.link.stop_requested)
+        report_stop(form);
+    else
+        report_option_failure(form);
+}
+
+// The oldest family has one option byte and no choice in it.
+void commit_oldest(MainForm& form)
+{
+    reopen(form);
+    const bool taken = write_options(form, build_single_option_frame(0xFF, wire_check(form)), 3, 50);
+    if (!taken || !read_back(form))
+        return end_without_success(form);
+    append_with_end_time(form, form.Option0[0].value() ? oldest_double_speed_ok : oldest_ok);
+    form.job.options_done = true;
+}
+
+void pass_unchanged(MainForm& form)
+{
+    form.job.options_done = true;
+    form.link.reply_ok = true;
+}
+
+// Written whole where a bit of byte 8 that acts at the next download is to be set; else only if byte 1 changes.
+bool older_needs_writing(const MainForm& form, const OptionBytes& wanted)
+{
+    return (wanted[8] & 0xEF) == 0 || (wanted[8] & 0xF7) == 0 || wanted[1] != form.options.status_bytes[1];
+}
+
+void commit_older(MainForm& form)
+{
+    const OptionBytes wanted = wanted_bytes(form);
+    if (!older_needs_writing(form, wanted)) {
+        leave_isp(form);
+        return pass_unchanged(form);
+    }
+    const TargetFacts& target = form.target;
+    const bool double_speed = is_chosen(form, "Double_speed_YES");
+    const Bytes frame = build_older_option_frame(wanted,
+        static_cast<std::uint8_t>(double_speed ? target.reload2_hi : target.reload_hi),
+        static_cast<std::uint8_t>(double_speed ? target.reload2_lo : target.reload_lo), wire_check(form));
+    reopen(form);
+    for (int round = 0; round < rounds && !form.link.stop_requested; ++round) {
+        if (!write_options(form, frame, tries, 500) || !read_back(form))
+            continue;
+        if (form.options.status_bytes[1] != wanted[1])
+            break;
+        return succeed(form, options_ok);
+    }
+    end_without_success(form);
+}
+
+bool rows_hold(const MainForm& form, std::span<const int> rows, const OptionBytes& wanted, int varying_in_row_1 = 0)
+{
+    return std::all_of(rows.begin(), rows.end(), [&](int row) {
+        const int mask = row == 1 ? varying_in_row_1 : 0;
+        return (form.options.status_bytes[row] | mask) == (wanted[static_cast<std::size_t>(row)] | mask);
+    });
+}
+
+bool newer_needs_writing(const MainForm& form, const McuRecord& record, const OptionBytes& wanted)
+{
+    const auto& have = form.options.status_bytes;
+    const TargetFacts& target = form.target;
+    const bool firmware_bit = (have[record.series >= 7 ? 1 : 2] & 2) != 0;
+    if (!firmware_bit || record.cap_no_eeprom)
+        return true;
+    if (Option_Orde(target.fw_letter, target.fw_version) == 5 && have[0] != wanted[0])
+        return true;
+    return !rows_hold(form, compared_rows(record, target.fw_letter, target.fw_version), wanted);
+}
+
+bool firmware_gives_back(const MainForm& form)
+{
+    return version_times_ten(form.target.fw_version) >= compares_from_version;
+}
+
+bool newer_was_taken(const MainForm& form, const McuRecord& record, const OptionBytes& wanted)
+{
+    if (option_family(record.series) == 4)
+        return rows_hold(form, all_rows, wanted);
+    if (!firmware_gives_back(form))
+        return true;
+    const auto rows = compared_rows(record, form.target.fw_letter, form.target.fw_version);
+    return rows_hold(form, rows, wanted, record.series >= 7 ? varying_bits : 0);
+}
+
+void commit_newer(MainForm& form)
+{
+    const McuRecord& record = wire_record(form);
+    if (record.cap_parity && form.target.fw_version <= "3.6")
+        form.options.option_bytes[3][0] = 0xFF;
+    const OptionBytes wanted = wanted_bytes(form);
+    if (!newer_needs_writing(form, record, wanted))
+        return pass_unchanged(form);
+    const Bytes frame = build_newer_option_frame(
+        wanted, record.series, static_cast<std::uint32_t>(form.target.mcu_clock_saved), wire_check(form));
+    reopen(form);
+    for (int round = 0; round < rounds && !form.link.stop_requested; ++round) {
+        if (!write_options(form, frame, tries, 2500) || !read_back(form))
+            continue;
+        if (!newer_was_taken(form, record, wanted)) {
+            form.target.options_read_ok = false;
+            break;
+        }
+        return succeed(form, options_ok);
+    }
+    end_without_success(form);
+}
+
+// The family without a page of its own choices: its bytes go out as its rule makes them.
+void commit_last(MainForm& form)
+{
+    const OptionBytes wanted = wanted_bytes(form);
+    const bool has_clock_of_its_own = (form.options.status_bytes[3] & 2) != 0;
+    if (has_clock_of_its_own && rows_hold(form, rows_last, wanted)) {
+        leave_isp(form);
+        return pass_unchanged(form);
+    }
+    std::optional<std::uint32_t> clock_hz;
+    if (!has_clock_of_its_own)
+        clock_hz = static_cast<std::uint32_t>(form.target.mcu_clock_saved);
+    const Bytes frame = build_last_option_frame(wanted, clock_hz, wire_check(form));
+    reopen(form);
+    for (int round = 0; round < rounds && !form.link.stop_requested; ++round) {
+        if (!write_options(form, frame, tries, 500) || !read_back(form))
+            continue;
+        if (firmware_gives_back(form) && !rows_hold(form, rows_last, wanted))
+            break;
+        return succeed(form, options_ok);
+    }
+    end_without_success(form);
+}
+
+void append_clock(Bytes& parameters, std::uint32_t clock_hz)
+{
+    for (const int shift : {24, 16, 8, 0})
+        parameters.push_back(static_cast<std::uint8_t>(clock_hz >> shift));
+}
+
+} // namespace
+
+std::span<const int> compared_rows(const McuRecord& record, const std::string& letter, const std::string& version)
+{
+    if (option_family(record.series) == 4)
+        return rows_16;
+    if (record.series >= 7 || Option_Orde(letter, version) == 5
+        || (letter == "H" && version_times_ten(version) >= 58))
+        return rows_newer_order;
+    return record.series == 6 ? std::span<const int>{rows_older_order_hazel} : std::span<const int>{rows_older_order};
+}
+
+Bytes build_single_option_frame(std::uint8_t value, Check check)
+{
+    return build_command_frame(command::write_options, std::span{&value, 1}, check);
+}
+
+Bytes build_older_option_frame(const OptionBytes& wanted, std::uint8_t reload_hi, std::uint8_t reload_lo, Check check)
+{
+    const std::uint8_t parameters[] = {wanted[1], reload_hi, reload_lo, wanted[8]};
+    return build_command_frame(command::write_options, parameters, check);
+}
+
+Bytes build_newer_option_frame(
+    const OptionBytes& wanted, std::int32_t series, std::uint32_t clock_hz, Check check)
+{
+    Bytes parameters;
+    if (series < 7) {
+        parameters = {wanted[2], wanted[3], wanted[8], wanted[10], series == 6 ? wanted[0] : wanted[11]};
+        append_clock(parameters, clock_hz);
+    }
+    parameters.insert(parameters.end(), wanted.begin(), wanted.begin() + 16);
+    append_clock(parameters, clock_hz);
+    if (series >= 7)
+        return build_command_frame(command::write_options, parameters, Check::sum16);
+    parameters.insert(parameters.end(), 3, 0xFF);
+    return build_command_frame(command::write_options, parameters, check);
+}
+
+Bytes build_last_option_frame(const OptionBytes& wanted, std::optional<std::uint32_t> clock_hz, Check check)
+{
+    Bytes parameters;
+    for (const int row : rows_last)
+        parameters.push_back(wanted[static_cast<std::size_t>(row)]);
+    append_clock(parameters, clock_hz.value_or(0xFFFFFFFF));
+    return build_command_frame(command::write_options, parameters, check);
+}
+
+void report_option_failure(MainForm& form)
+{
+    beep(form, 3);
+    append_message(form, options_failed);
+    form.link.reply_ok = false;
+}
+
+void commit_options(MainForm& form)
+{
+    form.job.options_done = false;
+    build_option_bytes(form); // now: chips with a short status frame have told nothing at the handshake
+    const std::int32_t series = wire_record(form).series;
+    if (series == 0)
+        commit_oldest(form);
+    else if (series == 18)
+        commit_last(form);
+    else if (is_newer_series(series))
+        commit_newer(form);
+    else
+        commit_older(form);
+}
+
+void comReadChipLock_Click(MainForm& form)
+{
+    if (form.job.sequence_running)
+        return;
+    form.job.sequence_running = true;
+    lock_panel_for_sequence(form);
+    disable_buttons(form);
+    form.link.stop_requested = false;
+    form.textMsg.set_text("");
+    connect_target(form, Purpose::read_only);
+    if (form.target.target_ok) {
+        leave_isp(form);
+        close_link(form);
+        if (!form.target.options_read_ok)
+            append_message(form, read_failed);
+        else
+            append_message(form, form.target.fw_letter == "B" ? version_read_ok : read_ok);
+    }
+    unlock_panel_after_sequence(form);
+    enable_buttons(form);
+    form.comReadChipLock.set_enabled(true);
+    form.job.sequence_running = false;
+}
+
+} // namespace vrk
