@@ -130,9 +130,9 @@ void commit_older(MainForm& form)
     }
     const TargetFacts& target = form.target;
     const bool double_speed = is_chosen(form, "Double_speed_YES");
-    const Bytes frame = build_older_option_frame(wanted,
-        static_cast<std::uint8_t>(double_speed ? target.reload2_hi : target.reload_hi),
-        static_cast<std::uint8_t>(double_speed ? target.reload2_lo : target.reload_lo), wire_check(form));
+    const Bytes frame =
+        build_older_option_frame(wanted, static_cast<std::uint8_t>(double_speed ? target.reload2_hi : target.reload_hi),
+            static_cast<std::uint8_t>(double_speed ? target.reload2_lo : target.reload_lo), wire_check(form));
     reopen(form);
     for (int round = 0; round < rounds && !form.link.stop_requested; ++round) {
         if (!write_options(form, frame, tries, 500) || !read_back(form))
@@ -238,8 +238,7 @@ std::span<const int> compared_rows(const McuRecord& record, const std::string& l
 {
     if (option_family(record.series) == 4)
         return rows_16;
-    if (record.series >= 7 || Option_Orde(letter, version) == 5
-        || (letter == "H" && version_times_ten(version) >= 58))
+    if (record.series >= 7 || Option_Orde(letter, version) == 5 || (letter == "H" && version_times_ten(version) >= 58))
         return rows_newer_order;
     return record.series == 6 ? std::span<const int>{rows_older_order_hazel} : std::span<const int>{rows_older_order};
 }
@@ -255,8 +254,7 @@ Bytes build_older_option_frame(const OptionBytes& wanted, std::uint8_t reload_hi
     return build_command_frame(command::write_options, parameters, check);
 }
 
-Bytes build_newer_option_frame(
-    const OptionBytes& wanted, std::int32_t series, std::uint32_t clock_hz, Check check)
+Bytes build_newer_option_frame(const OptionBytes& wanted, std::int32_t series, std::uint32_t clock_hz, Check check)
 {
     Bytes parameters;
     if (series < 7) {

@@ -74,7 +74,10 @@ void show_rc_boxes(MainForm& form)
     form.txt_RC_frequency.set_enabled(false);
     for (const std::size_t box : {0U, 4U, 5U})
         form.com_RC_frequency[box].set_visible(shown);
-    form.Label8[4].set_visible(shown); // of what the RC test aims at; the other two stand in strips with labels
+    // The frequency wanted and the low voltage have strips of their own on the Chinese page.
+    form.Label8[0].set_visible(shown && form.language_is_english);
+    form.Label8[3].set_visible(shown && form.language_is_english);
+    form.Label8[4].set_visible(shown);
     if (shown)
         fill_low_voltage_list(form, no_low_voltage_item);
     if (form.series_is_15_16_17)

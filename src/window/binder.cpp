@@ -107,6 +107,7 @@ void Binder::bind(Control& control, QWidget* widget, std::function<void()> show)
         const QSignalBlocker quiet(widget);
         show();
         widget->setEnabled(control.enabled());
+        show_in_place(*widget, control.visible());
     };
     show_all();
     shows_[&control] = std::move(show_all);
@@ -139,7 +140,7 @@ QLabel* Binder::lamp(Image& control, const QString& text, const QString& color)
 {
     auto* widget = new QLabel(text);
     widget->setStyleSheet("color: " + color);
-    bind(control, widget, [&control, widget] { show_in_place(*widget, control.visible()); });
+    bind(control, widget, [] {});
     return widget;
 }
 
@@ -232,7 +233,6 @@ QWidget* Binder::page(Frame& control, QLabel*& caption)
     bind(control, widget, [&control, widget, text = caption] {
         text->setText(to_qt(control.caption()));
         show_in_place(*text, !control.caption().empty());
-        show_in_place(*widget, control.visible());
     });
     return widget;
 }
@@ -257,7 +257,6 @@ QProgressBar* Binder::progress(ProgressBar& control)
     bind(control, widget, [&control, widget] {
         widget->setRange(control.min(), control.max());
         widget->setValue(control.value());
-        show_in_place(*widget, control.visible());
     });
     return widget;
 }

@@ -3,7 +3,6 @@
 #include "shell/events.h"
 
 #include <QEvent>
-#include <QKeyEvent>
 
 #include <algorithm>
 #include <map>
@@ -14,8 +13,21 @@ namespace {
 
 constexpr int key_role = Qt::UserRole;
 constexpr int tree_rows = 18; // as high as so many lines, where the window allows it
+constexpr qint64 typing_pause_ms = 1500; // after it the next letter begins a new name
 
+QTreeWidgetItem* first_model(QTreeWidget& tree, const QString& typed)
+{
+    for (const Qt::MatchFlags how :
+        {Qt::MatchStartsWith | Qt::MatchRecursive, Qt::MatchContains | Qt::MatchRecursive}) {
+        for (QTreeWidgetItem* item : tree.findItems(typed, how)) {
+            if (item->parent() != nullptr)
+                return item;
+        }
+    }
+    return nullptr;
 }
+
+} // namespace
 
 DeviceBox::DeviceBox(Binder& binder, QWidget* over)
     : form_(binder.form())
@@ -85,12 +97,34 @@ void DeviceBox::pick(QTreeWidgetItem* item)
         box_->setFocus();
 }
 
+// True: the key was a letter of a name, or took one back.
+bool DeviceBox::search(const QKeyEvent& key)
+{
+    const bool back = key.key() == Qt::Key_Backspace;
+    const bool letter = key.text().size() == 1 && key.text()[0].isPrint() && key.text() != " ";
+    if (!back && !letter)
+        return false;
+    if (!since_typed_.isValid() || since_typed_.elapsed() > typing_pause_ms)
+        typed_.clear();
+    since_typed_.restart();
+    if (back)
+        typed_.chop(1);
+    else
+        typed_ += key.text();
+    QTreeWidgetItem* item = typed_.isEmpty() ? nullptr : first_model(*tree_, typed_);
+    if (item != nullptr) {
+        tree_->setCurrentItem(item);
+        tree_->scrollToItem(item, QAbstractItemView::PositionAtCenter);
+    }
+    return true;
+}
+
 bool DeviceBox::eventFilter(QObject* watched, QEvent* event)
 {
     const auto key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event)->key() : 0;
-    if (watched == box_ && box_->isEnabled()
-        && (event->type() == QEvent::MouseButtonPress || key == Qt::Key_Down || key == Qt::Key_Space
-            || key == Qt::Key_Return || key == Qt::Key_Enter)) {
+    if (watched == box_ && box_->isEnabled() &&
+        (event->type() == QEvent::MouseButtonPress || key == Qt::Key_Down || key == Qt::Key_Space ||
+            key == Qt::Key_Return || key == Qt::Key_Enter)) {
         click(form_, form_.txtDevice);
         return true;
     }
@@ -98,6 +132,8 @@ bool DeviceBox::eventFilter(QObject* watched, QEvent* event)
         pick(tree_->currentItem());
         return true;
     }
+    if (watched == tree_ && key != 0 && search(*static_cast<QKeyEvent*>(event)))
+        return true;
     if (watched == tree_ && (key == Qt::Key_Escape || event->type() == QEvent::FocusOut)) {
         press_key(form_, form_.TreeViewDevice, "Esc");
         if (key == Qt::Key_Escape)

@@ -1,8 +1,11 @@
-// The model's box with the tree that drops down from it.
+// The model's box with the tree that drops down from it. Letters typed into the tree move the highlight to the first
+// model whose name begins with them, or else holds them; the pick itself is Enter or a click.
 #pragma once
 
 #include "window/binder.h"
 
+#include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QTreeWidget>
 
@@ -19,11 +22,14 @@ private:
     void fill();
     void show_tree();
     void pick(QTreeWidgetItem* item);
+    bool search(const QKeyEvent& key);
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     MainForm& form_;
     QLineEdit* box_;
     QTreeWidget* tree_;
+    QString typed_; // letters of a model that is looked for
+    QElapsedTimer since_typed_;
 };
 
 } // namespace vrk

@@ -16,6 +16,7 @@ namespace {
 
 constexpr auto window_title = "VRK-ISP V1.0";
 constexpr int report_lines = 16;
+constexpr int strip_spacing = 2;
 
 // What cannot be used now must still be readable: a locked panel is looked at all day.
 QPalette readable_when_disabled(QPalette palette)
@@ -38,6 +39,7 @@ QHBoxLayout* row_of(std::initializer_list<QWidget*> widgets)
 MainWindow::MainWindow(MainForm& form)
     : form_(form)
     , binder_(form)
+    , option_panel_(binder_)
 {
     setWindowTitle(window_title);
     setPalette(readable_when_disabled(palette()));
@@ -54,10 +56,7 @@ MainWindow::MainWindow(MainForm& form)
     form_.on_unload = [this] { close(); };
 }
 
-void MainWindow::add_panel(QWidget* panel)
-{
-    static_cast<QSplitter*>(centralWidget())->addWidget(panel);
-}
+void MainWindow::add_panel(QWidget* panel) { static_cast<QSplitter*>(centralWidget())->addWidget(panel); }
 
 QWidget* MainWindow::make_left()
 {
@@ -95,7 +94,7 @@ QWidget* MainWindow::make_file_step()
     QLineEdit* data_start = binder_.line(form_.txtDataFileStart);
     for (QLineEdit* start : {code_start, data_start}) {
         start->setMaxLength(4);
-        start->setMaximumWidth(8 * start->fontMetrics().averageCharWidth());
+        start->setFixedWidth(8 * start->fontMetrics().averageCharWidth());
     }
     grid->addWidget(binder_.label(form_.Label2[3]), 0, 0);
     grid->addWidget(code_start, 0, 1);
@@ -131,27 +130,9 @@ QWidget* MainWindow::make_line_step()
 QWidget* MainWindow::make_option_step()
 {
     QGroupBox* frame = binder_.frame(form_.FrameX[3]);
-    auto* layout = new QVBoxLayout(frame);
-    layout->addWidget(binder_.tabs(form_.TabStrip1));
-
-    QLabel* caption = nullptr;
-    QWidget* options = binder_.page(form_.Frame12, caption);
-    auto* page = new QVBoxLayout(options);
-    page->setContentsMargins(0, 0, 0, 0);
-    page->addWidget(caption);
-    QGroupBox* beeps = binder_.frame(form_.Frame16);
-    auto* grid = new QGridLayout(beeps);
-    grid->addLayout(row_of({binder_.label(form_.Label10[0]), binder_.option(form_.optBeepYes),
-                        binder_.option(form_.optBeepNo)}),
-        0, 0);
-    grid->addLayout(row_of({binder_.label(form_.Label10[1]), binder_.list(form_.comDalay_ReDownLoad),
-                        binder_.label(form_.Label10[2])}),
-        0, 1);
-    grid->setColumnStretch(2, 1);
-    grid->addWidget(binder_.check(form_.cekReloadFile), 1, 0, 1, 3);
-    grid->addWidget(binder_.check(form_.cekReloadFileWhileFileChange), 2, 0, 1, 3);
-    page->addWidget(beeps);
-    layout->addWidget(options);
+    auto* stack = new QVBoxLayout(frame);
+    stack->setSpacing(strip_spacing);
+    option_panel_.fill_upper(stack);
     return frame;
 }
 
@@ -163,8 +144,7 @@ QWidget* MainWindow::make_download_step()
     QFont bold = download->font();
     bold.setBold(true);
     download->setFont(bold);
-    layout->addLayout(
-        row_of({download, binder_.button(form_.comStop_Download), binder_.button(form_.comDownload[1])}));
+    layout->addLayout(row_of({download, binder_.button(form_.comStop_Download), binder_.button(form_.comDownload[1])}));
 
     auto* progress = new QHBoxLayout;
     progress->addWidget(binder_.progress(form_.ProgressBar1), 1);
@@ -192,7 +172,54 @@ QWidget* MainWindow::make_right()
     layout->addWidget(binder_.tabs(form_.TabStrip2));
     layout->addWidget(make_buffer_page(0), 1);
     layout->addWidget(make_buffer_page(1), 1);
+    layout->addSpacing(6);
+    layout->addWidget(binder_.tabs(form_.TabStrip1));
+    layout->addWidget(make_option_page());
+    layout->addWidget(make_check_page());
+    layout->addWidget(make_beeps());
     return right;
+}
+
+QWidget* MainWindow::make_option_page()
+{
+    QLabel* caption = nullptr;
+    QWidget* page = binder_.page(form_.Frame12, caption);
+    auto* stack = new QVBoxLayout(page);
+    stack->setContentsMargins(0, 0, 0, 0);
+    stack->setSpacing(strip_spacing);
+    stack->addWidget(caption);
+    option_panel_.fill_lower(stack);
+    return page;
+}
+
+QWidget* MainWindow::make_check_page()
+{
+    QLabel* caption = nullptr;
+    QWidget* page = binder_.page(form_.Frame4, caption);
+    auto* stack = new QVBoxLayout(page);
+    stack->setContentsMargins(0, 0, 0, 0);
+    stack->setSpacing(strip_spacing);
+    auto* head = row_of({binder_.label(form_.LabLock[0]), binder_.button(form_.comReadChipLock)});
+    head->insertStretch(1, 1);
+    stack->addLayout(head);
+    for (std::size_t line = 1; line < std::size(form_.LabLock); ++line)
+        stack->addWidget(binder_.label(form_.LabLock[line]));
+    return page;
+}
+
+QWidget* MainWindow::make_beeps()
+{
+    QGroupBox* beeps = binder_.frame(form_.Frame16);
+    auto* grid = new QGridLayout(beeps);
+    auto* delay =
+        row_of({binder_.label(form_.Label10[0]), binder_.option(form_.optBeepYes), binder_.option(form_.optBeepNo),
+            binder_.label(form_.Label10[1]), binder_.list(form_.comDalay_ReDownLoad), binder_.label(form_.Label10[2])});
+    delay->insertSpacing(3, 12);
+    delay->addStretch(1);
+    grid->addLayout(delay, 0, 0);
+    grid->addWidget(binder_.check(form_.cekReloadFile), 1, 0);
+    grid->addWidget(binder_.check(form_.cekReloadFileWhileFileChange), 2, 0);
+    return beeps;
 }
 
 QWidget* MainWindow::make_buffer_page(int index)

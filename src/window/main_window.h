@@ -1,8 +1,9 @@
-// The one window: the five steps on the left, the buffers on the right.
+// The one window: the five steps on the left; on the right the buffers, and below them the pages of options and tools.
 #pragma once
 
 #include "window/binder.h"
 #include "window/device_box.h"
+#include "window/option_panel.h"
 
 #include <QMainWindow>
 
@@ -26,10 +27,14 @@ private:
     QWidget* make_option_step();
     QWidget* make_download_step();
     QWidget* make_buffer_page(int index);
+    QWidget* make_option_page();
+    QWidget* make_check_page();
+    QWidget* make_beeps();
     void closeEvent(QCloseEvent* event) override;
 
     MainForm& form_;
     Binder binder_;
+    OptionPanel option_panel_;
     std::unique_ptr<DeviceBox> device_box_;
 };
 

@@ -27,7 +27,7 @@ QByteArray bytes_of_hex(const QString& path)
 
 const QString sample = QString(PROJECT_DIR) + "/examples/firmware/terminal.hex";
 
-}
+} // namespace
 
 TEST(FirstDownload, ByMouseAndKeyboardOverAPseudoTerminalPutsTheFileIntoTheChip)
 {

@@ -1,0 +1,171 @@
+#include "window/option_panel.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+
+#include <algorithm>
+#include <array>
+
+namespace vrk {
+
+namespace {
+
+constexpr std::size_t first_lower = 8; // strip
+constexpr std::size_t strip_count = 14;
+constexpr std::size_t most_buttons = 3; // of one strip
+constexpr int gap = 10;
+const QColor note_color(0x55, 0x55, 0x55);
+
+// As the controls say, not as the screen shows: a page that is hidden is laid out all the same.
+bool is_shown(const QWidget* widget) { return widget != nullptr && !widget->isHidden(); }
+
+bool has_choice(const std::vector<QWidget*>& buttons, const QWidget* box)
+{
+    return is_shown(box) || std::any_of(buttons.begin(), buttons.end(), is_shown);
+}
+
+void dim(QLabel& label, bool note)
+{
+    QPalette palette; // takes all but the colour of its text from the window
+    if (note)
+        palette.setColor(QPalette::WindowText, note_color);
+    label.setPalette(palette);
+}
+
+QHBoxLayout* row_of(QWidget* line) { return static_cast<QHBoxLayout*>(line->layout()); }
+
+} // namespace
+
+OptionPanel::OptionPanel(Binder& binder)
+    : binder_(binder)
+    , form_(binder.form())
+{
+    align_timer_.setSingleShot(true);
+    connect(&align_timer_, &QTimer::timeout, this, [this] {
+        align(upper_, upper_guests_);
+        align(lower_, lower_guests_);
+    });
+}
+
+void OptionPanel::fill_upper(QVBoxLayout* stack)
+{
+    add_options(stack, upper_, 0, first_lower);
+    upper_.push_back(make_strip(nullptr, form_.Label8[0], {}, nullptr));
+    stack->addWidget(upper_.back().line);
+    for (Label& note : form_.LabOptionC)
+        stack->addWidget(binder_.label(note));
+    upper_guests_ = {{binder_.list(form_.com_RC_frequency[0]), &form_.Label8[0], first_lower, 0}};
+    upper_[7].box = binder_.list(form_.comWDT_Prescalar[1]);
+    row_of(upper_[7].line)->insertWidget(1, upper_[7].box);
+    align(upper_, upper_guests_);
+}
+
+void OptionPanel::fill_lower(QVBoxLayout* stack)
+{
+    add_options(stack, lower_, first_lower, strip_count);
+    const std::size_t low_voltage = lower_.size();
+    lower_.push_back(make_strip(nullptr, form_.Label8[3], {}, nullptr));
+    stack->addWidget(lower_.back().line);
+    lower_.push_back(make_strip(nullptr, form_.Label8[4], {}, &form_.com_RC_frequency[5]));
+    stack->addWidget(lower_.back().line);
+    lower_guests_ = {
+        {binder_.list(form_.com_RC_frequency[4]), &form_.Label8[3], low_voltage, 10 - first_lower},
+        {binder_.list(form_.comWDT_Prescalar[0]), &form_.Picture2[13], 13 - first_lower, 12 - first_lower},
+    };
+
+    auto* transceiver = new QWidget;
+    auto* lines = new QVBoxLayout(transceiver);
+    lines->setContentsMargins(0, 0, 0, 0);
+    lines->setSpacing(stack->spacing());
+    lower_.push_back(make_strip(&form_.Picture4, form_.Lab_485_pin, form_.opt_485_pin, &form_.comb_485_pin));
+    lines->addWidget(lower_.back().line);
+    lower_.push_back(make_strip(&form_.Picture4, form_.Lab__485_logic, form_.opt_485_logic, nullptr));
+    lines->addWidget(lower_.back().line);
+    stack->addWidget(transceiver);
+    binder_.bind(form_.Picture4, transceiver, [] {});
+
+    lower_.push_back(make_strip(&form_.Picture7, form_.Label9, form_.opt_External_WDT, &form_.comb_External_WDT));
+    stack->addWidget(lower_.back().line);
+    binder_.bind(form_.Picture7, lower_.back().line, [] {});
+    align(lower_, lower_guests_);
+}
+
+void OptionPanel::add_options(QVBoxLayout* stack, Stack& strips, std::size_t first, std::size_t end)
+{
+    const std::array<std::span<OptionButton>, strip_count> groups = {form_.Option0, form_.Option1, form_.Option2,
+        form_.Option3, form_.Option4, form_.Option5, form_.Option6, form_.Option7, form_.Option8, form_.Option9,
+        form_.Option10, form_.Option11, form_.Option12, form_.Option13};
+    for (std::size_t index = first; index < end; ++index) {
+        strips.push_back(make_strip(&form_.Picture2[index], form_.LabOption[index], groups[index], nullptr));
+        stack->addWidget(strips.back().line);
+        binder_.bind(form_.Picture2[index], strips.back().line, [] {});
+    }
+}
+
+OptionPanel::Strip OptionPanel::make_strip(
+    const Frame* frame, Label& label, std::span<OptionButton> buttons, ComboBox* box)
+{
+    auto* line = new QWidget;
+    auto* row = new QHBoxLayout(line);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(gap);
+    Strip strip{frame, line, binder_.label(label), {}, nullptr};
+    row->addWidget(strip.label);
+    for (OptionButton& button : buttons) {
+        strip.buttons.push_back(binder_.option(button));
+        row->addWidget(strip.buttons.back());
+    }
+    if (box != nullptr) {
+        strip.box = binder_.list(*box);
+        row->addWidget(strip.box);
+    }
+    row->addStretch(1);
+    line->installEventFilter(this);
+    return strip;
+}
+
+// Labels of strips that have a choice share a column, and so do their first, second and third buttons. A strip without
+// one is a note: it takes the whole line, dimmed.
+void OptionPanel::align(Stack& strips, const std::vector<Guest>& guests)
+{
+    for (const Guest& guest : guests) {
+        Strip& home = strips[guest.sign->visible() ? guest.first : guest.second];
+        Strip& other = strips[guest.sign->visible() ? guest.second : guest.first];
+        if (home.box == guest.box)
+            continue;
+        other.box = nullptr;
+        home.box = guest.box;
+        row_of(home.line)->insertWidget(row_of(home.line)->count() - 1, guest.box); // before the stretch
+    }
+
+    int label_width = 0;
+    std::array<int, most_buttons> widths{};
+    for (const Strip& strip : strips) {
+        const bool hidden = strip.label->isHidden() || (strip.frame != nullptr && !strip.frame->visible());
+        if (hidden || !has_choice(strip.buttons, strip.box))
+            continue;
+        label_width = std::max(label_width, strip.label->sizeHint().width());
+        for (std::size_t i = 0; i < strip.buttons.size(); ++i) {
+            if (is_shown(strip.buttons[i]))
+                widths[i] = std::max(widths[i], strip.buttons[i]->sizeHint().width());
+        }
+    }
+    for (const Strip& strip : strips) {
+        const bool note = !has_choice(strip.buttons, strip.box);
+        dim(*strip.label, note);
+        strip.label->setMinimumWidth(note ? 0 : label_width);
+        for (std::size_t i = 0; i < strip.buttons.size(); ++i)
+            strip.buttons[i]->setMinimumWidth(note ? 0 : widths[i]);
+        strip.label->setMaximumHeight(note && strip.label->text().isEmpty() ? 0 : QWIDGETSIZE_MAX);
+    }
+}
+
+bool OptionPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    // A caption has changed or a choice has come or gone: all of it is put in line once.
+    if (event->type() == QEvent::LayoutRequest)
+        align_timer_.start(0);
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace vrk

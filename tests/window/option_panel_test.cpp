@@ -1,0 +1,83 @@
+// The option panel in the window: one model of each page, in both languages. With VRK_PICTURES set to a folder, each
+// panel is left there as a picture.
+#include "window_bench.h"
+
+#include "shell/device.h"
+
+using namespace vrk;
+
+namespace {
+
+struct Panel {
+    const char* model;
+    bool english;
+};
+
+std::string panel_name(const ::testing::TestParamInfo<Panel>& info)
+{
+    std::string name = std::string{info.param.model} + (info.param.english ? "_English" : "_Chinese");
+    std::replace(name.begin(), name.end(), '-', '_');
+    return name;
+}
+
+void choose(WindowBench& bench, const char* model)
+{
+    bench.form.txtDevice.set_text(model);
+    ASSERT_TRUE(apply_selected_device(bench.form));
+    QTest::qWait(100); // two redraws: the captions, then their columns
+}
+
+void keep_picture(QWidget& window, const std::string& name)
+{
+    const QString folder = qEnvironmentVariable("VRK_PICTURES");
+    if (folder.isEmpty())
+        return;
+    EXPECT_TRUE(window.grab().save(folder + "/" + QString::fromStdString(name) + ".png"));
+}
+
+// What stands on the screen without room for all of its text.
+QStringList cut_off(const QWidget& window)
+{
+    QStringList found;
+    for (const QWidget* widget : window.findChildren<QWidget*>()) {
+        const bool has_text =
+            qobject_cast<const QLabel*>(widget) != nullptr || qobject_cast<const QAbstractButton*>(widget) != nullptr;
+        if (widget->isVisible() && has_text && widget->width() < widget->sizeHint().width())
+            found << widget->objectName() + " " + QString::number(widget->width()) + " of " +
+                    QString::number(widget->sizeHint().width());
+    }
+    return found;
+}
+
+QStringList outside(const QWidget& window)
+{
+    QStringList found;
+    for (const QWidget* widget : window.findChildren<QWidget*>()) {
+        const QWidget* parent = widget->parentWidget();
+        if (widget->isVisible() && !widget->isWindow() && parent != nullptr && !widget->objectName().isEmpty() &&
+            !widget->objectName().startsWith("qt_") && !parent->rect().contains(widget->geometry()))
+            found << widget->objectName();
+    }
+    return found;
+}
+
+class EveryPanel : public ::testing::TestWithParam<Panel> { };
+
+} // namespace
+
+TEST_P(EveryPanel, ShowsAllItsTextsWhole)
+{
+    WindowBench bench("/dev/null", GetParam().english);
+    choose(bench, GetParam().model);
+    keep_picture(*bench.window, panel_name({GetParam(), 0}));
+    EXPECT_EQ(cut_off(*bench.window).join(", ").toStdString(), "");
+    EXPECT_EQ(outside(*bench.window).join(", ").toStdString(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(OneModelOfEachPage, EveryPanel,
+    ::testing::Values(Panel{"Alder-64", false}, Panel{"Aspen-16", false}, Panel{"Birch-32", false},
+        Panel{"Rowan-8", false}, Panel{"Rowan-8", true}, Panel{"Fir-8R", false}, Panel{"Fir-28R", true},
+        Panel{"Hazel-4R", false}, Panel{"Hazel-4R", true}, Panel{"Juniper-60Q", false}, Panel{"Juniper-60Q", true},
+        Panel{"Larch-12V", false}, Panel{"Larch-12V", true}, Panel{"Maple-4S", false}, Panel{"Maple-4S", true},
+        Panel{"Oak-20V", false}, Panel{"Oak-20V", true}, Panel{"Holly-4", false}, Panel{"Holly-4", true}),
+    panel_name);
