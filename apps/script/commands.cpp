@@ -376,13 +376,27 @@ Result read_mcu(Runner& runner, Words words)
     return value_of(cells);
 }
 
-Result read_options(Runner&, Words) { return failure("not yet: option pages"); }
+Result read_options(Runner& runner, Words words)
+{
+    const auto page = whole_number(words.rest());
+    if (!page || *page < 0 || *page >= OptionTable::page_count)
+        return failure("the option table has pages 0 to 20");
+    const OptionTable& table = runner.form().option_table;
+    Json rows = Json::array();
+    for (int row = 0; row < table.filled_rows(static_cast<int>(*page)); ++row) {
+        Json cells = Json::array();
+        for (int column = 0; column < OptionTable::column_count; ++column)
+            cells.push_back(table.cell(static_cast<int>(*page), row, column));
+        rows.push_back(cells);
+    }
+    return value_of(rows);
+}
 
 Result read_variable(Runner& runner, Words words)
 {
     const std::string_view name = trimmed(words.rest());
     const auto value = variable(runner.form(), name);
-    return value ? value_of(*value) : failure("not yet: variable '" + std::string{name} + "'");
+    return value ? value_of(*value) : failure("no variable '" + std::string{name} + "'");
 }
 
 Result calculate(Runner&, Words words)

@@ -200,6 +200,8 @@ constexpr VariableRow variables[] = {
     { "program_time",        [](const MainForm& f) -> Json { return f.job.program_time; } },
     { "option_bytes",        [](const MainForm& f) -> Json { return option_byte_rows(f); } },
     { "status_bytes",        [](const MainForm& f) -> Json { return numbers(f.options.status_bytes); } },
+    { "spare_row_16",        [](const MainForm& f) -> Json { return f.options.spare_row_16; } },
+    { "byte_text",           [](const MainForm& f) -> Json { return f.options.byte_text; } },
     { "option_family",       [](const MainForm& f) -> Json { return f.option_family; } },
     { "block_bytes",         [](const MainForm& f) -> Json { return f.beside.block_bytes; } },
     { "has_rom_image",       [](const MainForm& f) -> Json { return f.beside.has_rom_image; } },

@@ -199,3 +199,26 @@ TEST(Script, SaysWhichCommandItDoesNotKnow)
     bench.run({"download now"});
     EXPECT_EQ(bench.error(0), "no command 'download'");
 }
+
+TEST(Script, ListsThePagesOfTheOptionTable)
+{
+    ScriptBench bench(false);
+    bench.run({"options 6", "options 3", "options 21"});
+    const Json juniper = bench.answers[0].value;
+    ASSERT_EQ(juniper.size(), 56U);
+    EXPECT_EQ(juniper[0].size(), 19U);
+    EXPECT_EQ(juniper[0][0], "Clock_Source_Clew");
+    EXPECT_EQ(bench.answers[1].value, Json::array());
+    EXPECT_EQ(bench.error(2), "the option table has pages 0 to 20");
+}
+
+TEST(Script, SetsOptionsWritesThemAndReadsThemInTheChip)
+{
+    ScriptBench bench;
+    bench.run({"set TreeViewDevice Juniper-60Q", "choose " + sample, "click comLoadFile", "set Option5(0) 1",
+        "set comWDT_Prescalar(0) 64", "click comDownload(0)", "sleep 500", "power on", "wait-idle", "var options_done",
+        "expect textMsg Setting options OK.", "power off", "click comReadChipLock", "sleep 500", "power on", "wait-idle",
+        "expect textMsg Reading Options OK.", "expect textMsg Prescalar value of WatchDog Timer: 64"});
+    EXPECT_FALSE(bench.runner.failed()) << bench.answers.back().error;
+    EXPECT_EQ(bench.value(9), true);
+}
