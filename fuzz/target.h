@@ -15,6 +15,7 @@ std::string fuzz_hex_loader(Input input);
 std::string fuzz_bin_loader(Input input);
 std::string fuzz_receive_isp(Input input);
 std::string fuzz_receive_demo(Input input);
+std::string fuzz_status_frame(Input input);
 
 // The first byte of an input, taken off it; 0 where it has none.
 inline std::uint8_t take_byte(Input& input)

@@ -74,9 +74,10 @@ void decode_status_frame(MainForm& form, StatusLayout layout)
     } else {
         for (std::size_t i = 0; i < rows_of_short_window.size(); ++i)
             fill(rows_of_short_window[i], window + i);
-        rows[0] = 255;
         if (letter == "H")
             fill(0, window + short_window_row_0);
+        else
+            rows[0] = 255;
     }
 }
 

@@ -1,0 +1,76 @@
+// A status frame, decoded and reported as at power-up and as an answer:
+//   0     model, low five bits; bit 5: English; bit 6: an answer; bit 7: after the erase stage too
+//   1     stepping letter, any byte
+//   2     version byte
+//   3..   the frame from its length byte on
+#include "fuzz/target.h"
+
+#include "catalog/lookup.h"
+#include "catalog/ranges.h"
+#include "form/main_form.h"
+#include "options/codec.h"
+#include "options/option_tables.h"
+#include "options/status_frame.h"
+#include "options/status_report.h"
+#include "platform/scripted_dialogs.h"
+#include "sim/sim_port.h"
+#include "sim/virtual_loop.h"
+
+#include <algorithm>
+
+namespace fuzz {
+
+namespace {
+
+constexpr const char* models[] = {"Alder-64", "Aspen-16", "Birch-8", "Cedar-4R", "Elm-28R", "Fir-20R", "Fir-28R",
+    "Hazel-4R", "Juniper-60Q", "Juniper-8L", "Juniper-I62Q", "Larch-12V", "Maple-4S", "Oak-20V", "Pine-32", "Rowan-8",
+    "Spruce-16", "Poplar-4L", "Holly-4", "Willow-12R"};
+
+std::string complaint_of(const vrk::MainForm& form, bool was_english)
+{
+    for (const std::int16_t row : form.options.status_bytes) {
+        if (row < 0 || row > 255)
+            return "an option byte of " + std::to_string(row);
+    }
+    if (form.language_is_english != was_english)
+        return "the language changed";
+    for (const vrk::Label& label : form.LabLock) {
+        if (label.caption().find('\n') != std::string::npos)
+            return "a label of two lines";
+    }
+    return "";
+}
+
+} // namespace
+
+std::string fuzz_status_frame(Input input)
+{
+    const std::uint8_t how = take_byte(input);
+    sim::VirtualLoop loop;
+    sim::SimPortDriver ports(loop);
+    vrk::ScriptedDialogs dialogs;
+    vrk::MemoryStore settings;
+    vrk::MainForm form(vrk::Platform{loop, ports, dialogs, settings});
+    form.language_is_english = (how & 32) != 0;
+    vrk::load_mcu_tables(form.mcu_table, false);
+    vrk::load_option_tables(form.option_table, form.language_is_english);
+    vrk::find_mcu_by_name(form, models[(how & 31U) % std::size(models)], form.selected);
+    form.connected = form.selected;
+    form.target.identified = true;
+    form.target.target_name = form.selected.mcu_name;
+    form.target.fw_letter = std::string(1, static_cast<char>(take_byte(input)));
+    form.target.fw_version = vrk::decode_version(take_byte(input));
+    form.link.rx_buffer[0] = 0x68;
+    std::copy_n(input.begin(), std::min(input.size(), form.link.rx_buffer.size() - 2), form.link.rx_buffer.begin() + 2);
+
+    vrk::build_option_bytes(form);
+    vrk::decode_status_frame(form, (how & 64) != 0 ? vrk::StatusLayout::answer : vrk::StatusLayout::power_up);
+    vrk::report_status(form);
+    if ((how & 128) != 0) {
+        vrk::report_serial(form);
+        vrk::report_rc_frequency(form, true);
+    }
+    return complaint_of(form, (how & 32) != 0);
+}
+
+} // namespace fuzz

@@ -1,0 +1,232 @@
+// The tree of models: what stands in it, and all that a pick does.
+#include "bench.h"
+
+#include "options/codec.h"
+
+using namespace vrk;
+
+namespace {
+
+std::vector<std::string> family_texts(const MainForm& form)
+{
+    std::vector<std::string> texts;
+    for (const Tree::Node& node : form.TreeViewDevice.nodes()) {
+        if (node.parent.empty())
+            texts.push_back(node.text);
+    }
+    return texts;
+}
+
+std::string tab(const MainForm& form, const char* key)
+{
+    const int found = form.TabStrip2.find(key);
+    return form.TabStrip2.tabs()[static_cast<std::size_t>(found)].caption;
+}
+
+struct Picked : Bench {
+    explicit Picked(bool english = true)
+        : Bench("Juniper-60Q", english)
+    {
+    }
+    void open() { click(form, form.txtDevice); }
+    void pick(const char* key) { EXPECT_TRUE(choose_node(form, form.TreeViewDevice, key)); }
+};
+
+} // namespace
+
+TEST(DeviceTree, HasItsFamiliesInOrder)
+{
+    EXPECT_EQ(family_texts(Picked(false).form),
+        (std::vector<std::string>{"Larch series", "Maple series", "Oak series", "Juniper series", "Hazel series",
+            "Fir series", "Cedar series", "Elm series", "Birch series", "Rowan series", "Spruce series", "Alder series",
+            "Aspen series"}));
+}
+
+TEST(DeviceTree, OfEnglishUsersHasTheSmallerSet)
+{
+    EXPECT_EQ(family_texts(Picked(true).form),
+        (std::vector<std::string>{"Larch series", "Maple series", "Oak series", "Juniper series", "Hazel series",
+            "Fir series", "Rowan series", "Spruce series"}));
+}
+
+TEST(DeviceTree, ListsTheModelsOfAFamilyInTheOrderOfTheCatalogue)
+{
+    const Picked bench;
+    std::vector<std::string> listed;
+    for (const Tree::Node& node : bench.form.TreeViewDevice.nodes()) {
+        if (node.parent == "FamilyMaple")
+            listed.push_back(node.key);
+    }
+    std::vector<std::string> rows;
+    for (int row = 0; row < McuTable::row_count; ++row) {
+        if (bench.form.mcu_table.cell(9, row, 13) == "1")
+            rows.push_back(bench.form.mcu_table.cell(9, row, 9));
+    }
+    EXPECT_EQ(listed, rows);
+    EXPECT_EQ(listed.front(), "Maple-1");
+}
+
+TEST(DeviceTree, OffersNoModelOfAFamilyThatIsOnlyIdentified)
+{
+    const Picked bench(false);
+    EXPECT_EQ(bench.form.TreeViewDevice.find("Poplar-4L"), nullptr);
+    EXPECT_EQ(bench.form.TreeViewDevice.find("Holly-4"), nullptr);
+    EXPECT_EQ(bench.form.TreeViewDevice.find("Pine-32"), nullptr);
+    EXPECT_EQ(bench.form.TreeViewDevice.find("Willow-12R"), nullptr);
+}
+
+TEST(DeviceTree, DropsDownAndLocksTheBoxMeanwhile)
+{
+    Picked bench;
+    bench.open();
+    EXPECT_TRUE(bench.form.TreeViewDevice.visible());
+    EXPECT_FALSE(bench.form.txtDevice.enabled());
+    bench.pick("Maple-4S");
+    EXPECT_FALSE(bench.form.TreeViewDevice.visible());
+    EXPECT_TRUE(bench.form.txtDevice.enabled());
+}
+
+TEST(DeviceTree, ClickOnAFamilyChangesNothing)
+{
+    Picked bench;
+    bench.open_code(Bench::pattern(64));
+    bench.open();
+    bench.pick("FamilyMaple");
+    EXPECT_EQ(bench.form.txtDevice.text(), "Juniper-60Q");
+    EXPECT_TRUE(bench.form.TreeViewDevice.visible());
+    EXPECT_TRUE(bench.form.file_loaded);
+    EXPECT_EQ(bench.form.selected.mcu_name, "Juniper-60Q");
+}
+
+TEST(DeviceTree, EscClosesItWithoutAChange)
+{
+    Picked bench;
+    bench.open();
+    press_key(bench.form, bench.form.TreeViewDevice, "Esc");
+    EXPECT_FALSE(bench.form.TreeViewDevice.visible());
+    EXPECT_EQ(bench.form.txtDevice.text(), "Juniper-60Q");
+}
+
+TEST(DeviceTree, ClickInItsFrameClosesIt)
+{
+    Picked bench;
+    bench.open();
+    click(bench.form, bench.form.FrameX[0]);
+    EXPECT_FALSE(bench.form.TreeViewDevice.visible());
+    EXPECT_TRUE(bench.form.txtDevice.enabled());
+}
+
+TEST(DevicePick, StartsWithEmptyBuffersAndTheModelsOwnPanel)
+{
+    Picked bench;
+    bench.open_code(Bench::pattern(64));
+    bench.open_data(Bench::pattern(64));
+    bench.form.target.target_ok = true;
+    bench.pick("Maple-4S");
+    EXPECT_EQ(bench.form.txtDevice.text(), "Maple-4S");
+    EXPECT_EQ(bench.form.selected.mcu_name, "Maple-4S");
+    EXPECT_EQ(bench.form.selected.series, 9);
+    EXPECT_EQ(bench.code(0, 63), std::vector<std::uint8_t>(64, 0));
+    EXPECT_FALSE(bench.form.file_loaded);
+    EXPECT_FALSE(bench.form.data_buffer.loaded);
+    EXPECT_FALSE(bench.form.target.target_ok);
+    EXPECT_TRUE(bench.form.comWDT_Prescalar[1].visible()) << "the wait after wake-up is Maple's";
+    EXPECT_TRUE(bench.form.Timer3.enabled()) << "the pick is a setting";
+}
+
+TEST(DevicePick, ShowsTheDataTabByTheModelsDataFlash)
+{
+    Picked bench;
+    EXPECT_EQ(tab(bench.form, "EEPROM_File"), "EEPROM File Buffer");
+    bench.pick("Rowan-8");
+    EXPECT_EQ(tab(bench.form, "EEPROM_File"), "_no_");
+    EXPECT_FALSE(bench.form.comLoadDataFile.enabled());
+    bench.pick("Maple-4S");
+    EXPECT_EQ(tab(bench.form, "EEPROM_File"), "EEPROM File Buffer");
+    EXPECT_TRUE(bench.form.comLoadDataFile.enabled());
+}
+
+TEST(DevicePick, SetsTheFlagsBesideTheRecord)
+{
+    Picked bench;
+    bench.select("Holly-4");
+    EXPECT_TRUE(bench.form.series_is_15_16);
+    EXPECT_TRUE(bench.form.series_is_15_16_17);
+    EXPECT_EQ(bench.form.option_family, 4);
+    bench.pick("Rowan-8");
+    EXPECT_FALSE(bench.form.series_is_15_16_17);
+    EXPECT_EQ(bench.form.option_family, option_family(12));
+    EXPECT_FALSE(bench.form.link.link_parity_even);
+}
+
+TEST(DevicePick, ClearsTheCheckPage)
+{
+    Picked bench;
+    bench.form.LabLock[2].set_caption("of the chip before");
+    bench.pick("Maple-4S");
+    EXPECT_EQ(bench.form.LabLock[2].caption(), "");
+    EXPECT_TRUE(bench.form.LabLock[0].visible());
+}
+
+TEST(DevicePick, GivesElmSeriesTheOtherLowVoltageDefault)
+{
+    Picked bench(false);
+    bench.pick("Elm-4R");
+    EXPECT_TRUE(bench.form.Option8[1].value());
+    bench.pick("Elm-Series");
+    EXPECT_TRUE(bench.form.Option8[0].value());
+    bench.pick("ElmL-Series");
+    EXPECT_TRUE(bench.form.Option8[0].value());
+    bench.pick("Fir-8R");
+    EXPECT_TRUE(bench.form.Option8[0].value()) << "series 5 has it whatever the name";
+}
+
+TEST(DevicePick, OfAnUnknownNameTellsItAndKeepsTheRecord)
+{
+    Picked bench;
+    bench.form.txtDevice.set_text("Nowhere-1");
+    EXPECT_FALSE(apply_selected_device(bench.form));
+    EXPECT_EQ(bench.form.selected.mcu_name, "Juniper-60Q");
+    EXPECT_EQ(bench.form.beside.block_bytes, 128);
+    bench.dialogs.shown.clear();
+}
+
+TEST(DevicePick, DoesNothingWhileADownloadHoldsTheBox)
+{
+    Picked bench;
+    bench.open_code(Bench::pattern(64));
+    bool opened = true;
+    bench.after_ms(200, [&] { opened = click(bench.form, bench.form.txtDevice); });
+    bench.download();
+    EXPECT_FALSE(opened);
+    EXPECT_EQ(bench.form.txtDevice.text(), "Juniper-60Q");
+}
+
+TEST(StoredModel, IsChosenAtStart)
+{
+    sim::ChipSetup setup = setup_of("Juniper-60Q");
+    MemoryStore store;
+    store.set("Settings", "DeviceProducts", "Maple-4S");
+    Rehearsal bench(setup, &store, true);
+    EXPECT_EQ(bench.form.txtDevice.text(), "Maple-4S");
+    EXPECT_EQ(bench.form.selected.series, 9);
+}
+
+TEST(StoredModel, OfAChineseFamilyFallsBackForAnEnglishUser)
+{
+    MemoryStore store;
+    store.set("Settings", "DeviceProducts", "Elm-4R");
+    Rehearsal english(setup_of("Juniper-60Q"), &store, true);
+    EXPECT_EQ(english.form.txtDevice.text(), "Hazel-1");
+    EXPECT_EQ(english.form.selected.mcu_name, "Hazel-1");
+    Rehearsal chinese(setup_of("Juniper-60Q"), &store, false);
+    EXPECT_EQ(chinese.form.txtDevice.text(), "Elm-4R");
+}
+
+TEST(StoredModel, ThatNobodyKnowsFallsBack)
+{
+    MemoryStore store;
+    store.set("Settings", "DeviceProducts", "FamilyMaple");
+    Rehearsal bench(setup_of("Juniper-60Q"), &store, true);
+    EXPECT_EQ(bench.form.txtDevice.text(), "Hazel-1");
+}
