@@ -27,6 +27,7 @@ constexpr const char* usage = R"(usage: vrk-target MODEL [OPTION]...
   --flash FILE     at the end, writes the flash there
   --data FILE      at the end, writes the data flash there
   --at-once        the chip takes no time of its own: only the wire does
+At the end it tells what it complained of and its option rows 0 to 16.
 The chip has no power yet. Reads commands, one a line: on, off, cycle, quit; runs until quit or an interrupt.
 )";
 
@@ -194,6 +195,10 @@ int main(int argc, char** argv)
 
     const std::string violations = chip.violations();
     std::cout << "violations: " << (violations.empty() ? "none" : "\n" + violations) << std::endl;
+    std::cout << "options:";
+    for (const std::uint8_t row : chip.options())
+        std::cout << ' ' << hex_text(row, 2);
+    std::cout << std::endl;
     const bool saved = save(options->flash, chip.flash()) && save(options->data, chip.data_flash());
     return saved ? 0 : 1;
 }

@@ -36,6 +36,7 @@ public:
 
     QString link() const { return folder_.filePath("line"); }
     void power_on() { process_.write("on\n"); }
+    void power_off() { process_.write("off\n"); }
     // What it wrote to its standard output, and its flash.
     QString quit()
     {
@@ -74,8 +75,7 @@ struct WindowBench {
         EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     }
 
-    template <typename Widget>
-    Widget* find(const char* name)
+    template <typename Widget> Widget* find(const char* name)
     {
         auto* widget = window->findChild<Widget*>(name);
         EXPECT_NE(widget, nullptr) << name;
@@ -94,6 +94,19 @@ struct WindowBench {
         QTest::qWait(50);
     }
 
+    // By keyboard: opens the tree, types the name, takes the model.
+    void type_model(const QString& model)
+    {
+        auto* box = find<QLineEdit>("txtDevice");
+        box->setFocus();
+        QTest::keyClick(box, Qt::Key_Down);
+        auto* tree = find<QTreeWidget>("TreeViewDevice");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return tree->isVisible(); }));
+        QTest::keyClicks(tree, model);
+        QTest::keyClick(tree, Qt::Key_Return);
+        QTest::qWait(50);
+    }
+
     // Answers the next file dialog by typing the path.
     void type_into_next_dialog(const QString& path)
     {
@@ -105,8 +118,7 @@ struct WindowBench {
         });
     }
 
-    template <typename Box>
-    void in_next_modal(std::function<void(Box*)> act)
+    template <typename Box> void in_next_modal(std::function<void(Box*)> act)
     {
         auto* watch = new QTimer(window.get());
         QObject::connect(watch, &QTimer::timeout, window.get(), [watch, act] {
