@@ -54,6 +54,8 @@ void hide_all(MainForm& form)
         }
     }
     hide(form.LabOption);
+    for (Label& label : form.LabOption)
+        label.set_caption(""); // a note without words must not keep those of the model before
     hide(form.LabOptionC);
     hide(form.Picture2);
     hide(form.comWDT_Prescalar);

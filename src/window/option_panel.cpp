@@ -125,7 +125,7 @@ OptionPanel::Strip OptionPanel::make_strip(
 }
 
 // Labels of strips that have a choice share a column, and so do their first, second and third buttons. A strip without
-// one is a note: it takes the whole line, dimmed.
+// one is a note: it takes the whole line, dimmed, and none if it has no words.
 void OptionPanel::align(Stack& strips, const std::vector<Guest>& guests)
 {
     for (const Guest& guest : guests) {
@@ -156,7 +156,8 @@ void OptionPanel::align(Stack& strips, const std::vector<Guest>& guests)
         strip.label->setMinimumWidth(note ? 0 : label_width);
         for (std::size_t i = 0; i < strip.buttons.size(); ++i)
             strip.buttons[i]->setMinimumWidth(note ? 0 : widths[i]);
-        strip.label->setMaximumHeight(note && strip.label->text().isEmpty() ? 0 : QWIDGETSIZE_MAX);
+        if (strip.frame != nullptr)
+            strip.line->setVisible(strip.frame->visible() && !(note && strip.label->text().isEmpty()));
     }
 }
 

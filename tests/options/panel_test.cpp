@@ -51,6 +51,16 @@ TEST(OptionPanel, LeavesNothingOfTheModelBefore)
     EXPECT_EQ(bench.form.textMsg.text(), "");
 }
 
+// A note without words of its own used to show the label of the model before.
+TEST(OptionPanel, NoteWithoutWordsStaysEmptyAfterAnotherModel)
+{
+    PanelBench bench("Hazel-1");
+    bench.select("Rowan-8");
+    EXPECT_EQ(bench.form.LabOption[2].caption(), "");
+    EXPECT_EQ(bench.form.LabOption[8].caption(), "");
+    EXPECT_EQ(bench.form.LabOption[1].caption(), "Oscillator Gain( <12MHz can select Low):");
+}
+
 TEST(OptionPanel, OfTheOldestFamiliesCarriesANote)
 {
     PanelBench bench("Alder-32", false);

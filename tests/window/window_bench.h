@@ -107,13 +107,22 @@ struct WindowBench {
         QTest::qWait(50);
     }
 
-    // Answers the next file dialog by typing the path.
+    // Answers the next file dialog by typing the path. The list of completions that may drop down takes the first Return
+    // for itself, so that it is pressed until the dialog has gone.
     void type_into_next_dialog(const QString& path)
     {
         in_next_modal<QFileDialog>([path](QFileDialog* dialog) {
             auto* line = dialog->findChild<QLineEdit*>("fileNameEdit");
             line->clear();
             QTest::keyClicks(line, path);
+            auto* again = new QTimer(dialog);
+            QObject::connect(again, &QTimer::timeout, dialog, [dialog, line, path] {
+                if (!dialog->isVisible())
+                    return;
+                line->setText(path);
+                QTest::keyClick(line, Qt::Key_Return);
+            });
+            again->start(200);
             QTest::keyClick(line, Qt::Key_Return);
         });
     }
