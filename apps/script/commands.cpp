@@ -209,8 +209,7 @@ Result put_caret(Runner& runner, Words words)
         return failure("no text control '" + std::string{name} + "'");
     if (!position || *position < 0)
         return failure("a caret stands at 0 or above, not at '" + std::string{words.rest()} + "'");
-    box->select(static_cast<int>(*position), 0);
-    return {};
+    return answer_of(put_caret(runner.form(), *box, static_cast<int>(*position)), name);
 }
 
 Result get_control(Runner& runner, Words words) { return read_control(runner, trimmed(words.rest())); }

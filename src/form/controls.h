@@ -154,9 +154,12 @@ struct TextBox : Control {
     int sel_start() const { return sel_start_; }
     int sel_length() const { return sel_length_; }
     void select(int start, int length);
+    const std::string& hint() const { return hint_; } // shown while the pointer rests on the box
+    void set_hint(std::string_view hint) { assign(hint_, std::string{hint}); }
 
 private:
     std::string text_;
+    std::string hint_;
     int sel_start_ = 0;
     int sel_length_ = 0;
 };

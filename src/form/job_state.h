@@ -15,6 +15,7 @@ struct JobState {
     std::int16_t panel_state = 0; // 0 free, 1 free and running, 2 locked, 3 locked and running
     bool program_ok = false; // code and data are in the chip
     bool options_done = false; // the option commit ran and was good
+    bool number_for_next = true; // the serial number of the next chip stands in the buffer, where one is wanted
     bool succeeded = false; // the one result of the last cycle: report, count and beep follow it
     std::string erase_time; // "mm:ss"; empty: not erased
     std::string program_time; // "mm:ss"

@@ -103,6 +103,7 @@ void register_controls(MainForm& form)
     all.add(form.txtFileCheckSum, "txtFileCheckSum");
     all.add(form.txtDataFileCheckSum, "txtDataFileCheckSum");
     all.add(form.Label7, "Label7");
+    all.add(form.LabEdit_Clew, "LabEdit_Clew");
 
     all.add(form.fraAuto_Increase, "fraAuto_Increase");
     all.add(form.LabIncrease_Clew, "LabIncrease_Clew");
@@ -197,6 +198,8 @@ MainForm::MainForm(const Platform& its_platform)
     com_RC_frequency[5].editable = true;
     Timer1.on_tick = [this] { link.reply_timeout = true; };
     Timer2.on_tick = [this] { link.reply_bad = true; };
+    Timer11.on_tick = [this] { LabEdit_Clew.set_visible(false); };
+    LabEdit_Clew.set_visible(false);
 }
 
 } // namespace vrk

@@ -134,6 +134,7 @@ struct MainForm {
     TextBox txtFileCheckSum;
     TextBox txtDataFileCheckSum;
     Label Label7[3]; // 1 and 2: effective length of the code and of the EEPROM file
+    Label LabEdit_Clew; // how to edit a buffer; there for a while after each edit
 
     // Serial numbers.
     Frame fraAuto_Increase;

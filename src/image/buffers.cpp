@@ -39,6 +39,11 @@ BufferKind kind_of(const FileBuffer& buffer)
     return upper_case(buffer.name) == "AP_FILE" ? BufferKind::code : BufferKind::data;
 }
 
+AutoIncrease& increase_of(MainForm& form, const FileBuffer& buffer)
+{
+    return kind_of(buffer) == BufferKind::code ? form.code_increase : form.data_increase;
+}
+
 BufferControls controls_of(MainForm& form, const FileBuffer& buffer)
 {
     if (kind_of(buffer) == BufferKind::code) {

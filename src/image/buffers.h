@@ -14,6 +14,7 @@ enum class BufferKind { code, data };
 
 // By its name: "AP_FILE" in any case of letters is the code buffer, every other name the EEPROM buffer.
 BufferKind kind_of(const FileBuffer& buffer);
+AutoIncrease& increase_of(MainForm& form, const FileBuffer& buffer); // the record of the buffer's serial number
 
 // The controls of one buffer.
 struct BufferControls {

@@ -1,6 +1,7 @@
 #include "image/file_loader.h"
 
 #include "form/messages.h"
+#include "image/auto_increase.h"
 #include "image/bin_loader.h"
 #include "image/buffer_view.h"
 #include "image/hex_loader.h"
@@ -160,6 +161,7 @@ bool load_file(MainForm& form, const std::string& path, FileBuffer& buffer)
     read_load_parameters(form, buffer);
     if (!start_address_fits(form, buffer))
         return false;
+    stop_stamping(form);
     merge_or_replace(form, buffer);
     const LoadEnd end = detect_and_parse(form, path, buffer);
     if (end != LoadEnd::done)

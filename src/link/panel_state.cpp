@@ -1,6 +1,7 @@
 #include "link/panel_state.h"
 
 #include "catalog/attributes.h"
+#include "image/auto_increase.h"
 #include "options/panel.h"
 
 namespace vrk {
@@ -26,6 +27,7 @@ constexpr PanelRow panel_rows[] = {
     { "comDownload",           1, "1010" },
     { "comReadChipLock",      -1, "1010" },
     { "comStop_Download",     -1, "0101" },
+    { "comStoreFile",         -1, "1000" },
 };
 // clang-format on
 
@@ -64,6 +66,8 @@ void enable_eeprom_controls(MainForm& form, bool enabled)
     form.txtDataFileStart.set_enabled(enabled);
     form.txtDataFileCheckSum.set_enabled(enabled);
     form.cheClearDataBuffer.set_enabled(enabled);
+    form.cheData_Auto_Increase.set_enabled(enabled);
+    enable_increase_fields(form);
 }
 
 void enable_buttons(MainForm& form)

@@ -11,6 +11,7 @@
 
 #include "catalog/attributes.h"
 #include "form/waits.h"
+#include "image/auto_increase.h"
 #include "image/download_plan.h"
 #include "image/file_loader.h"
 #include "options/status_frame.h"
@@ -23,13 +24,15 @@ namespace {
 constexpr std::uint8_t no_rc_trim = 0xFF;
 
 constexpr Text no_file = {"    Please open code file./请打开文件。    ", "    Please open code file.   "};
-constexpr Text firmware_too_old
-    = {"", "Sorry, the current program does not support the MCU or Firmware Version is too low."};
+constexpr Text firmware_too_old = {
+    "", "Sorry, the current program does not support the MCU or Firmware Version is too low."};
 constexpr Text block_1_guarded = {"Chinese:因为由 block1 对 block0 编程已被禁止, 所以不能继续下载程序。",
     "Because Block1 to write Block0 is disable, so program can not continue."};
+constexpr Text number_left_out = {"注意: 自动增量的数值在文件有效长度之外，没有写入 MCU。",
+    "Note: the auto increment number lies behind the end of the file and was not programmed."};
 constexpr Text erase_failed = {"擦除失败 (End: ", "Erasing MCU failed. (End: "};
-constexpr Text erase_failed_hint
-    = {"Try to use the lower baud. / 请尝试用稍低的波特率下载。", "Try to use the lower baud."};
+constexpr Text erase_failed_hint = {
+    "Try to use the lower baud. / 请尝试用稍低的波特率下载。", "Try to use the lower baud."};
 
 // In English the firmware must be 4.0 up to letter C, 5.0 behind it; the versions compare as text.
 bool firmware_is_supported(MainForm& form)
@@ -49,8 +52,8 @@ bool block_1_is_guarded(const MainForm& form)
     const std::string& text = form.options.byte_text;
     const std::size_t first = text.find(',');
     const std::size_t second = first == std::string::npos ? first : text.find(',', first + 1);
-    return form.beside.block_bytes == JobState::write_chunk && second != std::string::npos
-        && text.substr(second + 1, 1) == "1";
+    return form.beside.block_bytes == JobState::write_chunk && second != std::string::npos &&
+        text.substr(second + 1, 1) == "1";
 }
 
 bool is_allowed(MainForm& form)
@@ -105,11 +108,6 @@ void settle(MainForm& form)
     form.ProgressBar1.set_visible(false);
 }
 
-// The places of two stages that have nothing to do yet: serial numbers are stamped before the first chip and moved
-// after each good one.
-void stamp_numbers(MainForm&) { }
-void move_numbers(MainForm&) { }
-
 bool option_stage(MainForm& form)
 {
     const McuRecord& record = wire_record(form);
@@ -144,6 +142,13 @@ void count_success(MainForm& form)
     form.platform.settings.set("Settings", "Write_OK_Count", count);
 }
 
+// The effective length of a file ends its writing, and a number does not make it longer.
+void report_left_out_number(MainForm& form)
+{
+    if (number_is_left_out(form))
+        append_message(form, number_left_out);
+}
+
 // One chip, from the first sync byte to the last option. True: the chip holds what was planned, and it has been said.
 bool program_one_chip(MainForm& form)
 {
@@ -162,12 +167,13 @@ bool program_one_chip(MainForm& form)
     if (!option_stage(form))
         return false;
     report_success(form);
+    report_left_out_number(form);
     if (form.rc.rc_calibrate && !rc_report(form))
         return false;
     count_success(form);
     if (form.optBeepYes.value())
         beep(form, 1);
-    move_numbers(form);
+    form.job.number_for_next = move_numbers(form);
     return true;
 }
 
@@ -222,21 +228,25 @@ void run_download(MainForm& form, int row)
     }
     if (form.cekReloadFile.value())
         reload_code_file(form);
-    stamp_numbers(form);
+    if (!stamp_numbers(form))
+        return; // the number in the buffer is that of another chip
     lock_panel_for_sequence(form);
     disable_buttons(form);
     form.link.stop_requested = false;
     form.plan = DownloadPlan{};
 
+    bool another = false; // chip of a repeated download
     do {
         form.job.succeeded = program_one_chip(form);
-        if (form.job.succeeded && row == 1)
+        another = form.job.succeeded && row == 1 && form.job.number_for_next;
+        if (another)
             count_down_to_next(form);
-    } while (form.job.succeeded && row == 1);
+    } while (another);
     if (form.job.succeeded)
         finish(form);
     else if (!form.file_loaded)
-        unlock_panel_after_sequence(form); // the chip was another model: the file has to be opened again, or another picked
+        unlock_panel_after_sequence(
+            form); // the chip was another model: the file has to be opened again, or another picked
     enable_buttons(form);
 }
 

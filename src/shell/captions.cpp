@@ -9,7 +9,7 @@ namespace {
 struct CaptionRow {
     std::string_view control;
     int index; // -1: a single control
-    Text caption;
+    Text caption; // of a text box: its hint
 };
 
 // clang-format off
@@ -76,6 +76,38 @@ constexpr CaptionRow captions[] = {
     { "LabFileCheckSum",                0, { "校验和", "Checksum" } },
     { "LabFileCheckSum",                1, { "校验和", "Checksum" } },
     { "Label7",                         0, { "文件缓冲区", "File Buffer" } },
+    { "txtBuffer2",                    -1, { "点击, 当一个字符高亮时可以修改缓冲区",
+                                             "Click: a highlighted character can be typed over" } },
+    { "tetDataFlash2",                 -1, { "点击, 当一个字符高亮时可以修改缓冲区",
+                                             "Click: a highlighted character can be typed over" } },
+    { "LabEdit_Clew",                  -1, { "You can modify any single highlight character in this buffer.",
+                                             "You can modify any single highlight character in this buffer." } },
+    { "LabIncrease_Clew",              -1, { "               改变以下参数后请重新打开文件",
+                                             "Open the file again after a change of the values below" } },
+    { "frmAP_FileIncrease",            -1, { "程序文件自动增量", "Auto Increase of Code File" } },
+    { "cheAuto_Increase",              -1, { "启用自动增量", "Enable auto increase" } },
+    { "LabAuto_Increase",               0, { "存放地址(HEX)", "Address (HEX)" } },
+    { "LabAuto_Increase",               1, { "字节数", "Bytes" } },
+    { "LabAuto_Increase",               2, { "下一个值(10进制)", "Next value (decimal)" } },
+    { "LabAuto_Increase",               3, { "增量", "Increment" } },
+    { "LabAuto_Increase",               4, { "下一个值存储格式:", "Next value is stored as:" } },
+    { "optAuto_Increase",               0, { "16进制", "HEX" } },
+    { "optAuto_Increase",               1, { "十进制", "BCD" } },
+    { "optAuto_Increase",               2, { "ASCII码", "ASCII" } },
+    { "frmDtat_FileIncrease",          -1, { "数据文件自动增量", "Auto Increase of EEPROM File" } },
+    { "cheData_Auto_Increase",         -1, { "启用自动增量", "Enable auto increase" } },
+    { "LabData_Auto_Increase",          0, { "存放地址(HEX)", "Address (HEX)" } },
+    { "LabData_Auto_Increase",          1, { "字节数", "Bytes" } },
+    { "LabData_Auto_Increase",          2, { "下一个值(10进制)", "Next value (decimal)" } },
+    { "LabData_Auto_Increase",          3, { "增量", "Increment" } },
+    { "LabData_Auto_Increase",          4, { "下一个值存储格式:", "Next value is stored as:" } },
+    { "optData_Auto_Increase",          0, { "16进制", "HEX" } },
+    { "optData_Auto_Increase",          1, { "十进制", "BCD" } },
+    { "optData_Auto_Increase",          2, { "ASCII码", "ASCII" } },
+    { "Frame9",                        -1, { "把程序文件缓冲区保存为 .bin 文件", "Save the code buffer to a .bin file" } },
+    { "LabStore",                       0, { "起始地址(HEX)", "Start address (HEX)" } },
+    { "LabStore",                       1, { "长度(HEX)", "Length (HEX)" } },
+    { "comStoreFile",                  -1, { "保存文件", "Save File" } },
 };
 // clang-format on
 
@@ -84,8 +116,11 @@ constexpr CaptionRow captions[] = {
 void apply_captions(MainForm& form)
 {
     for (const CaptionRow& row : captions) {
-        if (auto* control = dynamic_cast<CaptionControl*>(form.controls.find(row.control, row.index)))
-            control->set_caption(in_language(form, row.caption));
+        Control* control = form.controls.find(row.control, row.index);
+        if (auto* captioned = dynamic_cast<CaptionControl*>(control))
+            captioned->set_caption(in_language(form, row.caption));
+        else if (auto* box = dynamic_cast<TextBox*>(control))
+            box->set_hint(in_language(form, row.caption));
     }
 }
 

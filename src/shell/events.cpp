@@ -1,9 +1,12 @@
 #include "shell/events.h"
 
 #include "form/messages.h"
+#include "image/auto_increase.h"
+#include "image/buffer_edit.h"
 #include "image/buffer_view.h"
 #include "image/file_loader.h"
 #include "image/file_watch.h"
+#include "image/store_range.h"
 #include "link/option_commit.h"
 #include "link/sequencer.h"
 #include "options/panel.h"
@@ -68,6 +71,11 @@ constexpr EventRow events[] = {
     { "TabStrip1",          [](MainForm& form, int) { TabStrip1_Click(form); } },
     { "TabStrip2",          [](MainForm& form, int) { TabStrip2_Click(form); } },
     { "vscFile",            [](MainForm& form, int index) { vscFile_Change(form, index); } },
+    { "txtBuffer2",         [](MainForm& form, int) { highlight_digit(form.txtBuffer2); } },
+    { "tetDataFlash2",      [](MainForm& form, int) { highlight_digit(form.tetDataFlash2); } },
+    { "cheAuto_Increase",   [](MainForm& form, int) { cheAuto_Increase_Click(form); } },
+    { "cheData_Auto_Increase", [](MainForm& form, int) { cheData_Auto_Increase_Click(form); } },
+    { "comStoreFile",       [](MainForm& form, int) { comStoreFile_Click(form); } },
 };
 // clang-format on
 
@@ -167,6 +175,20 @@ bool press_key(MainForm& form, Control& control, std::string_view key)
         return false;
     if (&control == &form.TreeViewDevice && key == "Esc")
         close_device_tree(form);
+    if (&control == &form.txtBuffer2)
+        press_edit_key(form, form.code_buffer, key);
+    if (&control == &form.tetDataFlash2)
+        press_edit_key(form, form.data_buffer, key);
+    return true;
+}
+
+bool put_caret(MainForm& form, TextBox& box, int position, int length)
+{
+    if (!box.enabled())
+        return false;
+    box.select(position, length);
+    if (length == 0 && (&box == &form.txtBuffer2 || &box == &form.tetDataFlash2))
+        run_event(form, box);
     return true;
 }
 

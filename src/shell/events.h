@@ -19,6 +19,8 @@ bool choose_tab(MainForm& form, TabStrip& strip, int tab);
 bool choose_node(MainForm& form, Tree& tree, std::string_view key);
 bool scroll_to(MainForm& form, ScrollBar& bar, int value);
 bool press_key(MainForm& form, Control& control, std::string_view key); // "Esc", "PageUp", "a" ...
+// A click between the characters, or a stretch of text drawn over. A click into a dump highlights a digit.
+bool put_caret(MainForm& form, TextBox& box, int position, int length = 0);
 
 // Once a second: the code file has changed on disk, and the user wants it to be downloaded when it does.
 void Timer12_Timer(MainForm& form);

@@ -1,6 +1,7 @@
 #include "shell/start_up.h"
 
 #include "catalog/ranges.h"
+#include "image/auto_increase.h"
 #include "image/buffers.h"
 #include "link/guidance.h"
 #include "link/panel_state.h"
@@ -52,6 +53,8 @@ void choose_defaults(MainForm& form)
     form.com_RC_frequency[5].set_text("11.059");
     form.txtAP_FileStart.set_text("0000");
     form.txtDataFileStart.set_text("0000");
+    form.txt_Start_Address.set_text("0000");
+    form.txt_length.set_text("10000");
     form.cheClearAP_Buffer.set_value(true);
     form.cheClearDataBuffer.set_value(true);
     for (const int head : {0, 2}) {
@@ -94,6 +97,9 @@ void start_up(MainForm& form)
     build_device_tree(form);
     fill_lists(form);
     choose_defaults(form);
+    load_increase_settings(form);
+    cheAuto_Increase_Click(form);
+    cheData_Auto_Increase_Click(form);
     refresh_ports(form);
     show_port_open(form, false);
     form.ProgressBar1.set_visible(false);

@@ -17,6 +17,8 @@ struct Page {
 constexpr Page left_pages[] = {
     { "options",         { "选项", "Options" },                     &MainForm::Frame12 },
     { "CheckMCUoption",  { "检测 MCU 选项", "Check MCU Options" },   &MainForm::Frame4 },
+    { "AUTO_INCREASE",   { "自动增量", "Auto Increase" },              &MainForm::fraAuto_Increase },
+    { "store_buffer",    { "保存缓冲区", "Save Buffer" },              &MainForm::Frame9 },
 };
 constexpr Page right_pages[] = {
     { "tab_file",    { "程序文件", "File Buffer" },             &MainForm::Frame7 },

@@ -42,6 +42,8 @@ public:
     QProgressBar* progress(ProgressBar& control);
     QScrollBar* scroll(ScrollBar& control);
 
+    void refresh(); // shows all changes now; by itself it does so a moment after they were made
+
     // A widget of one's own: `show` puts the control's state on it, now and after each change.
     void bind(Control& control, QWidget* widget, std::function<void()> show);
 
@@ -49,7 +51,6 @@ public:
 
 private:
     void changed();
-    void refresh();
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     MainForm& form_;

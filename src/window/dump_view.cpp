@@ -5,6 +5,10 @@
 
 #include <QEvent>
 #include <QGridLayout>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QTextBlock>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -14,13 +18,39 @@ namespace vrk {
 namespace {
 
 constexpr int lines_per_notch = 3; // of the wheel
+constexpr int notch = 120;
 
+struct KeyRow {
+    int key;
+    const char* name;
+};
+constexpr KeyRow key_rows[] = {
+    {Qt::Key_PageUp, "PageUp"},
+    {Qt::Key_PageDown, "PageDown"},
+    {Qt::Key_Up, "Up"},
+    {Qt::Key_Down, "Down"},
+    {Qt::Key_Left, "Left"},
+    {Qt::Key_Right, "Right"},
+};
+
+// The box ends its lines with CR LF, the pane has one place for both.
+int place_in_pane(const std::string& text, int position)
+{
+    const auto end = text.begin() + std::min<std::ptrdiff_t>(position, static_cast<std::ptrdiff_t>(text.size()));
+    return position - static_cast<int>(std::count(text.begin(), end, '\r'));
 }
+int place_in_box(const QPlainTextEdit& pane, int position)
+{
+    return position + pane.document()->findBlock(position).blockNumber();
+}
+
+} // namespace
 
 DumpView::DumpView(Binder& binder, int index)
     : form_(binder.form())
     , index_(index)
-    , pane_(binder.pane(index == 0 ? form_.txtBuffer2 : form_.tetDataFlash2))
+    , box_(index == 0 ? form_.txtBuffer2 : form_.tetDataFlash2)
+    , pane_(binder.pane(box_))
 {
     auto* address = binder.line(form_.txtBufferAddress[index == 0 ? 0 : 2]);
     auto* columns = binder.line(form_.txtBufferAddress[index == 0 ? 1 : 3]);
@@ -37,7 +67,17 @@ DumpView::DumpView(Binder& binder, int index)
     pane_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     const int margins = 2 * (static_cast<int>(pane_->document()->documentMargin()) + pane_->frameWidth());
     pane_->setMinimumWidth(digit * dump_line_size + margins);
+
+    // A stamped number stands out wherever the keyboard is at the moment.
+    QPalette palette = pane_->palette();
+    for (const auto role : {QPalette::Highlight, QPalette::HighlightedText})
+        palette.setColor(QPalette::Inactive, role, palette.color(QPalette::Active, role));
+    pane_->setPalette(palette);
+    pane_->setUndoRedoEnabled(false); // the buffer is edited, not the text
+    pane_->installEventFilter(this);
     pane_->viewport()->installEventFilter(this);
+    connect(pane_, &QPlainTextEdit::selectionChanged, this, [this] { take_selection(); });
+    binder.bind(box_, pane_, [this] { show_dump(); });
 
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -48,6 +88,29 @@ DumpView::DumpView(Binder& binder, int index)
     layout->addWidget(binder.scroll(form_.vscFile[index]), 1, 2);
     layout->setColumnStretch(1, 1);
     layout->setRowStretch(1, 1);
+}
+
+// The last line end is left out: an empty line below the others would be one more than fits.
+void DumpView::show_dump()
+{
+    pane_->setToolTip(to_qt(box_.hint()));
+    if (box_.text() != shown_) {
+        shown_ = box_.text();
+        QString text = to_qt(shown_).remove('\r');
+        if (text.endsWith('\n'))
+            text.chop(1);
+        pane_->setPlainText(text);
+    }
+    const int end = pane_->document()->characterCount() - 1;
+    const int first = std::min(place_in_pane(shown_, box_.sel_start()), end);
+    const int last = std::min(place_in_pane(shown_, box_.sel_start() + box_.sel_length()), end);
+    QTextCursor cursor = pane_->textCursor();
+    if (cursor.selectionStart() == first && cursor.selectionEnd() == last)
+        return;
+    // The caret stands in front of what is highlighted.
+    cursor.setPosition(last);
+    cursor.setPosition(first, QTextCursor::KeepAnchor);
+    pane_->setTextCursor(cursor);
 }
 
 void DumpView::fit_lines()
@@ -61,17 +124,88 @@ void DumpView::fit_lines()
     vscFile_Change(form_, index_);
 }
 
+// The character under the pointer, not the gap nearest to it: a digit is hit on its right half too.
+void DumpView::click_at(const QPoint& point)
+{
+    if (pane_->textCursor().hasSelection())
+        return;
+    QTextCursor cursor = pane_->cursorForPosition(point);
+    if (pane_->cursorRect(cursor).left() > point.x() && !cursor.atBlockStart())
+        cursor.movePosition(QTextCursor::PreviousCharacter);
+    put_caret(form_, box_, place_in_box(*pane_, cursor.position()));
+    const QSignalBlocker quiet(pane_);
+    show_dump();
+}
+
+void DumpView::take_selection()
+{
+    const QTextCursor cursor = pane_->textCursor();
+    if (!cursor.hasSelection())
+        return;
+    const int first = place_in_box(*pane_, cursor.selectionStart());
+    put_caret(form_, box_, first, place_in_box(*pane_, cursor.selectionEnd()) - first);
+}
+
+bool DumpView::take_key(const QKeyEvent& key)
+{
+    if ((key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0 ||
+        key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab)
+        return false;
+    const auto named = std::find_if(
+        std::begin(key_rows), std::end(key_rows), [&key](const KeyRow& row) { return row.key == key.key(); });
+    if (named != std::end(key_rows))
+        press_key(form_, box_, named->name);
+    else if (key.text().size() == 1)
+        press_key(form_, box_, from_qt(key.text()));
+    return true;
+}
+
+void DumpView::scroll_by_wheel(const QWheelEvent& wheel)
+{
+    wheel_rest_ += wheel.angleDelta().y() * lines_per_notch;
+    const int lines = wheel_rest_ / notch;
+    wheel_rest_ -= lines * notch;
+    ScrollBar& bar = form_.vscFile[index_];
+    if (lines != 0)
+        scroll_to(form_, bar, bar.value() - lines);
+}
+
 bool DumpView::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Resize)
+    switch (event->type()) {
+    case QEvent::Resize:
         fit_lines();
-    if (event->type() == QEvent::Wheel) {
-        const int notches = static_cast<QWheelEvent*>(event)->angleDelta().y() / 120;
-        ScrollBar& bar = form_.vscFile[index_];
-        scroll_to(form_, bar, bar.value() - notches * lines_per_notch);
+        break;
+    case QEvent::Wheel:
+        scroll_by_wheel(*static_cast<QWheelEvent*>(event));
         return true;
+    case QEvent::KeyPress:
+        if (watched == pane_ && take_key(*static_cast<QKeyEvent*>(event)))
+            return true;
+        break;
+    case QEvent::MouseButtonRelease:
+        if (watched == pane_->viewport()) // the pane comes first: only then is it known what was drawn over
+            QTimer::singleShot(0, this, [this, point = static_cast<QMouseEvent*>(event)->pos()] { click_at(point); });
+        break;
+    default:
+        break;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+QLabel* make_edit_hint(Binder& binder)
+{
+    Label& control = binder.form().LabEdit_Clew;
+    QLabel* hint = binder.label(control);
+    QSizePolicy keeps_place = hint->sizePolicy();
+    keeps_place.setRetainSizeWhenHidden(true);
+    hint->setSizePolicy(keeps_place);
+    binder.bind(control, hint, [&control, hint] {
+        hint->setText(to_qt(control.caption()));
+        if (!control.visible() || hint->parentWidget() != nullptr)
+            hint->setVisible(control.visible());
+    });
+    return hint;
 }
 
 } // namespace vrk

@@ -2,6 +2,7 @@
 
 #include "shell/start_up.h"
 #include "window/dump_view.h"
+#include "window/production_pages.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>
@@ -172,10 +173,13 @@ QWidget* MainWindow::make_right()
     layout->addWidget(binder_.tabs(form_.TabStrip2));
     layout->addWidget(make_buffer_page(0), 1);
     layout->addWidget(make_buffer_page(1), 1);
+    layout->addWidget(make_edit_hint(binder_));
     layout->addSpacing(6);
     layout->addWidget(binder_.tabs(form_.TabStrip1));
     layout->addWidget(make_option_page());
     layout->addWidget(make_check_page());
+    layout->addWidget(make_increase_page(binder_));
+    layout->addWidget(make_store_page(binder_));
     layout->addWidget(make_beeps());
     return right;
 }

@@ -222,3 +222,33 @@ TEST(Script, SetsOptionsWritesThemAndReadsThemInTheChip)
     EXPECT_FALSE(bench.runner.failed()) << bench.answers.back().error;
     EXPECT_EQ(bench.value(9), true);
 }
+
+TEST(Script, ACaretInTheDumpAndAKeyEditTheBufferAsInTheWindow)
+{
+    ScriptBench bench;
+    bench.run({"choose " + sample, "click comLoadFile", "set vscFile(0) 0", "caret txtBuffer2 0",
+        "get txtBuffer2.selstart", "get txtBuffer2.sellength", "answer yes", "press txtBuffer2 f", "buffer code 0 0",
+        "get LabEdit_Clew.visible", "press txtBuffer2 PageDown", "get vscFile(0)"});
+    EXPECT_EQ(bench.value(4), 9);
+    EXPECT_EQ(bench.value(5), 1);
+    EXPECT_EQ(bench.value(8), "F2");
+    EXPECT_EQ(bench.value(9), true);
+    EXPECT_FALSE(bench.runner.failed());
+}
+
+TEST(Script, SwitchesASerialNumberOnAndSavesARange)
+{
+    const std::string path = ::testing::TempDir() + std::to_string(getpid()) + "range.bin";
+    ScriptBench bench;
+    bench.run({"choose " + sample, "click comLoadFile", "set texAuto_Increase(0) 1f", "set texAuto_Increase(1) 2",
+        "set texAuto_Increase(2) 1234", "set cheAuto_Increase 1", "buffer code 1E 1F", "get texAuto_Increase(0)",
+        "get texAuto_Increase(0).enabled", "set txt_Start_Address 1e", "set txt_length 2", "choose " + path,
+        "click comStoreFile", "messages"});
+    EXPECT_EQ(bench.value(6), "1234");
+    EXPECT_EQ(bench.value(7), "1F");
+    EXPECT_EQ(bench.value(8), false);
+    EXPECT_EQ(bench.value(13).size(), 0U);
+    std::ifstream file{path, std::ios::binary};
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>{file}, {}), "\x12\x34");
+    std::remove(path.c_str());
+}

@@ -1,0 +1,36 @@
+// The dump as an editor: one digit is highlighted, and a digit typed takes its place in the text and in the buffer.
+// Where a byte lies is read from the dump's own text, so that what is seen is what is changed. A text that is no dump
+// has no bytes, and nothing happens to it.
+#pragma once
+
+#include "form/main_form.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace vrk {
+
+// The byte that has one of its two digits at a position of a dump. Nothing: another thing stands there.
+struct DumpByte {
+    std::int32_t address;
+    std::size_t digits; // position of the first one
+};
+std::optional<DumpByte> dump_byte_at(std::string_view text, std::size_t position);
+
+// The address that a line of a dump begins with: the five digits in front of its first three blanks.
+std::optional<std::int32_t> dump_line_address(std::string_view line);
+
+// Selects the digit at the caret or, where none stands there, the next one of this line or the next. With none in
+// reach, nothing stays selected.
+void highlight_digit(TextBox& box);
+
+// A whole keystroke in the box of a buffer: "PageUp", "PageDown", "Up", "Down", "Left", "Right", or one character. All
+// others do nothing.
+void press_edit_key(MainForm& form, FileBuffer& buffer, std::string_view key);
+
+void key_down(
+    MainForm& form, FileBuffer& buffer, std::string_view key); // moves the caret, scrolls where it leaves the view
+void key_press(MainForm& form, FileBuffer& buffer, char key); // the edit; the first one of a run asks before
+
+} // namespace vrk

@@ -1,0 +1,237 @@
+// Serial numbers on a production line: each good chip has its own, and a chip that fails uses none up.
+#include "bench.h"
+
+#include <iterator>
+
+using namespace vrk;
+
+namespace {
+
+using Numbers = std::vector<std::vector<std::uint8_t>>;
+
+// A hand at the line with numbered chips. Four bytes up to address 0x0203 hold the number.
+struct NumberedLine : Bench {
+    Numbers numbers; // of the chips that have left the socket as good ones
+    int chips_left = 0;
+
+    explicit NumberedLine(const char* model, int system = AutoIncrease::hex)
+        : Bench(model)
+    {
+        open_code(pattern(0x300));
+        type_text(form, form.texAuto_Increase[0], "203");
+        type_text(form, form.texAuto_Increase[1], "4");
+        type_text(form, form.texAuto_Increase[2], "41");
+        type_text(form, form.texAuto_Increase[3], "1");
+        choose_option(form, form.optAuto_Increase[system]);
+        set_checked(form, form.cheAuto_Increase, true);
+        form.comDalay_ReDownLoad.set_text("2");
+    }
+    // Chip after chip by Re-Download; the user stops once `chips` have gone through.
+    void run(int chips)
+    {
+        chips_left = chips;
+        chip.on_state_change.push_back([this](sim::Chip::State state) {
+            if (state == sim::Chip::State::user_code)
+                loop.call_at(loop.now_us() + 500'000, [this] { change_chip(); });
+        });
+        press_download(1);
+        power_up_after_ms(300);
+        run_until_idle();
+    }
+    void change_chip()
+    {
+        numbers.push_back(flash(0x200, 0x203));
+        chip.power_off();
+        if (--chips_left <= 0)
+            return press_stop_after_ms(5000);
+        wipe_chip();
+        power_up_after_ms(4000);
+    }
+    std::string stored_next() { return form.platform.settings.get("Auto_Increase", "next_value", "none"); }
+};
+
+} // namespace
+
+TEST(SerialNumbers, EveryChipOfALineHasItsOwn)
+{
+    NumberedLine bench("Juniper-8");
+    bench.run(3);
+    EXPECT_EQ(bench.numbers, (Numbers{{0, 0, 0, 41}, {0, 0, 0, 42}, {0, 0, 0, 43}}));
+    EXPECT_EQ(bench.count(), 3);
+    EXPECT_EQ(bench.form.texAuto_Increase[2].text(), "00000000044");
+    EXPECT_EQ(bench.stored_next(), "00000000044");
+    EXPECT_EQ(bench.code(0x200, 0x203), (std::vector<std::uint8_t>{0, 0, 0, 44}));
+    EXPECT_TRUE(bench.form.code_increase.valid);
+    EXPECT_EQ(bench.chip.violations(), "");
+}
+
+TEST(SerialNumbers, GoIntoOlderChipsInTheOtherSystemsToo)
+{
+    NumberedLine bcd("Birch-8", AutoIncrease::bcd);
+    bcd.run(2);
+    EXPECT_EQ(bcd.numbers, (Numbers{{0, 0, 0, 0x41}, {0, 0, 0, 0x42}}));
+    NumberedLine ascii("Birch-8", AutoIncrease::ascii);
+    ascii.run(2);
+    EXPECT_EQ(ascii.numbers, (Numbers{{0, 0, '1', '4'}, {'2', '4', '0', '0'}}));
+}
+
+TEST(SerialNumbers, AChipThatRefusesABlockUsesNoneUp)
+{
+    NumberedLine bench("Juniper-8");
+    bench.after_ms(6000, [&bench] { bench.chip.refuse_block(0); }); // the second chip
+    bench.run(3);
+    EXPECT_EQ(bench.numbers, (Numbers{{0, 0, 0, 41}}));
+    EXPECT_EQ(bench.stored_next(), "00000000042");
+
+    bench.repair();
+    bench.download();
+    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_EQ(bench.flash(0x200, 0x203), (std::vector<std::uint8_t>{0, 0, 0, 42}));
+    EXPECT_EQ(bench.stored_next(), "00000000043");
+}
+
+TEST(SerialNumbers, AChipPulledFromTheSocketUsesNoneUp)
+{
+    NumberedLine bench("Juniper-8");
+    bench.when(sim::Chip::State::erased, [&bench] { bench.chip.power_off(); });
+    bench.press_download();
+    bench.power_up_after_ms(300);
+    bench.run_until_idle_or_given_up();
+    EXPECT_FALSE(bench.form.job.succeeded);
+    EXPECT_EQ(bench.form.texAuto_Increase[2].text(), "41");
+    EXPECT_EQ(bench.stored_next(), "41");
+
+    bench.repair();
+    bench.download();
+    EXPECT_EQ(bench.flash(0x200, 0x203), (std::vector<std::uint8_t>{0, 0, 0, 41}));
+}
+
+TEST(SerialNumbers, MoveInBothBuffersTogether)
+{
+    NumberedLine bench("Juniper-60Q");
+    bench.open_data(Bench::pattern(0x100, 2)); // this load switches the code number off
+    set_checked(bench.form, bench.form.cheAuto_Increase, true);
+    type_text(bench.form, bench.form.texData_Auto_Increase[0], "11");
+    type_text(bench.form, bench.form.texData_Auto_Increase[1], "2");
+    type_text(bench.form, bench.form.texData_Auto_Increase[2], "0099");
+    choose_option(bench.form, bench.form.optData_Auto_Increase[AutoIncrease::bcd]);
+    set_checked(bench.form, bench.form.cheData_Auto_Increase, true);
+    const auto data = static_cast<std::size_t>(bench.form.selected.eeprom_first);
+
+    bench.download();
+    EXPECT_EQ(bench.flash(0x200, 0x203), (std::vector<std::uint8_t>{0, 0, 0, 41}));
+    EXPECT_EQ(bench.flash(data + 0x10, data + 0x11), (std::vector<std::uint8_t>{0x00, 0x99}));
+    EXPECT_EQ(bench.form.texData_Auto_Increase[2].text(), "0100");
+    EXPECT_EQ(bench.form.texAuto_Increase[2].text(), "00000000042");
+    EXPECT_TRUE(bench.form.cheData_Auto_Increase.enabled());
+    EXPECT_FALSE(bench.form.texData_Auto_Increase[0].enabled()) << "the number is still on";
+}
+
+TEST(SerialNumbers, TheReloadBeforeADownloadSwitchesThemOff)
+{
+    NumberedLine bench("Juniper-8");
+    const std::string path = ::testing::TempDir() + std::to_string(getpid()) + "reloaded.bin";
+    const auto bytes = Bench::pattern(0x300, 3);
+    std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), 0x300);
+    take_path(bench.form, BufferKind::code, path);
+    bench.form.cekReloadFile.set_value(true);
+    bench.download();
+    std::remove(path.c_str());
+    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_EQ(bench.flash(0, 0x2FF), bytes);
+    EXPECT_FALSE(bench.form.cheAuto_Increase.value());
+    EXPECT_EQ(bench.stored_next(), "41");
+}
+
+TEST(SerialNumbers, ACheckedOneThatFailedItsCheckStampsNothing)
+{
+    NumberedLine bench("Juniper-8");
+    set_checked(bench.form, bench.form.cheAuto_Increase, false);
+    bench.open_code(Bench::pattern(0x300, 4));
+    const auto file = bench.code(0, 0x2FF);
+    type_text(bench.form, bench.form.texAuto_Increase[0], "FFFFF");
+    set_checked(bench.form, bench.form.cheAuto_Increase, true);
+    bench.download();
+    EXPECT_EQ(bench.flash(0, 0x2FF), file);
+    EXPECT_EQ(bench.stored_next(), "41");
+    EXPECT_EQ(bench.dialogs.shown.size(), 1U);
+}
+
+TEST(SerialNumbers, OneThatDoesNotFitIsToldBeforeEachDownload)
+{
+    NumberedLine bench("Juniper-8");
+    set_checked(bench.form, bench.form.cheAuto_Increase, false);
+    type_text(bench.form, bench.form.texAuto_Increase[1], "1");
+    type_text(bench.form, bench.form.texAuto_Increase[2], "256");
+    set_checked(bench.form, bench.form.cheAuto_Increase, true);
+    EXPECT_EQ(bench.dialogs.shown.size(), 1U);
+    bench.press_download();
+    bench.press_stop_after_ms(1000);
+    bench.run_until_idle();
+    EXPECT_EQ(bench.dialogs.shown.size(), 2U);
+    EXPECT_EQ(bench.dialogs.shown[1].box.text, "The number of bytes is too small.");
+}
+
+// The line used to go on with the number of the chip before.
+TEST(SerialNumbers, ThatHaveRunOutEndTheLineAfterTheLastGoodChip)
+{
+    NumberedLine bench("Juniper-8");
+    set_checked(bench.form, bench.form.cheAuto_Increase, false);
+    type_text(bench.form, bench.form.texAuto_Increase[1], "1");
+    type_text(bench.form, bench.form.texAuto_Increase[2], "254");
+    set_checked(bench.form, bench.form.cheAuto_Increase, true);
+    bench.dialogs.replies = {Reply::ok};
+    bench.press_download(1);
+    bench.power_up_after_ms(300);
+    bench.when(sim::Chip::State::user_code, [&] {
+        bench.chip.power_off();
+        bench.wipe_chip();
+        bench.power_up_after_ms(4000);
+    });
+    bench.run_until_idle();
+    EXPECT_EQ(bench.count(), 2);
+    EXPECT_EQ(bench.flash(0x203, 0x203), (std::vector<std::uint8_t>{255}));
+    ASSERT_EQ(bench.dialogs.shown.size(), 1U);
+    EXPECT_EQ(bench.dialogs.shown[0].box.text, "The number of bytes is too small.");
+    EXPECT_TRUE(bench.buttons_are_free());
+    EXPECT_TRUE(bench.form.job.succeeded);
+}
+
+TEST(SerialNumbers, ThatHaveRunOutStartNoDownload)
+{
+    NumberedLine bench("Juniper-8");
+    bench.form.code_increase.next_value = "4294967296";
+    bench.dialogs.replies = {Reply::ok};
+    bench.press_download();
+    bench.power_up_after_ms(300);
+    bench.run_for_ms(3000);
+    EXPECT_EQ(bench.dialogs.shown.size(), 1U);
+    EXPECT_EQ(bench.chip.frame_count(), 0);
+    EXPECT_EQ(bench.count(), 0);
+    EXPECT_TRUE(bench.buttons_are_free());
+    EXPECT_EQ(bench.form.job.panel_state, 0);
+}
+
+TEST(SerialNumbers, BehindTheEndOfTheFileAreNotWrittenAndTheReportSaysSo)
+{
+    Bench bench("Juniper-8");
+    bench.open_code(Bench::pattern(0x300));
+    type_text(bench.form, bench.form.texAuto_Increase[0], "1203");
+    type_text(bench.form, bench.form.texAuto_Increase[1], "4");
+    type_text(bench.form, bench.form.texAuto_Increase[2], "77");
+    choose_option(bench.form, bench.form.optAuto_Increase[AutoIncrease::hex]);
+    set_checked(bench.form, bench.form.cheAuto_Increase, true);
+    ASSERT_TRUE(bench.form.code_increase.valid);
+    bench.download();
+    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_NE(bench.flash(0x1200, 0x1203), (std::vector<std::uint8_t>{0, 0, 0, 77}));
+    EXPECT_EQ(bench.times_said("lies behind the end of the file and was not programmed."), 1);
+}
+
+TEST(SerialNumbers, InsideTheFileNeedNoSuchNote)
+{
+    NumberedLine bench("Juniper-8");
+    bench.download();
+    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_FALSE(bench.report_says("was not programmed"));
+}
