@@ -131,6 +131,37 @@ void register_controls(MainForm& form)
     all.add(form.comLockOptions, "comLockOptions");
     all.add(form.comUnlockOptions, "comUnlockOptions");
     all.add(form.Command1, "Command1");
+
+    all.add(form.cobUserCodeBaud, "cobUserCodeBaud");
+    all.add(form.cobUserCodeParity, "cobUserCodeParity");
+    all.add(form.cobUserCodeDataBits, "cobUserCodeDataBits");
+    all.add(form.cobUserCodeStopBits, "cobUserCodeStopBits");
+
+    all.add(form.cob_DEMO_DownLoad_Baud, "cob_DEMO_DownLoad_Baud");
+    all.add(form.cob_DEMO_DownLoad_Parity, "cob_DEMO_DownLoad_Parity");
+    all.add(form.cob_DEMO_DownLoad_DataBits, "cob_DEMO_DownLoad_DataBits");
+    all.add(form.cob_DEMO_DownLoad_StopBits, "cob_DEMO_DownLoad_StopBits");
+    all.add(form.txt_DEMO_UserCode, "txt_DEMO_UserCode");
+    all.add(form.cob_DEMO_UserCode_Baud, "cob_DEMO_UserCode_Baud");
+    all.add(form.cob_DEMO_UserCode_Parity, "cob_DEMO_UserCode_Parity");
+    all.add(form.cob_DEMO_UserCode_DataBits, "cob_DEMO_UserCode_DataBits");
+    all.add(form.cob_DEMO_UserCode_StopBits, "cob_DEMO_UserCode_StopBits");
+
+    all.add(form.com_Debug_COM, "com_Debug_COM");
+    all.add(form.com_Debug_Baud, "com_Debug_Baud");
+    all.add(form.com_Debug_DataBits, "com_Debug_DataBits");
+    all.add(form.com_Debug_ParityCheck, "com_Debug_ParityCheck");
+    all.add(form.com_Debug_StopBits, "com_Debug_StopBits");
+    all.add(form.che_AutoOpenPort, "che_AutoOpenPort");
+    all.add(form.texSend, "texSend");
+    all.add(form.optHexSend, "optHexSend");
+    all.add(form.texSendCycle, "texSendCycle");
+
+    all.add(form.texSpreadSend, "texSpreadSend");
+    all.add(form.cheSpreadHex, "cheSpreadHex");
+    all.add(form.texSpreadSendCycle, "texSpreadSendCycle");
+
+    all.add(form.optFillbyte, "optFillbyte");
 }
 
 void group(std::initializer_list<OptionButton*> buttons)
@@ -169,6 +200,8 @@ void group_buttons(MainForm& form)
     group(form.opt_ISP_DEMO_WDT);
     group(form.optAuto_Increase);
     group(form.optData_Auto_Increase);
+    group(form.optHexSend);
+    group(form.optFillbyte);
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 #include "form/option_table.h"
 #include "form/registry.h"
 #include "form/target_facts.h"
+#include "form/window_place.h"
 #include "platform/comm_control.h"
 #include "platform/platform.h"
 #include "platform/timer.h"
@@ -166,6 +167,41 @@ struct MainForm {
     Button comUnlockOptions;
     Button Command1; // what a project file is for
 
+    // The custom command: what is sent to user code before a download, and on what line.
+    ComboBox cobUserCodeBaud;
+    ComboBox cobUserCodeParity;
+    ComboBox cobUserCodeDataBits;
+    ComboBox cobUserCodeStopBits;
+
+    // ISP DEMO: the line of its download, and the command that leads to it with a line of its own.
+    ComboBox cob_DEMO_DownLoad_Baud;
+    ComboBox cob_DEMO_DownLoad_Parity;
+    ComboBox cob_DEMO_DownLoad_DataBits;
+    ComboBox cob_DEMO_DownLoad_StopBits;
+    TextBox txt_DEMO_UserCode;
+    ComboBox cob_DEMO_UserCode_Baud;
+    ComboBox cob_DEMO_UserCode_Parity;
+    ComboBox cob_DEMO_UserCode_DataBits;
+    ComboBox cob_DEMO_UserCode_StopBits;
+
+    // The terminal: its line, and what it sends once or again and again.
+    ComboBox com_Debug_COM;
+    ComboBox com_Debug_Baud;
+    ComboBox com_Debug_DataBits;
+    ComboBox com_Debug_ParityCheck;
+    ComboBox com_Debug_StopBits;
+    CheckBox che_AutoOpenPort; // after a download
+    TextBox texSend;
+    OptionButton optHexSend[2]; // 0: as text, 1: as hexadecimal bytes
+    TextBox texSendCycle; // ms
+
+    // The terminal's list of strings, sent one by one or in turn.
+    TextBox texSpreadSend[25];
+    CheckBox cheSpreadHex[25]; // the string of that row is hexadecimal
+    TextBox texSpreadSendCycle; // ms
+
+    OptionButton optFillbyte[2]; // reserved, as its setting is: 0: 00, 1: FF
+
     // Timers. Their roles stand beside their making.
     Timer Timer1;
     Timer Timer2;
@@ -204,6 +240,7 @@ struct MainForm {
     AutoIncrease data_increase;
     bool edit_confirmed = false; // the user has agreed to edit the buffers
     DownloadPlan plan;
+    WindowPlace window;
     bool closing = false; // the window was asked to close
     bool unloaded = false; // and everything has wound down: the program may end
     std::function<void()> on_unload; // called then

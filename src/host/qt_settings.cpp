@@ -14,6 +14,7 @@ QString full_key(const std::string& section, const std::string& key)
 QtSettings::QtSettings()
     : settings_(QSettings::IniFormat, QSettings::UserScope, "VRK-ISP", "VRK-ISP")
 {
+    settings_.setFallbacksEnabled(false); // the user's own and nobody else's
 }
 
 QtSettings::QtSettings(const std::string& file)
@@ -23,12 +24,20 @@ QtSettings::QtSettings(const std::string& file)
 
 std::string QtSettings::get(const std::string& section, const std::string& key, const std::string& otherwise)
 {
-    return settings_.value(full_key(section, key), QString::fromStdString(otherwise)).toString().toStdString();
+    const QVariant value = settings_.value(full_key(section, key));
+    // A line written by hand with commas and no quotes comes as a list.
+    if (value.typeId() == QMetaType::QStringList)
+        return value.toStringList().join(", ").toStdString();
+    return value.typeId() == QMetaType::QString ? value.toString().toStdString() : otherwise;
 }
 
+// What stands there already is not written again: a start without a change leaves the file alone.
 void QtSettings::set(const std::string& section, const std::string& key, const std::string& value)
 {
-    settings_.setValue(full_key(section, key), QString::fromStdString(value));
+    const QString name = full_key(section, key);
+    const QString text = QString::fromStdString(value);
+    if (!settings_.contains(name) || settings_.value(name).toString() != text)
+        settings_.setValue(name, text);
 }
 
 } // namespace vrk

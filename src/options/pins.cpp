@@ -1,5 +1,6 @@
 #include "options/pins.h"
 
+#include "form/arm_save.h"
 #include "form/messages.h"
 
 #include <string>
@@ -33,7 +34,7 @@ void check_pin_clash(MainForm& form)
 void comb_485_pin_Click(MainForm& form)
 {
     check_pin_clash(form);
-    form.Timer3.start();
+    arm_save(form);
 }
 
 void comb_External_WDT_Click(MainForm& form) { check_pin_clash(form); }
@@ -49,7 +50,7 @@ void opt_485_pin_Click(MainForm& form)
 
 void opt_External_WDT_Click(MainForm& form) { form.comb_External_WDT.set_enabled(!form.opt_External_WDT[0].value()); }
 
-void opt_485_logic_Click(MainForm& form) { form.Timer3.start(); }
+void opt_485_logic_Click(MainForm& form) { arm_save(form); }
 
 void opt_ISP_DEMO_WDT_Click(MainForm& form) { form.comb_WDT.set_enabled(form.opt_ISP_DEMO_WDT[1].value()); }
 

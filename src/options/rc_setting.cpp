@@ -1,6 +1,7 @@
 #include "options/rc_setting.h"
 
 #include "catalog/attributes.h"
+#include "form/arm_save.h"
 #include "platform/text_number.h"
 
 #include <algorithm>
@@ -89,7 +90,7 @@ void sync_rc_divider(MainForm& form)
 {
     const bool low_band = form.com_RC_frequency[1].index_chosen() < first_high_band;
     form.com_RC_frequency[3].choose(low_band ? divider_of_low_bands : divider_of_high_bands);
-    form.Timer3.start();
+    arm_save(form);
 }
 
 void com_RC_frequency_Click(MainForm& form) { sync_rc_divider(form); }

@@ -4,6 +4,7 @@
 #include "catalog/families.h"
 #include "catalog/isp_start.h"
 #include "catalog/lookup.h"
+#include "form/arm_save.h"
 #include "image/buffers.h"
 #include "link/panel_state.h"
 #include "options/option_report.h"
@@ -158,7 +159,7 @@ bool apply_selected_device(MainForm& form)
     show_ap_isp_range(form);
     show_tabs_of_model(form);
     clear_check_page(form);
-    form.Timer3.start();
+    arm_save(form);
     build_option_panel(form);
     return true;
 }

@@ -13,6 +13,7 @@
 #include "options/pins.h"
 #include "options/rc_setting.h"
 #include "shell/device.h"
+#include "shell/settings.h"
 #include "shell/tabs.h"
 
 #include <span>
@@ -81,6 +82,7 @@ constexpr EventRow events[] = {
 
 void run_event(MainForm& form, const Control& control)
 {
+    arm_save_after(form, control);
     for (const EventRow& row : events) {
         if (row.control == control.name)
             return row.event(form, control.index);
@@ -107,6 +109,7 @@ bool type_text(MainForm& form, Control& control, std::string_view text)
         return false;
     if (auto* box = dynamic_cast<TextBox*>(&control)) {
         box->set_text(text);
+        arm_save_after(form, control);
     } else if (auto* list = dynamic_cast<ComboBox*>(&control); list != nullptr && list->editable) {
         list->set_text(text);
         run_event(form, control);
@@ -179,6 +182,7 @@ bool press_key(MainForm& form, Control& control, std::string_view key)
         press_edit_key(form, form.code_buffer, key);
     if (&control == &form.tetDataFlash2)
         press_edit_key(form, form.data_buffer, key);
+    arm_save_after(form, control);
     return true;
 }
 

@@ -8,13 +8,13 @@
 #include "link/port.h"
 #include "link/receive.h"
 #include "link/sequencer.h"
-#include "options/codec.h"
 #include "options/option_tables.h"
 #include "options/pins.h"
-#include "options/rc_setting.h"
 #include "shell/captions.h"
 #include "shell/device.h"
 #include "shell/events.h"
+#include "shell/lists.h"
+#include "shell/settings.h"
 #include "shell/tabs.h"
 
 #include <algorithm>
@@ -23,34 +23,15 @@ namespace vrk {
 
 namespace {
 
-void fill_lists(MainForm& form)
-{
-    form.cobBaudMax.set_items({"115200", "57600", "38400", "28800", "19200", "14400", "12800", "11520", "9600", "4800",
-        "2400", "1200"});
-    form.cobBaudMin.set_items(
-        {"115200", "57600", "38400", "28800", "19200", "14400", "9600", "4800", "2400", "1200"});
-    form.comDalay_ReDownLoad.set_items({"9", "8", "7", "6", "5", "4", "3", "2", "1"});
-    std::vector<std::string> pins;
-    for (char port = '0'; port <= '3'; ++port) {
-        for (char bit = '0'; bit <= '7'; ++bit)
-            pins.push_back(std::string{"P"} + port + "." + bit);
-    }
-    form.comb_WDT.set_items(std::move(pins));
-    fill_divider_lists(form);
-    fill_rc_lists(form);
-    fill_pin_lists(form);
-}
-
-// What a user finds who has never changed anything.
+// What a user finds at every start, or until the settings say otherwise.
 void choose_defaults(MainForm& form)
 {
     form.cobBaudMax.choose(0); // 115200
-    form.cobBaudMin.choose(8); // 2400
-    form.comDalay_ReDownLoad.choose(4); // 5 s
+    form.comWDT_Prescalar[0].choose(7); // 256
     form.comb_WDT.choose(0);
     form.opt_ISP_DEMO_WDT[0].set_value(true);
-    form.optBeepYes.set_value(true);
-    form.com_RC_frequency[5].set_text("11.059");
+    form.optHexSend[0].set_value(true);
+    form.optFillbyte[0].set_value(true);
     form.txtAP_FileStart.set_text("0000");
     form.txtDataFileStart.set_text("0000");
     form.txt_Start_Address.set_text("0000");
@@ -61,12 +42,12 @@ void choose_defaults(MainForm& form)
         form.txtBufferAddress[head].set_text("地 址");
         form.txtBufferAddress[head + 1].set_text(" 00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F ");
     }
-    form.txtWrite_OK_Count.set_text(form.platform.settings.get("Settings", "Write_OK_Count", "0"));
 }
 
 void unload(MainForm& form)
 {
     form.unloaded = true;
+    save_window(form);
     close_link(form);
     if (form.on_unload)
         form.on_unload();
@@ -78,6 +59,7 @@ void tie_timers_and_port(MainForm& form)
     form.platform.ports.on_list_changed = [&form] { refresh_ports(form); };
     form.Timer9.on_tick = [&form] { show_guidance(form); };
     form.Timer3.on_tick = [&form] {
+        save_settings(form);
         opt_485_pin_Click(form);
         opt_External_WDT_Click(form);
     };
@@ -97,15 +79,15 @@ void start_up(MainForm& form)
     build_device_tree(form);
     fill_lists(form);
     choose_defaults(form);
-    load_increase_settings(form);
-    cheAuto_Increase_Click(form);
-    cheData_Auto_Increase_Click(form);
     refresh_ports(form);
     show_port_open(form, false);
     form.ProgressBar1.set_visible(false);
     clear_buffer(form, 0, form.code_buffer);
     clear_buffer(form, 0, form.data_buffer);
-    restore_device(form);
+    load_settings(form);
+    load_increase_settings(form);
+    cheAuto_Increase_Click(form);
+    cheData_Auto_Increase_Click(form);
     enable_buttons(form);
     form.Timer12.start();
 }

@@ -1,5 +1,6 @@
 #include "window/main_window.h"
 
+#include "shell/settings.h"
 #include "shell/start_up.h"
 #include "window/dump_view.h"
 #include "window/production_pages.h"
@@ -10,6 +11,8 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QVBoxLayout>
+
+#include <cmath>
 
 namespace vrk {
 
@@ -26,6 +29,9 @@ QPalette readable_when_disabled(QPalette palette)
         palette.setColor(QPalette::Disabled, role, QColor(0x60, 0x60, 0x60));
     return palette;
 }
+
+int pixels(float in_units) { return static_cast<int>(std::lround(in_units / WindowPlace::units_per_pixel)); }
+float units(int in_pixels) { return static_cast<float>(in_pixels) * WindowPlace::units_per_pixel; }
 
 QHBoxLayout* row_of(std::initializer_list<QWidget*> widgets)
 {
@@ -51,10 +57,44 @@ MainWindow::MainWindow(MainForm& form)
     halves->addWidget(make_right());
     halves->setStretchFactor(0, 3);
     halves->setStretchFactor(1, 4);
-    // Room for a report under the steps, as far as the screen goes.
-    resize((minimumSizeHint() + QSize(0, report_lines * fontMetrics().lineSpacing()))
-               .boundedTo(screen()->availableSize() * 0.92));
+    take_stored_place();
     form_.on_unload = [this] { close(); };
+}
+
+// Where it stood when it was last used; that may be off the screen. No larger than the screens together, whatever is
+// stored. The first time it comes up with room for a report under the steps, as far as the screen goes.
+void MainWindow::take_stored_place()
+{
+    const WindowPlace& place = form_.window;
+    const bool never_sized = place.width == WindowPlace::standard_width && place.height == WindowPlace::standard_height;
+    const QSize with_report = (minimumSizeHint() + QSize(0, report_lines * fontMetrics().lineSpacing()))
+                                  .boundedTo(screen()->availableSize() * 0.92);
+    const QSize stored(pixels(place.width), pixels(place.height));
+    resize((never_sized ? stored.expandedTo(with_report) : stored).boundedTo(screen()->virtualSize()));
+    move(pixels(place.left), pixels(place.top));
+}
+
+void MainWindow::note_place()
+{
+    if (!isVisible())
+        return;
+    form_.window.left = units(x());
+    form_.window.top = units(y());
+    form_.window.width = units(width());
+    form_.window.height = units(height());
+}
+
+void MainWindow::moveEvent(QMoveEvent* event)
+{
+    QMainWindow::moveEvent(event);
+    note_place();
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    note_place();
+    arm_save(form_); // one save for the whole pull at the frame
 }
 
 void MainWindow::add_panel(QWidget* panel) { static_cast<QSplitter*>(centralWidget())->addWidget(panel); }

@@ -30,6 +30,10 @@ private:
     QWidget* make_option_page();
     QWidget* make_check_page();
     QWidget* make_beeps();
+    void take_stored_place();
+    void note_place(); // for the settings
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
     MainForm& form_;

@@ -1,0 +1,83 @@
+#include "shell/lists.h"
+
+#include "options/codec.h"
+#include "options/pins.h"
+#include "options/rc_setting.h"
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace vrk {
+
+namespace {
+
+using Items = std::vector<std::string>;
+using Texts = std::span<const char* const>;
+
+// clang-format off
+constexpr const char* max_bauds[]       = { "115200", "57600", "38400", "28800", "19200", "14400", "12800", "11520", "9600", "4800", "2400", "1200" };
+constexpr const char* min_bauds[]       = { "115200", "57600", "38400", "28800", "19200", "14400", "9600", "4800", "2400", "1200" };
+constexpr const char* demo_bauds[]      = { "115200", "57600", "38400", "28800", "19200", "14400", "12800", "11520", "9600", "4800", "2400" };
+constexpr const char* terminal_bauds[]  = { "256000", "128000", "115200", "57600", "38400", "28800", "19200", "14400", "9600", "4800", "2400", "1200", "600" };
+constexpr const char* parities[]        = { "Even", "Odd", "None" };
+constexpr const char* data_bits[]       = { "8", "7", "6", "5" };
+constexpr const char* stop_bits[]       = { "1", "1.5", "2" };
+constexpr const char* repeat_delays_s[] = { "9", "8", "7", "6", "5", "4", "3", "2", "1" };
+// clang-format on
+
+constexpr int terminal_ports = 16;
+
+Items items(Texts texts) { return {texts.begin(), texts.end()}; }
+
+Items port_names()
+{
+    Items names;
+    for (int port = 1; port <= terminal_ports; ++port)
+        names.push_back("COM" + std::to_string(port));
+    return names;
+}
+
+Items all_pins()
+{
+    Items pins;
+    for (char port = '0'; port <= '3'; ++port) {
+        for (char bit = '0'; bit <= '7'; ++bit)
+            pins.push_back(std::string{"P"} + port + "." + bit);
+    }
+    return pins;
+}
+
+// The four lists that make up the setting of a line.
+void fill_line(Texts bauds, ComboBox& baud, ComboBox& parity, ComboBox& data, ComboBox& stop)
+{
+    baud.set_items(items(bauds));
+    parity.set_items(items(parities));
+    data.set_items(items(data_bits));
+    stop.set_items(items(stop_bits));
+}
+
+} // namespace
+
+void fill_lists(MainForm& form)
+{
+    form.cobBaudMax.set_items(items(max_bauds));
+    form.cobBaudMin.set_items(items(min_bauds));
+    form.comDalay_ReDownLoad.set_items(items(repeat_delays_s));
+    form.comb_WDT.set_items(all_pins());
+    fill_divider_lists(form);
+    fill_rc_lists(form);
+    fill_pin_lists(form);
+
+    form.com_Debug_COM.set_items(port_names());
+    fill_line(terminal_bauds, form.com_Debug_Baud, form.com_Debug_ParityCheck, form.com_Debug_DataBits,
+        form.com_Debug_StopBits);
+    fill_line(
+        max_bauds, form.cobUserCodeBaud, form.cobUserCodeParity, form.cobUserCodeDataBits, form.cobUserCodeStopBits);
+    fill_line(demo_bauds, form.cob_DEMO_DownLoad_Baud, form.cob_DEMO_DownLoad_Parity, form.cob_DEMO_DownLoad_DataBits,
+        form.cob_DEMO_DownLoad_StopBits);
+    fill_line(max_bauds, form.cob_DEMO_UserCode_Baud, form.cob_DEMO_UserCode_Parity, form.cob_DEMO_UserCode_DataBits,
+        form.cob_DEMO_UserCode_StopBits);
+}
+
+} // namespace vrk

@@ -1,0 +1,277 @@
+#include "shell/settings.h"
+
+#include "catalog/families.h"
+#include "platform/text_number.h"
+#include "shell/device.h"
+#include "shell/settings_table.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <string>
+
+namespace vrk {
+
+namespace {
+
+constexpr const char* section = "Settings";
+
+std::string get(MainForm& form, std::string_view key, std::string_view fallback)
+{
+    return form.platform.settings.get(section, std::string{key}, std::string{fallback});
+}
+
+void set(MainForm& form, std::string_view key, const std::string& value)
+{
+    form.platform.settings.set(section, std::string{key}, value);
+}
+
+// Numbers. Far more than any list or screen has, and still a number that every type here can hold.
+constexpr double largest = 1e9;
+
+double number_of(std::string_view text) { return std::clamp(number_in(text), -largest, largest); }
+int whole_number_of(std::string_view text) { return static_cast<int>(round_half_even(number_of(text))); }
+
+bool is_on(std::string_view text) { return upper_case(trimmed(text)) == "TRUE" || number_in(text) != 0; }
+const char* on_text(bool on) { return on ? "True" : "False"; }
+
+// Seven digits: what a 32-bit number is sure of.
+std::string place_text(float value)
+{
+    std::array<char, 32> text{};
+    const int size = std::snprintf(text.data(), text.size(), "%.7g", static_cast<double>(value));
+    return {text.data(), static_cast<std::size_t>(size)};
+}
+
+// One control of a row, or each of its array.
+struct Setting {
+    std::string key;
+    const SettingRow& row;
+    Control* control; // of an array of buttons the first
+};
+
+template <typename Act> void for_each_setting(const MainForm& form, Act act)
+{
+    for (const SettingRow& row : setting_rows()) {
+        if (row.index == SettingRow::each) {
+            for (int i = 0; Control* control = form.controls.find(row.control, i); ++i)
+                act(Setting{std::string{row.key} + "_" + std::to_string(i), row, control});
+        } else {
+            const int index = row.holds == Holds::choice ? 0 : row.index;
+            if (Control* control = form.controls.find(row.control, index))
+                act(Setting{std::string{row.key}, row, control});
+        }
+    }
+}
+
+OptionButton* button_at(const MainForm& form, const SettingRow& row, int index)
+{
+    return dynamic_cast<OptionButton*>(form.controls.find(row.control, index));
+}
+
+int chosen_of(const MainForm& form, const SettingRow& row)
+{
+    for (int i = 0; const OptionButton* button = button_at(form, row, i); ++i) {
+        if (button->value())
+            return i;
+    }
+    return 0;
+}
+
+std::string value_of(const MainForm& form, const Setting& setting)
+{
+    const auto* box = dynamic_cast<const TextBox*>(setting.control);
+    const auto* list = dynamic_cast<const ComboBox*>(setting.control);
+    const auto* check = dynamic_cast<const CheckBox*>(setting.control);
+    const auto* button = dynamic_cast<const OptionButton*>(setting.control);
+    switch (setting.row.holds) {
+    case Holds::text:
+    case Holds::count:
+        return box != nullptr ? box->text() : list != nullptr ? list->text() : std::string{};
+    case Holds::place:
+        return std::to_string(list != nullptr ? list->index_chosen() : 0);
+    case Holds::check:
+        return check != nullptr && check->value() ? "1" : "0";
+    case Holds::button:
+        return on_text(button != nullptr && button->value());
+    case Holds::choice:
+        return std::to_string(chosen_of(form, setting.row));
+    }
+    return {};
+}
+
+void choose_place(ComboBox& list, int place)
+{
+    const bool exists = place >= 0 && static_cast<std::size_t>(place) < list.items().size();
+    list.choose(exists ? place : 0);
+}
+
+// A list that cannot be typed into takes only what it has.
+void choose_text(ComboBox& list, const std::string& text)
+{
+    const auto& items = list.items();
+    if (list.editable || std::find(items.begin(), items.end(), text) != items.end())
+        list.set_text(text);
+    else
+        list.choose(0);
+}
+
+void choose_button(const MainForm& form, const SettingRow& row, int index)
+{
+    OptionButton* button = button_at(form, row, index);
+    if (button == nullptr)
+        button = button_at(form, row, 0);
+    if (button != nullptr)
+        button->set_value(true);
+}
+
+void take_value(const MainForm& form, const Setting& setting, const std::string& value)
+{
+    auto* box = dynamic_cast<TextBox*>(setting.control);
+    auto* list = dynamic_cast<ComboBox*>(setting.control);
+    auto* check = dynamic_cast<CheckBox*>(setting.control);
+    auto* button = dynamic_cast<OptionButton*>(setting.control);
+    switch (setting.row.holds) {
+    case Holds::text:
+        if (box != nullptr)
+            box->set_text(value);
+        else if (list != nullptr)
+            choose_text(*list, value);
+        break;
+    case Holds::count:
+        if (box != nullptr)
+            box->set_text(std::to_string(whole_number_of(value)));
+        break;
+    case Holds::place:
+        if (list != nullptr)
+            choose_place(*list, whole_number_of(value));
+        break;
+    case Holds::check:
+        if (check != nullptr)
+            check->set_value(is_on(value));
+        break;
+    case Holds::button: // a False leaves the choice to the other buttons, so that one is always chosen
+        if (button != nullptr && is_on(value))
+            button->set_value(true);
+        break;
+    case Holds::choice:
+        choose_button(form, setting.row, whole_number_of(value));
+        break;
+    }
+}
+
+void load_rows(MainForm& form)
+{
+    for_each_setting(form, [&form](const Setting& setting) {
+        const char* fallback = setting.row.fallback;
+        take_value(form, setting, get(form, setting.key, fallback != nullptr ? fallback : value_of(form, setting)));
+    });
+}
+
+void save_rows(MainForm& form)
+{
+    for_each_setting(form, [&form](const Setting& setting) { set(form, setting.key, value_of(form, setting)); });
+}
+
+// The model. Where no model's node is selected, the oldest family stands in for it.
+void save_device(MainForm& form)
+{
+    constexpr int birch = 2;
+    constexpr int name_column = 9;
+    std::string key = form.TreeViewDevice.selected_key();
+    if (key.empty() || key.starts_with("Family"))
+        key = form.mcu_table.cell(birch, 0, name_column);
+    set(form, "DeviceProducts", key);
+}
+
+// Written for whoever looks into the store, and not read: where the panel starts is a matter of the model.
+void save_for_the_record(MainForm& form)
+{
+    const int first_three =
+        (form.Option0[0].value() ? 4 : 0) + (form.Option1[0].value() ? 2 : 0) + (form.Option2[0].value() ? 1 : 0);
+    set(form, "安全锁", std::to_string(first_three));
+    set(form, "fillbyte", "00");
+}
+
+void load_beep(MainForm& form)
+{
+    OptionButton& chosen = is_on(get(form, "BeepYesNo", "True")) ? form.optBeepYes : form.optBeepNo;
+    chosen.set_value(true);
+}
+void save_beep(MainForm& form) { set(form, "BeepYesNo", on_text(form.optBeepYes.value())); }
+
+struct PlaceKey {
+    const char* key;
+    float WindowPlace::*field;
+};
+constexpr PlaceKey place_keys[] = {
+    {"MainLeft", &WindowPlace::left},
+    {"MainTop", &WindowPlace::top},
+    {"MainWidth", &WindowPlace::width},
+    {"MainHeight", &WindowPlace::height},
+};
+constexpr const char* splitter_key = "Frame24_Width";
+
+float stored_place(MainForm& form, const char* key, float otherwise)
+{
+    return static_cast<float>(number_of(get(form, key, place_text(otherwise))));
+}
+
+// The right half has what the window is wider than standard.
+void load_window(MainForm& form)
+{
+    constexpr WindowPlace standard;
+    for (const PlaceKey& row : place_keys)
+        form.window.*row.field = stored_place(form, row.key, standard.*row.field);
+    form.window.debug_width = standard.debug_width + form.window.width - standard.width;
+    form.window.frame24_width = splitter_held(stored_place(form, splitter_key, standard.frame24_width), form.window);
+}
+
+bool is_option_button(std::string_view name)
+{
+    constexpr std::string_view word = "Option";
+    return name.size() > word.size() && name.starts_with(word) && name[word.size()] >= '0' && name[word.size()] <= '9';
+}
+
+bool arms_save(std::string_view control)
+{
+    constexpr std::string_view others[] = {
+        "optBeepYes", "optBeepNo", "txt_DEMO_UserCode", "txt_length", "txt_Start_Address", "optFillbyte"};
+    const auto rows = setting_rows();
+    return is_option_button(control) || std::find(std::begin(others), std::end(others), control) != std::end(others) ||
+        std::any_of(rows.begin(), rows.end(), [&](const SettingRow& row) { return row.control == control; });
+}
+
+} // namespace
+
+void load_settings(MainForm& form)
+{
+    restore_device(form);
+    load_rows(form);
+    load_beep(form);
+    load_window(form);
+}
+
+void save_settings(MainForm& form)
+{
+    save_device(form);
+    save_for_the_record(form);
+    save_rows(form);
+    save_beep(form);
+    save_window(form);
+}
+
+void save_window(MainForm& form)
+{
+    for (const PlaceKey& row : place_keys)
+        set(form, row.key, place_text(form.window.*row.field));
+    set(form, splitter_key, place_text(form.window.frame24_width));
+}
+
+void arm_save_after(MainForm& form, const Control& control)
+{
+    if (arms_save(control.name))
+        arm_save(form);
+}
+
+} // namespace vrk

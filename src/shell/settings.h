@@ -1,0 +1,24 @@
+// What the user has chosen survives from one run to the next: section Settings of the store. Most of it is a table of
+// controls, see settings_table.h. The numbers that are stamped keep theirs in sections of their own, and the paths of
+// the files are stored where a file is chosen.
+//
+// A value that does not fit falls to the first of its list, text where a number belongs reads as 0, and a missing key
+// takes its default: whatever a store holds, the program comes up.
+#pragma once
+
+#include "form/arm_save.h"
+#include "form/main_form.h"
+
+namespace vrk {
+
+// Reads everything, the model first, since choosing it redraws the option panel. Lists are to be filled by then.
+void load_settings(MainForm& form);
+
+void save_settings(MainForm& form); // writes everything
+void save_window(MainForm& form); // the window's place alone
+
+// After a change by hand: arms the save where the control is one that is kept, or one of the few that bring their
+// neighbours into the store.
+void arm_save_after(MainForm& form, const Control& control);
+
+} // namespace vrk

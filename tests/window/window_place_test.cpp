@@ -1,0 +1,93 @@
+// The window comes up where it stood, and tells the settings where it stands.
+#include "window_bench.h"
+
+using namespace vrk;
+
+namespace {
+
+struct PlaceBench {
+    void open()
+    {
+        start_up(form);
+        window = std::make_unique<MainWindow>(form);
+        window->show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+    }
+    void put(const char* key, const char* value) { settings.set("Settings", key, value); }
+    int stored(const char* key) { return QString::fromStdString(settings.get("Settings", key, "-1")).toInt(); }
+
+    QtLoop loop;
+    QtPorts ports{{}};
+    QtDialogs dialogs;
+    MemoryStore settings;
+    MainForm form{Platform{loop, ports, dialogs, settings}};
+    std::unique_ptr<MainWindow> window;
+};
+
+constexpr int units = 15; // a pixel
+
+} // namespace
+
+TEST(WindowPlace, IsTheOneStored)
+{
+    PlaceBench bench;
+    bench.put("MainLeft", "1500");
+    bench.put("MainTop", "450");
+    bench.put("MainWidth", "18750");
+    bench.put("MainHeight", "14250");
+    bench.open();
+    EXPECT_EQ(bench.window->pos(), QPoint(100, 30));
+    EXPECT_EQ(bench.window->size(), QSize(1250, 950).expandedTo(bench.window->minimumSizeHint()));
+}
+
+TEST(WindowPlace, IsNeverTooSmallForItsContents)
+{
+    PlaceBench bench;
+    bench.put("MainWidth", "0");
+    bench.put("MainHeight", "nonsense");
+    bench.open();
+    EXPECT_EQ(bench.window->size(), bench.window->minimumSizeHint());
+}
+
+TEST(WindowPlace, HasRoomForAReportTheFirstTime)
+{
+    PlaceBench bench;
+    bench.open();
+    EXPECT_GE(bench.window->width(), 800);
+    EXPECT_GE(bench.window->height(), 603);
+    EXPECT_GE(bench.window->height(), bench.window->minimumSizeHint().height());
+}
+
+TEST(WindowPlace, SurvivesNonsense)
+{
+    PlaceBench bench;
+    bench.put("MainLeft", "1e300");
+    bench.put("MainTop", "-1e300");
+    bench.put("MainWidth", "1e300");
+    bench.put("MainHeight", "1e300");
+    bench.open();
+    EXPECT_LE(bench.window->width(),
+        std::max(bench.window->screen()->virtualSize().width(), bench.window->minimumSizeHint().width()));
+}
+
+TEST(WindowPlace, IsStoredHalfASecondAfterAResize)
+{
+    PlaceBench bench;
+    bench.open();
+    const QSize wider = bench.window->size() + QSize(40, 8);
+    bench.window->resize(wider);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bench.stored("MainWidth") == wider.width() * units; }, 3000));
+    EXPECT_EQ(bench.stored("MainHeight"), wider.height() * units);
+}
+
+TEST(WindowPlace, IsStoredAtTheEnd)
+{
+    PlaceBench bench;
+    bench.open();
+    bench.window->move(60, 40);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bench.form.window.left == 60.0F * units; }, 3000));
+    bench.window->close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bench.form.unloaded; }, 3000));
+    EXPECT_EQ(bench.stored("MainLeft"), 60 * units);
+    EXPECT_EQ(bench.stored("MainTop"), 40 * units);
+}
