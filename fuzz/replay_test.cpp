@@ -40,6 +40,7 @@ void replay(const char* target, std::string (*routine)(fuzz::Input))
 
 TEST(Corpora, HexLoaderComesThroughAll) { replay("hex_loader", fuzz::fuzz_hex_loader); }
 TEST(Corpora, BinLoaderComesThroughAll) { replay("bin_loader", fuzz::fuzz_bin_loader); }
+TEST(Corpora, ProjectReaderComesThroughAll) { replay("project", fuzz::fuzz_project); }
 TEST(Corpora, BootLoaderReceptionComesThroughAll) { replay("receive_isp", fuzz::fuzz_receive_isp); }
 TEST(Corpora, StatusFrameComesThroughAll) { replay("status_frame", fuzz::fuzz_status_frame); }
 TEST(Corpora, DemonstrationReceptionComesThroughAll) { replay("receive_demo", fuzz::fuzz_receive_demo); }

@@ -13,6 +13,7 @@ using Input = std::span<const std::uint8_t>;
 
 std::string fuzz_hex_loader(Input input);
 std::string fuzz_bin_loader(Input input);
+std::string fuzz_project(Input input);
 std::string fuzz_receive_isp(Input input);
 std::string fuzz_receive_demo(Input input);
 std::string fuzz_status_frame(Input input);

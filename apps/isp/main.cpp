@@ -11,6 +11,7 @@
 #include "window/main_window.h"
 
 #include <QApplication>
+#include <QStandardPaths>
 
 namespace {
 
@@ -47,6 +48,7 @@ int main(int argc, char** argv)
     QtSettings settings;
     MainForm form(Platform{loop, ports, dialogs, settings});
     form.loader.application_dir = QApplication::applicationDirPath().toStdString();
+    form.loader.documents_dir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
     start_up(form);
 
     const std::string trial_file = qEnvironmentVariable(trial_file_variable).toStdString();

@@ -11,6 +11,7 @@
 #include "shell/start_up.h"
 
 #include <QCoreApplication>
+#include <QStandardPaths>
 
 #include <fstream>
 #include <iostream>
@@ -87,6 +88,12 @@ void print_answer(const Answer& answer, const std::string& script, bool json)
         std::cout << plain(answer.value) << std::endl;
 }
 
+void tell_places(LoaderState& loader)
+{
+    loader.application_dir = QCoreApplication::applicationDirPath().toStdString();
+    loader.documents_dir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
+}
+
 // Runs until the script has ended and all that it started has wound down.
 int run(Runner& runner, EventLoop& loop, const MainForm& form)
 {
@@ -133,7 +140,7 @@ int rehearse(const sim::ChipSetup& setup, const Options& options, std::istream& 
     if (options.settings)
         settings.emplace(*options.settings);
     Rehearsal bench(setup, settings ? &*settings : nullptr, options.english);
-    bench.form.loader.application_dir = QCoreApplication::applicationDirPath().toStdString();
+    tell_places(bench.form.loader);
     ChipAccess target(bench.chip);
     std::unique_ptr<Runner> runner;
     const auto next_line = [&]() -> std::optional<std::string> {
@@ -160,7 +167,7 @@ int run_for_real(const Options& options, LineSource& lines, const Answering& ans
         settings.emplace(*options.settings);
     MainForm form(Platform{loop, ports, dialogs, settings ? static_cast<SettingsStore&>(*settings) : own_settings});
     form.language_is_english = options.english;
-    form.loader.application_dir = QCoreApplication::applicationDirPath().toStdString();
+    tell_places(form.loader);
     start_up(form);
     if (!options.ports.empty())
         form.combCommPort.choose(0);

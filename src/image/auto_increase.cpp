@@ -3,6 +3,7 @@
 #include "catalog/attributes.h"
 #include "form/messages.h"
 #include "image/buffer_view.h"
+#include "options/panel.h"
 #include "platform/text_number.h"
 
 #include <algorithm>
@@ -171,15 +172,6 @@ std::string place_text(const MainForm& form, PlaceFault fault)
     return text;
 }
 
-void enable_fields(const Increase& side)
-{
-    const bool enabled = side.box.enabled() && !side.box.value();
-    for (TextBox& field : side.fields)
-        field.set_enabled(enabled);
-    for (OptionButton& system : side.systems)
-        system.set_enabled(enabled);
-}
-
 void load_side(MainForm& form, const Increase& side)
 {
     SettingsStore& settings = form.platform.settings;
@@ -199,7 +191,7 @@ void save_side(MainForm& form, const Increase& side)
 
 void box_clicked(MainForm& form, const Increase& side)
 {
-    enable_fields(side);
+    enable_number_fields(form);
     side.record.valid = false;
     if (!side.box.value())
         return;
@@ -213,13 +205,13 @@ void box_clicked(MainForm& form, const Increase& side)
     scroll_to(form, side.record);
 }
 
-bool stamp_valid(MainForm& form, const Increase& side)
+bool tell_value_fault(MainForm& form, const Increase& side)
 {
-    if (!side.record.valid)
-        return true;
-    const bool stamped = stamp(form, side.record);
-    vscFile_Change(form, side.scroll_index);
-    return stamped;
+    const ValueFault fault = value_fault(side.record);
+    if (fault == ValueFault::none)
+        return false;
+    show_box(form, in_language(form, text_of(fault, value_texts)), in_language(form, side.role.title));
+    return true;
 }
 
 bool move_valid(MainForm& form, const Increase& side)
@@ -237,7 +229,6 @@ void stop_side(const Increase& side)
 {
     side.box.set_value(false);
     side.record.valid = false;
-    enable_fields(side);
 }
 
 } // namespace
@@ -331,11 +322,8 @@ void check_record(MainForm& form, AutoIncrease& record)
 bool stamp(MainForm& form, const AutoIncrease& record)
 {
     const Increase side = side_of(form, record);
-    const ValueFault fault = value_fault(record);
-    if (fault != ValueFault::none) {
-        show_box(form, in_language(form, text_of(fault, value_texts)), in_language(form, side.role.title));
+    if (tell_value_fault(form, side))
         return false;
-    }
     const std::vector<std::uint8_t> bytes = stamp_bytes(record);
     const auto count = static_cast<std::int32_t>(bytes.size());
     if (record.address > side.buffer.last() || record.address + 1 - count < 0)
@@ -375,16 +363,11 @@ void scroll_to(MainForm& form, const AutoIncrease& record)
 void cheAuto_Increase_Click(MainForm& form) { box_clicked(form, code_side(form)); }
 void cheData_Auto_Increase_Click(MainForm& form) { box_clicked(form, data_side(form)); }
 
-void enable_increase_fields(MainForm& form)
+bool numbers_fit(MainForm& form)
 {
-    enable_fields(code_side(form));
-    enable_fields(data_side(form));
-}
-
-bool stamp_numbers(MainForm& form)
-{
-    const bool code = stamp_valid(form, code_side(form));
-    return stamp_valid(form, data_side(form)) && code;
+    const auto fits = [&form](const Increase& side) { return !side.record.valid || !tell_value_fault(form, side); };
+    const bool code = fits(code_side(form));
+    return fits(data_side(form)) && code;
 }
 
 bool move_numbers(MainForm& form)
@@ -406,6 +389,7 @@ void stop_stamping(MainForm& form)
 {
     stop_side(code_side(form));
     stop_side(data_side(form));
+    enable_number_fields(form);
 }
 
 } // namespace vrk

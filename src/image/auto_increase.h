@@ -49,13 +49,11 @@ void scroll_to(MainForm& form, const AutoIncrease& record); // the number comes 
 void cheAuto_Increase_Click(MainForm& form);
 void cheData_Auto_Increase_Click(MainForm& form);
 
-// The value controls can be used while the box beside them is off, and where it can be used itself.
-void enable_increase_fields(MainForm& form);
-
-// For the sequences. Before the first chip: what is valid stands in the buffer. After each good one: the next number
-// takes its place, in the buffer, on the screen and in the settings. False: a number does not fit any more, and the user
-// has been told; what stands in the buffer belongs to a chip that has it already.
-bool stamp_numbers(MainForm& form);
+// For the sequences. A number that is valid stands in the buffer already: it was stamped when its box was set or came
+// with its project. Before the first chip it is only seen to that it fits. After each good chip the next number takes
+// its place, in the buffer, on the screen and in the settings. False: a number does not fit any more, and the user has
+// been told; what stands in the buffer belongs to a chip that has it already.
+bool numbers_fit(MainForm& form);
 bool move_numbers(MainForm& form);
 // A number is in use that no download writes: it lies behind the end of its file.
 bool number_is_left_out(const MainForm& form);

@@ -65,8 +65,10 @@ void clear_buffer(MainForm& form, std::uint8_t fill, FileBuffer& buffer)
     buffer.view_high = cleared_last;
     buffer.checksum = 0;
     buffer.loaded = false;
-    if (kind_of(buffer) == BufferKind::code)
+    if (kind_of(buffer) == BufferKind::code) {
         form.file_loaded = false;
+        form.loader.code_is_project = false;
+    }
 
     const BufferControls controls = controls_of(form, buffer);
     form.vscFile[controls.scroll_index].set_range(0, cleared_scroll_max);

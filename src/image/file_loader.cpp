@@ -102,13 +102,15 @@ FileRead read_file(const std::string& path, bool named_hex, std::size_t buffer_s
 
 Chosen load_chosen(MainForm& form, const std::string& path, FileBuffer& buffer)
 {
-    if (upper_case(path).find(".VRK") != std::string::npos)
+    if (names_project(path))
         return Chosen::project;
     load_file(form, path, buffer);
     return Chosen::file;
 }
 
 } // namespace
+
+bool names_project(const std::string& path) { return upper_case(path).find(".VRK") != std::string::npos; }
 
 Chosen comLoadFile_Click(MainForm& form)
 {
@@ -162,6 +164,8 @@ bool load_file(MainForm& form, const std::string& path, FileBuffer& buffer)
     if (!start_address_fits(form, buffer))
         return false;
     stop_stamping(form);
+    if (kind_of(buffer) == BufferKind::code)
+        form.loader.code_is_project = false;
     merge_or_replace(form, buffer);
     const LoadEnd end = detect_and_parse(form, path, buffer);
     if (end != LoadEnd::done)
@@ -212,6 +216,8 @@ bool reload_last_path(MainForm& form)
 
 void reload_code_file(MainForm& form)
 {
+    if (form.loader.code_is_project || names_project(stored_path(form, BufferKind::code)))
+        return; // what the project holds is in the buffer, and its text is no code
     reload_last_path(form);
     const std::string path = form.loader.current_path; // a copy: the load may serve events
     load_file(form, path, form.code_buffer);

@@ -12,6 +12,7 @@ namespace vrk {
 
 // What a click on comLoadFile or comLoadDataFile brought. A project (".VRK" in its path) may be chosen in either dialog
 // and is left to the caller; its path stands in form.loader.current_path.
+bool names_project(const std::string& path);
 enum class Chosen { nothing, file, project };
 Chosen comLoadFile_Click(MainForm& form);
 Chosen comLoadDataFile_Click(MainForm& form);
@@ -29,7 +30,7 @@ LoadEnd detect_and_parse(MainForm& form, const std::string& path, FileBuffer& bu
 // Makes the stored path of the code file the current one again. False, and the user is told, if the file is gone.
 bool reload_last_path(MainForm& form);
 // The code file once more, before a download or after it has changed on disk. If it is gone, the current file stands
-// in.
+// in. Nothing is loaded while a project is open.
 void reload_code_file(MainForm& form);
 
 } // namespace vrk

@@ -29,6 +29,9 @@ bool watch_code_file(MainForm& form)
     LoaderState& loader = form.loader;
     if (!form.file_loaded || !form.cekReloadFileWhileFileChange.value() || form.job.sequence_running)
         return false;
+    // Saving a project must not start a download, and the file of an earlier job must not take a project's place.
+    if (loader.code_is_project || names_project(loader.current_path))
+        return false;
     const auto stamp = stamp_of(loader.current_path);
     if (loader.current_path != loader.reload_watch_path) {
         loader.reload_watch_path = loader.current_path;

@@ -3,6 +3,7 @@
 #include "form/messages.h"
 #include "image/buffers.h"
 #include "image/event_service.h"
+#include "image/hex_digits.h"
 
 #include <algorithm>
 #include <cstring>
@@ -23,29 +24,6 @@ constexpr Text go_on_without  = { "不再检测校验和, 继续加载文件请�
 constexpr int faults_shown = 3; // then the user decides for the rest of the file
 constexpr std::int64_t least_high = 511;
 constexpr std::int64_t most_high = std::numeric_limits<std::int32_t>::max();
-
-constexpr auto digit_values = [] {
-    std::array<std::int8_t, 256> values{};
-    values.fill(-1);
-    for (std::size_t i = 0; i < 10; ++i)
-        values['0' + i] = static_cast<std::int8_t>(i);
-    for (std::size_t i = 0; i < 6; ++i) {
-        values['A' + i] = static_cast<std::int8_t>(10 + i);
-        values['a' + i] = static_cast<std::int8_t>(10 + i);
-    }
-    return values;
-}();
-
-int digit_value(char c) { return digit_values[static_cast<unsigned char>(c)]; }
-
-std::uint8_t pair_value(char high, char low)
-{
-    const int h = digit_value(high);
-    const int l = digit_value(low);
-    if ((h | l) >= 0)
-        return static_cast<std::uint8_t>(h * 16 + l);
-    return static_cast<std::uint8_t>(std::max(h, 0));
-}
 
 std::size_t halved_to_even(std::size_t length) { return length / 2 + (length % 4 == 3 ? 1 : 0); }
 

@@ -53,6 +53,9 @@ std::string write_whole_file(const std::string& path, std::span<const std::uint8
     if (fs::exists(before) && !fs::is_regular_file(before)) // a device must not be replaced by a file
         return reason_of(std::errc::not_supported);
 
+    if (fs::exists(before) && (before.permissions() & fs::perms::owner_write) == fs::perms::none)
+        return reason_of(std::errc::permission_denied); // a rename would not ask
+
     const fs::path written = beside(target);
     if (!write_out(written, bytes)) {
         const std::string reason = last_reason();

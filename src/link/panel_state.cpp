@@ -1,7 +1,6 @@
 #include "link/panel_state.h"
 
 #include "catalog/attributes.h"
-#include "image/auto_increase.h"
 #include "options/panel.h"
 
 namespace vrk {
@@ -18,6 +17,7 @@ struct PanelRow {
 constexpr PanelRow panel_rows[] = {
 //    control               index  0123
     { "txtDevice",            -1, "1000" },
+    { "TreeViewDevice",       -1, "1000" },
     { "txtAP_FileStart",      -1, "1000" },
     { "txtFileCheckSum",      -1, "1000" },
     { "cheClearAP_Buffer",    -1, "1000" },
@@ -26,8 +26,12 @@ constexpr PanelRow panel_rows[] = {
     { "comDownload",           0, "1010" },
     { "comDownload",           1, "1010" },
     { "comReadChipLock",      -1, "1010" },
-    { "comStop_Download",     -1, "0101" },
+    { "comOpenBatchFile",     -1, "1010" },
+    { "comSaveBatchFile",     -1, "1010" },
+    { "comUnlockOptions",     -1, "1010" },
+    { "comLockOptions",       -1, "1000" },
     { "comStoreFile",         -1, "1000" },
+    { "comStop_Download",     -1, "0101" },
 };
 // clang-format on
 
@@ -67,7 +71,7 @@ void enable_eeprom_controls(MainForm& form, bool enabled)
     form.txtDataFileCheckSum.set_enabled(enabled);
     form.cheClearDataBuffer.set_enabled(enabled);
     form.cheData_Auto_Increase.set_enabled(enabled);
-    enable_increase_fields(form);
+    enable_number_fields(form);
 }
 
 void enable_buttons(MainForm& form)

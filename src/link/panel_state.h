@@ -17,7 +17,7 @@ void set_panel_state(MainForm& form, std::int16_t state);
 void lock_panel_for_sequence(MainForm& form); // 0 becomes 1, 2 becomes 3
 void unlock_panel_after_sequence(MainForm& form); // 1 becomes 0, 3 becomes 2
 
-// The EEPROM file can be opened and described, for a model that has a buffer for it.
+// The EEPROM file can be opened, described and numbered, for a model that has a buffer for it.
 void enable_eeprom_controls(MainForm& form, bool enabled);
 
 void enable_buttons(MainForm& form); // download can be pressed, stop cannot

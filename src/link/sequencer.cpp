@@ -228,7 +228,7 @@ void run_download(MainForm& form, int row)
     }
     if (form.cekReloadFile.value())
         reload_code_file(form);
-    if (!stamp_numbers(form))
+    if (!numbers_fit(form))
         return; // the number in the buffer is that of another chip
     lock_panel_for_sequence(form);
     disable_buttons(form);

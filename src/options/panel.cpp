@@ -202,9 +202,25 @@ void apply_options_to_controls(MainForm& form)
                 control->set_enabled(number_in(form.option_table.cell(page, row, column)) != 0);
         }
     }
-    // A model without a data flash has no file whose sum could be told.
-    if (!has_eeprom_buffer(form.selected))
+    // A model without a data flash has no file whose sum could be told, and no number in it.
+    if (!has_eeprom_buffer(form.selected)) {
         form.txtDataFileCheckSum.set_enabled(false);
+        form.cheData_Auto_Increase.set_enabled(false);
+    }
+    enable_number_fields(form);
+}
+
+void enable_number_fields(MainForm& form)
+{
+    const auto enable = [](const CheckBox& box, auto& fields, auto& systems) {
+        const bool enabled = box.enabled() && !box.value();
+        for (TextBox& field : fields)
+            field.set_enabled(enabled);
+        for (OptionButton& system : systems)
+            system.set_enabled(enabled);
+    };
+    enable(form.cheAuto_Increase, form.texAuto_Increase, form.optAuto_Increase);
+    enable(form.cheData_Auto_Increase, form.texData_Auto_Increase, form.optData_Auto_Increase);
 }
 
 void change_low_voltage_default(MainForm& form, std::string_view node_key)

@@ -13,6 +13,9 @@ void apply_option_row(MainForm& form, int page, Control& control, int row);
 // What can be changed in the panel state in force, of the options and of the project fields.
 void apply_options_to_controls(MainForm& form);
 
+// The fields of a serial number can be used while the box beside them is off, and where it can be used itself.
+void enable_number_fields(MainForm& form);
+
 // The default of the low-voltage pair goes by the model in series 3 to 5; Chinese page only. Before the panel is built.
 void change_low_voltage_default(MainForm& form, std::string_view node_key);
 

@@ -122,7 +122,7 @@ void open_device_tree(MainForm& form)
 
 void close_device_tree(MainForm& form)
 {
-    form.txtDevice.set_enabled(true);
+    form.txtDevice.set_enabled(form.job.panel_state == panel::free); // a click beside the tree unlocks nothing
     form.TreeViewDevice.set_visible(false);
 }
 
@@ -155,6 +155,8 @@ bool apply_selected_device(MainForm& form)
     form.series_is_15_16_17 = series_is_15_16_17(form.selected.series);
     form.series_is_15_16 = series_is_15_16(form.selected.series);
     form.option_family = option_family(form.selected.series);
+    form.cheData_Auto_Increase.set_value(false);
+    form.data_increase.valid = false;
     enable_eeprom_controls(form, has_eeprom_buffer(form.selected));
     show_ap_isp_range(form);
     show_tabs_of_model(form);

@@ -13,6 +13,7 @@
 #include "options/pins.h"
 #include "options/rc_setting.h"
 #include "shell/device.h"
+#include "shell/project.h"
 #include "shell/settings.h"
 #include "shell/tabs.h"
 
@@ -31,6 +32,16 @@ void comClear_OK_Count_Click(MainForm& form)
     form.platform.settings.set("Settings", "Write_OK_Count", "0");
 }
 
+// A project may be chosen in the dialog of either buffer.
+void open_if_project(MainForm& form, Chosen chosen)
+{
+    if (chosen != Chosen::project)
+        return;
+    form.TabStrip2.select(form.TabStrip2.find("Batch_quantity"));
+    TabStrip2_Click(form);
+    open_project(form, form.loader.current_path);
+}
+
 struct EventRow {
     std::string_view control;
     void (*event)(MainForm& form, int index);
@@ -42,8 +53,8 @@ struct EventRow {
 constexpr EventRow events[] = {
     { "txtDevice",          [](MainForm& form, int) { open_device_tree(form); } },
     { "FrameX",             [](MainForm& form, int) { close_device_tree(form); } },
-    { "comLoadFile",        [](MainForm& form, int) { comLoadFile_Click(form); } },
-    { "comLoadDataFile",    [](MainForm& form, int) { comLoadDataFile_Click(form); } },
+    { "comLoadFile",        [](MainForm& form, int) { open_if_project(form, comLoadFile_Click(form)); } },
+    { "comLoadDataFile",    [](MainForm& form, int) { open_if_project(form, comLoadDataFile_Click(form)); } },
     { "comDownload",        [](MainForm& form, int index) { comDownload_Click(form, index); } },
     { "comStop_Download",   [](MainForm& form, int) { comStop_Download_Click(form); } },
     { "comClear_OK_Count",  [](MainForm& form, int) { comClear_OK_Count_Click(form); } },
@@ -69,6 +80,11 @@ constexpr EventRow events[] = {
     { "opt_External_WDT",   [](MainForm& form, int) { opt_External_WDT_Click(form); } },
     { "opt_ISP_DEMO_WDT",   [](MainForm& form, int) { opt_ISP_DEMO_WDT_Click(form); } },
     { "comReadChipLock",    [](MainForm& form, int) { comReadChipLock_Click(form); } },
+    { "comOpenBatchFile",   [](MainForm& form, int) { comOpenBatchFile_Click(form); } },
+    { "comSaveBatchFile",   [](MainForm& form, int) { comSaveBatchFile_Click(form); } },
+    { "comLockOptions",     [](MainForm& form, int) { comLockOptions_Click(form); } },
+    { "comUnlockOptions",   [](MainForm& form, int) { comUnlockOptions_Click(form); } },
+    { "Command1",           [](MainForm& form, int) { Command1_Click(form); } },
     { "TabStrip1",          [](MainForm& form, int) { TabStrip1_Click(form); } },
     { "TabStrip2",          [](MainForm& form, int) { TabStrip2_Click(form); } },
     { "vscFile",            [](MainForm& form, int index) { vscFile_Change(form, index); } },

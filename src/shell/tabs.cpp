@@ -21,8 +21,9 @@ constexpr Page left_pages[] = {
     { "store_buffer",    { "保存缓冲区", "Save Buffer" },              &MainForm::Frame9 },
 };
 constexpr Page right_pages[] = {
-    { "tab_file",    { "程序文件", "File Buffer" },             &MainForm::Frame7 },
-    { "EEPROM_File", { "EEPROM 文件", "EEPROM File Buffer" },   &MainForm::frmDataFlash },
+    { "tab_file",        { "程序文件", "File Buffer" },             &MainForm::Frame7 },
+    { "EEPROM_File",     { "EEPROM 文件", "EEPROM File Buffer" },   &MainForm::frmDataFlash },
+    { "Batch_quantity",  { "工程文件", "Project" },                 &MainForm::fra_Batch_quantity },
 };
 // clang-format on
 

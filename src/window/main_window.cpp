@@ -4,6 +4,7 @@
 #include "shell/start_up.h"
 #include "window/dump_view.h"
 #include "window/production_pages.h"
+#include "window/project_page.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>
@@ -213,6 +214,7 @@ QWidget* MainWindow::make_right()
     layout->addWidget(binder_.tabs(form_.TabStrip2));
     layout->addWidget(make_buffer_page(0), 1);
     layout->addWidget(make_buffer_page(1), 1);
+    layout->addWidget(make_project_page(binder_), 1);
     layout->addWidget(make_edit_hint(binder_));
     layout->addSpacing(6);
     layout->addWidget(binder_.tabs(form_.TabStrip1));

@@ -113,6 +113,7 @@ struct WindowBench {
     {
         in_next_modal<QFileDialog>([path](QFileDialog* dialog) {
             auto* line = dialog->findChild<QLineEdit*>("fileNameEdit");
+            line->setCompleter(nullptr); // its list, when it comes up in time, would take the Return for itself
             line->clear();
             QTest::keyClicks(line, path);
             auto* again = new QTimer(dialog);

@@ -1,0 +1,219 @@
+#include "shell/project.h"
+
+#include "shell/device.h"
+#include "shell/project_file.h"
+#include "shell/project_values.h"
+
+#include "form/messages.h"
+#include "image/auto_increase.h"
+#include "image/buffer_view.h"
+#include "image/buffers.h"
+#include "image/whole_file.h"
+#include "link/panel_state.h"
+#include "options/panel.h"
+#include "platform/text_number.h"
+
+#include <algorithm>
+#include <span>
+
+namespace vrk {
+
+namespace {
+
+constexpr const char* project_filter = "*.VRK |*.VRK|All Files (*.*)|*.*";
+constexpr std::string_view model_shown = "MCU Type: ";
+
+// clang-format off
+//                                 Chinese                                           English
+constexpr Text save_title      = { "保存工程文件 *.VRK",                               "Save Project File *.VRK" };
+constexpr Text open_title      = { "Open Project File *.VRK",                        "Open Project File *.VRK" };
+constexpr Text no_code_file    = { "Please open code file./请打开应用程序文件。",         "Please open code file." };
+constexpr Text not_saved       = { "工程文件无法保存，原有文件没有改变。\n",               "The project file can not be saved. A former file is as it was.\n" };
+constexpr Text not_found       = { "Can not find the file./找不到文件",                "Can not find the file." };
+constexpr Text old_version     = { "您使用的是旧版本的工程文件，打开文件后请仔细核对各选项是否正确。",
+                                   "What you are using is an old project file, carefully check each options please." };
+constexpr Text refused_version = { "非常抱歉，本程序不支持 1.1 版本的工程文件。",
+                                   "Sorry, the current program does not support Ver1.1 project files." };
+constexpr Text no_model        = { "找不到 MCU 型号: ",                                "Can not find the MCU type: " };
+constexpr Text wrong_code_sum  = { "应用程序代码校验和错。",                            "The check sum of code file is incorrect." };
+constexpr Text wrong_data_sum  = { "EEPROM 文件校验和错。",                            "The check sum of EEPROM file is incorrect." };
+constexpr Text check_number    = { "    您打开的工程文件启用了自动增量功能，请检查自动增量“下一个值(10进制)”的数值是否正确。\n"
+                                   "若要修改“下一个值(10进制)”，请先点击“允许修改参数和选项”按钮。",
+                                   "The project file has atomatic increment function. \n"
+                                   "Please check the next value whether it is correct or not(10 base)." };
+// clang-format on
+
+FileDialog project_dialog(const MainForm& form, FileDialog::Kind kind, const Text& title)
+{
+    FileDialog dialog;
+    dialog.kind = kind;
+    dialog.title = in_language(form, title);
+    dialog.filter = project_filter;
+    dialog.initial_dir = project_folder(form.loader);
+    dialog.file_name = form.texBatchFileName.text();
+    dialog.must_exist = kind == FileDialog::Kind::open;
+    return dialog;
+}
+
+// ---- saving
+
+std::span<const std::uint8_t> loaded_bytes(const FileBuffer& buffer)
+{
+    const std::int32_t count = std::clamp(buffer.view_high, -1, buffer.last()) + 1;
+    return {buffer.data.data(), static_cast<std::size_t>(count)};
+}
+
+// ---- opening
+
+// The model of the file, or nothing after the user was told why the file cannot be used.
+const std::string* model_of(MainForm& form, const Project& project)
+{
+    if (project.version == Project::Version::old)
+        show_box(form, in_language(form, old_version));
+    if (project.version == Project::Version::refused) {
+        show_box(form, in_language(form, refused_version));
+        return nullptr;
+    }
+    const std::string* model = project.find("MCU_Type");
+    if (model == nullptr || model->empty()) {
+        show_box(form, in_language(form, no_model));
+        return nullptr;
+    }
+    return model;
+}
+
+// False: no such model, the user was told, and the one before is in force as it was.
+bool select_model(MainForm& form, const std::string& model)
+{
+    const std::string text_before = form.txtDevice.text();
+    const std::string shown_before = form.Label2[6].caption();
+    const BesideRecord beside_before = form.beside;
+    const bool abuts_before = form.selected.ap_abuts_isp;
+    const std::int16_t panel_before = form.job.panel_state;
+
+    // A model without options to write ignores the panel state, and would stay in the one it came into.
+    set_panel_state(form, panel::free);
+    form.txtDevice.set_text(model);
+    form.Label2[6].set_caption(std::string{model_shown} + model);
+    if (!apply_selected_device(form)) {
+        form.txtDevice.set_text(text_before);
+        form.Label2[6].set_caption(shown_before);
+        form.beside = beside_before;
+        form.selected.ap_abuts_isp = abuts_before;
+        set_panel_state(form, panel_before);
+        return false;
+    }
+    form.target.target_ok = false;
+    form.TreeViewDevice.select(model); // not all models have a node
+    change_low_voltage_default(form, model);
+    build_option_panel(form);
+    return true;
+}
+
+void clear_job(MainForm& form)
+{
+    form.code_increase.valid = false;
+    form.data_increase.valid = false;
+    clear_buffer(form, 0, form.code_buffer);
+    clear_buffer(form, 0, form.data_buffer);
+}
+
+void take_image(MainForm& form, const ProjectImage& image, FileBuffer& buffer, const Text& wrong_sum)
+{
+    if (image.found) {
+        std::ranges::copy(image.bytes, buffer.data.begin());
+        buffer.high = static_cast<std::int32_t>(image.bytes.size()) - 1;
+        buffer.view_high = buffer.high;
+        buffer.loaded = true;
+        update_view(form, buffer);
+    }
+    if (!image.sum_is_right)
+        show_box(form, in_language(form, wrong_sum));
+}
+
+// The number in the image is the one for the next chip: it is not stamped anew.
+void take_up_numbers(MainForm& form)
+{
+    const bool code_on = form.cheAuto_Increase.value();
+    const bool data_on = form.cheData_Auto_Increase.value();
+    if (!code_on && !data_on)
+        return;
+    read_records(form);
+    if (code_on)
+        check_record(form, form.code_increase);
+    if (data_on)
+        check_record(form, form.data_increase);
+    vscFile_Change(form, 0);
+    vscFile_Change(form, 1);
+    show_box(form, in_language(form, check_number));
+}
+
+} // namespace
+
+void comSaveBatchFile_Click(MainForm& form)
+{
+    if (!form.file_loaded)
+        return show_box(form, in_language(form, no_code_file));
+    make_folder(project_folder(form.loader));
+    const auto chosen = form.platform.dialogs.choose(project_dialog(form, FileDialog::Kind::save, save_title));
+    if (chosen && !trimmed(*chosen).empty())
+        save_project(form, *chosen);
+}
+
+void save_project(MainForm& form, const std::string& chosen)
+{
+    const std::string path{trimmed(chosen)};
+    form.texBatchFileName.set_text(path);
+    ProjectContent content{project_values(form), loaded_bytes(form.code_buffer), std::nullopt};
+    if (form.data_buffer.loaded)
+        content.data = loaded_bytes(form.data_buffer);
+    const std::string text = project_text(content);
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    const std::string reason = write_whole_file(path, {bytes, text.size()});
+    if (!reason.empty())
+        show_box(form, std::string{in_language(form, not_saved)} + path + "\n" + reason);
+}
+
+void comOpenBatchFile_Click(MainForm& form)
+{
+    const auto chosen = form.platform.dialogs.choose(project_dialog(form, FileDialog::Kind::open, open_title));
+    if (chosen && !trimmed(*chosen).empty())
+        open_project(form, *chosen);
+}
+
+void open_project(MainForm& form, const std::string& chosen)
+{
+    // The buttons that lead here are off then; only a dialog that was left open can come this far.
+    if (form.job.sequence_running)
+        return;
+    const std::string path{trimmed(chosen)};
+    form.texBatchFileName.set_text(path);
+    const auto text = read_project_file(path);
+    if (!text)
+        return show_box(form, in_language(form, not_found));
+    take_project(form, *text);
+}
+
+void take_project(MainForm& form, std::string_view text)
+{
+    const Project project = parse_project(text);
+    const std::string* model = model_of(form, project);
+    if (model == nullptr || !select_model(form, *model))
+        return;
+    clear_job(form);
+    apply_project_values(form, project);
+    take_image(form, project.code, form.code_buffer, wrong_code_sum);
+    if (project.has_data)
+        take_image(form, project.data, form.data_buffer, wrong_data_sum);
+    show_effective_lengths(form);
+    take_up_numbers(form);
+    // Only now: events have been served under the boxes, and half a job must not be downloaded.
+    form.file_loaded = project.code.found;
+    form.loader.code_is_project = project.code.found;
+    set_panel_state(form, panel::locked);
+}
+
+void comLockOptions_Click(MainForm& form) { set_panel_state(form, panel::locked); }
+void comUnlockOptions_Click(MainForm& form) { set_panel_state(form, panel::free); }
+
+} // namespace vrk
