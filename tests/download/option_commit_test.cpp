@@ -574,7 +574,7 @@ TEST(LastFamily, IsToldItsClockWhereItHasNone)
     EXPECT_TRUE(bench.form.job.succeeded);
     ASSERT_EQ(tape.frames(write_options_code).size(), 1U);
     const auto frame = tape.frames(write_options_code)[0];
-    const std::uint32_t clock = frame[12] << 24U | frame[13] << 16U | frame[14] << 8U | frame[15];
+    const int clock = frame[12] << 24 | frame[13] << 16 | frame[14] << 8 | frame[15];
     EXPECT_NEAR(clock, 11059200, 11059200 / 100);
     EXPECT_EQ(bench.chip.violations(), "");
 }

@@ -64,8 +64,13 @@ private:
 
 struct WindowBench {
     explicit WindowBench(const QString& port, bool english = true)
-        : ports({port.toStdString()})
-        , form(Platform{loop, ports, dialogs, settings})
+        : WindowBench(std::vector<std::string>{port.toStdString()}, nullptr, english)
+    {
+    }
+    // Several ports, and settings that outlive the program.
+    WindowBench(std::vector<std::string> paths, SettingsStore* its_settings, bool english = true)
+        : ports(std::move(paths))
+        , form(Platform{loop, ports, dialogs, its_settings != nullptr ? *its_settings : settings})
     {
         form.language_is_english = english;
         start_up(form);
@@ -107,8 +112,8 @@ struct WindowBench {
         QTest::qWait(50);
     }
 
-    // Answers the next file dialog by typing the path. The list of completions that may drop down takes the first Return
-    // for itself, so that it is pressed until the dialog has gone.
+    // Answers the next file dialog by typing the path. The list of completions that may drop down takes the first
+    // Return for itself, so that it is pressed until the dialog has gone.
     void type_into_next_dialog(const QString& path)
     {
         in_next_modal<QFileDialog>([path](QFileDialog* dialog) {
