@@ -45,13 +45,15 @@ int main(int argc, char** argv)
     QtLoop loop;
     PortsWithTarget ports(loop, {});
     QtDialogs dialogs;
-    QtSettings settings;
+    const std::string trial_file = qEnvironmentVariable(trial_file_variable).toStdString();
+    QtSettings own_settings;
+    MemoryStore no_settings; // a first look leaves nothing behind
+    SettingsStore& settings = trial_file.empty() ? static_cast<SettingsStore&>(own_settings) : no_settings;
     MainForm form(Platform{loop, ports, dialogs, settings});
     form.loader.application_dir = QApplication::applicationDirPath().toStdString();
     form.loader.documents_dir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
     start_up(form);
 
-    const std::string trial_file = qEnvironmentVariable(trial_file_variable).toStdString();
     if (!trial_file.empty()) {
         const auto& items = form.combCommPort.items();
         choose_item(form, form.combCommPort, static_cast<int>(items.size()) - 1);
