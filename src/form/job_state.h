@@ -13,6 +13,8 @@ struct JobState {
 
     bool sequence_running = false; // a click handler that waits is on the stack
     std::int16_t panel_state = 0; // 0 free, 1 free and running, 2 locked, 3 locked and running
+    // The job may be changed: nobody is downloading it, and no project holds it.
+    bool may_change() const { return panel_state == 0 && !sequence_running; }
     bool program_ok = false; // code and data are in the chip
     bool options_done = false; // the option commit ran and was good
     bool number_for_next = true; // the serial number of the next chip stands in the buffer, where one is wanted

@@ -186,7 +186,7 @@ void key_down(MainForm& form, FileBuffer& buffer, std::string_view key)
 void key_press(MainForm& form, FileBuffer& buffer, char key)
 {
     const BufferControls controls = controls_of(form, buffer);
-    if (!is_hex_digit(key) || !highlighted_byte(controls.dump) || !may_edit(form))
+    if (!is_hex_digit(key) || !highlighted_byte(controls.dump) || !form.job.may_change() || !may_edit(form))
         return;
     const auto byte = highlighted_byte(controls.dump); // the question may have waited while the view was drawn anew
     if (!byte || byte->address > buffer.last())

@@ -31,6 +31,7 @@ void press_edit_key(MainForm& form, FileBuffer& buffer, std::string_view key);
 
 void key_down(
     MainForm& form, FileBuffer& buffer, std::string_view key); // moves the caret, scrolls where it leaves the view
-void key_press(MainForm& form, FileBuffer& buffer, char key); // the edit; the first one of a run asks before
+// The edit; the first one of a run asks before. Dropped while the job is locked or on its way into a chip.
+void key_press(MainForm& form, FileBuffer& buffer, char key);
 
 } // namespace vrk

@@ -222,6 +222,24 @@ TEST(Edit, WithoutAFileIsAskedForEachKeyAndNeverDone)
     EXPECT_FALSE(bench.form.edit_confirmed);
 }
 
+TEST(Edit, OfAJobThatIsLockedOrRunningIsDropped)
+{
+    EditBench bench;
+    bench.confirmed();
+    bench.click(place(0, 0));
+    for (std::int16_t state = 1; state <= 3; ++state) {
+        bench.form.job.panel_state = state;
+        bench.press("A");
+    }
+    bench.form.job.panel_state = 0;
+    bench.form.job.sequence_running = true; // of a model whose panel is never locked
+    bench.press("A");
+    EXPECT_EQ(bench.code.data[0], 'k');
+    bench.form.job.sequence_running = false;
+    bench.press("A");
+    EXPECT_EQ(bench.code.data[0], 0xAB);
+}
+
 TEST(Edit, LeavesChecksumAndLengthAsTheyAre)
 {
     EditBench bench;
