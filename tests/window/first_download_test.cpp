@@ -45,7 +45,7 @@ TEST(FirstDownload, ByMouseAndKeyboardOverAPseudoTerminalPutsTheFileIntoTheChip)
     QTest::keyClick(ports, Qt::Key_Home);
     EXPECT_EQ(ports->currentText(), target.link());
 
-    QTimer::singleShot(800, bench.window.get(), [&] { target.power_on(); });
+    bench.power_up_when_called(target);
     bench.click("comDownload(0)"); // returns when the sequence has ended
     QTest::qWait(100);
 
@@ -68,7 +68,7 @@ TEST(Window, StopEndsACallThatNobodyAnswers)
     bench.type_into_next_dialog(sample);
     bench.click("comLoadFile");
 
-    QTimer::singleShot(300, bench.window.get(), [&] { bench.click("comStop_Download"); });
+    bench.when([&] { return bench.calling(); }, [&] { bench.click("comStop_Download"); });
     bench.click("comDownload(0)");
     QTest::qWait(100);
 
@@ -97,7 +97,7 @@ TEST(Window, ClosedDuringACallStopsItFirstAndGoesThen)
     bench.type_into_next_dialog(sample);
     bench.click("comLoadFile");
 
-    QTimer::singleShot(300, bench.window.get(), [&] { bench.window->close(); });
+    bench.when([&] { return bench.calling(); }, [&] { bench.window->close(); });
     bench.click("comDownload(0)");
     EXPECT_TRUE(bench.form.closing);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !bench.window->isVisible(); }, 3000));

@@ -119,7 +119,7 @@ TEST_P(EveryPage, GoesIntoTheChipAndComesBack)
     bench.type_into_next_dialog(folder.filePath("code.bin"));
     bench.click("comLoadFile");
 
-    QTimer::singleShot(300, bench.window.get(), [&] { target.power_on(); });
+    bench.power_up_when_called(target);
     bench.click("comDownload(0)");
     const QString done = report(bench);
     const QString taken = trip.english ? "Setting options OK. " : "设置选项成功。";
@@ -139,7 +139,7 @@ TEST_P(EveryPage, GoesIntoTheChipAndComesBack)
     ASSERT_TRUE(QTest::qWaitFor([&] { return bench.find<QPushButton>("comReadChipLock")->isVisible(); }));
     const OptionPage page = option_page_of_series(bench.form.selected.series);
     const QStringList words = words_of_choices(bench.form, page);
-    QTimer::singleShot(300, bench.window.get(), [&] { target.power_on(); });
+    bench.power_up_when_called(target);
     bench.click("comReadChipLock");
     const QString read = report(bench);
     const bool letter_b = bench.form.target.fw_letter == "B";

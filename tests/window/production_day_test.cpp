@@ -27,23 +27,6 @@ void type_into(WindowBench& bench, const char* name, const QString& text)
 
 QByteArray number_of(const TargetProcess& target) { return target.flash().mid(number_first, 4); }
 
-// What happens at the line while the sequence runs, one after the other, each as soon as its moment has come.
-struct Step {
-    std::function<bool()> moment;
-    std::function<void()> act;
-};
-void run_steps(WindowBench& bench, std::vector<Step> steps)
-{
-    auto* watch = new QTimer(bench.window.get());
-    QObject::connect(watch, &QTimer::timeout, bench.window.get(), [watch, steps = std::move(steps), at = 0U]() mutable {
-        if (at < steps.size() && steps[at].moment())
-            steps[at++].act();
-        if (at == steps.size())
-            watch->deleteLater();
-    });
-    watch->start(50);
-}
-
 } // namespace
 
 TEST(ProductionDay, NumbersGoThroughTwoChipsAProjectAndARestartIntoTheThird)
@@ -62,9 +45,6 @@ TEST(ProductionDay, NumbersGoThroughTwoChipsAProjectAndARestartIntoTheThird)
         QtSettings settings(store);
         WindowBench bench({first.link().toStdString(), second.link().toStdString()}, &settings);
         const auto count = [&bench] { return bench.form.txtWrite_OK_Count.text(); };
-        const auto calling = [&bench] {
-            return bench.form.textMsg.text() == "\nWe are trying to connect to target MCU ... ";
-        };
 
         bench.choose_model("Juniper series", "Juniper-60Q");
         bench.type_into_next_dialog(file.fileName());
@@ -81,16 +61,16 @@ TEST(ProductionDay, NumbersGoThroughTwoChipsAProjectAndARestartIntoTheThird)
         ASSERT_TRUE(box->isChecked());
         bench.form.comDalay_ReDownLoad.set_text("1");
 
-        run_steps(bench,
-            {{calling, [&] { first.power_on(); }},
-                {[&] { return count() == "1"; },
-                    [&] {
-                        auto* ports = bench.find<QComboBox>("combCommPort");
-                        ports->setFocus();
-                        QTest::keyClick(ports, Qt::Key_Down);
-                    }},
-                {[&] { return count() == "1" && calling(); }, [&] { second.power_on(); }},
-                {[&] { return count() == "2" && calling(); }, [&] { bench.click("comStop_Download"); }}});
+        // Chip by chip, each step as soon as its moment has come.
+        bench.when([&] { return bench.calling(); }, [&] { first.power_cycle(); });
+        bench.when([&] { return count() == "1"; },
+            [&] {
+                auto* ports = bench.find<QComboBox>("combCommPort");
+                ports->setFocus();
+                QTest::keyClick(ports, Qt::Key_Down);
+            });
+        bench.when([&] { return count() == "1" && bench.calling(); }, [&] { second.power_cycle(); });
+        bench.when([&] { return count() == "2" && bench.calling(); }, [&] { bench.click("comStop_Download"); });
         bench.click("comDownload(1)");
         QTest::qWait(100);
         EXPECT_EQ(count(), "2");
@@ -132,7 +112,7 @@ TEST(ProductionDay, NumbersGoThroughTwoChipsAProjectAndARestartIntoTheThird)
     auto* ports = bench.find<QComboBox>("combCommPort"); // the second port of yesterday may not be there
     ports->setFocus();
     QTest::keyClick(ports, Qt::Key_Home);
-    QTimer::singleShot(300, bench.window.get(), [&] { third.power_on(); });
+    bench.power_up_when_called(third);
     bench.click("comDownload(0)");
     QTest::qWait(100);
     EXPECT_EQ(bench.find<QLineEdit>("txtWrite_OK_Count")->text(), "3");

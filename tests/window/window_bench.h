@@ -37,6 +37,7 @@ public:
     QString link() const { return folder_.filePath("line"); }
     void power_on() { process_.write("on\n"); }
     void power_off() { process_.write("off\n"); }
+    void power_cycle() { process_.write("cycle\n"); }
     // What it wrote to its standard output, and its flash.
     QString quit()
     {
@@ -97,6 +98,42 @@ struct WindowBench {
         click_item(tree, family);
         click_item(tree, model);
         QTest::qWait(50);
+    }
+
+    // Acts once, as soon as the moment has come: a fixed time would be too early on a busy machine.
+    void when(std::function<bool()> moment, std::function<void()> act)
+    {
+        auto* watch = new QTimer(window.get());
+        QObject::connect(watch, &QTimer::timeout, window.get(), [watch, moment, act] {
+            if (!moment())
+                return;
+            watch->stop();
+            watch->deleteLater();
+            act();
+        });
+        watch->start(50);
+    }
+    // A sequence sends its sync pairs and nobody has answered.
+    bool calling() const
+    {
+        return form.job.sequence_running && form.MSComm1.PortOpen() && form.target.fw_letter.empty();
+    }
+    // The hand at the switch: once the tool calls, and again every few seconds if the chip's short time to listen went
+    // by unheard.
+    void power_up_when_called(TargetProcess& target)
+    {
+        when([this] { return calling(); },
+            [this, &target] {
+                target.power_cycle();
+                auto* again = new QTimer(window.get());
+                QObject::connect(again, &QTimer::timeout, window.get(), [this, again, &target] {
+                    if (calling())
+                        return target.power_cycle();
+                    again->stop();
+                    again->deleteLater();
+                });
+                again->start(4000);
+            });
     }
 
     // By keyboard: opens the tree, types the name, takes the model.
