@@ -91,5 +91,6 @@ INSTANTIATE_TEST_SUITE_P(OneModelOfEachPage, EveryPanel,
         Panel{"Rowan-8", false}, Panel{"Rowan-8", true}, Panel{"Fir-8R", false}, Panel{"Fir-28R", true},
         Panel{"Hazel-4R", false}, Panel{"Hazel-4R", true}, Panel{"Juniper-60Q", false}, Panel{"Juniper-60Q", true},
         Panel{"Larch-12V", false}, Panel{"Larch-12V", true}, Panel{"Maple-4S", false}, Panel{"Maple-4S", true},
-        Panel{"Oak-20V", false}, Panel{"Oak-20V", true}, Panel{"Holly-4", false}, Panel{"Holly-4", true}),
+        Panel{"Oak-20V", false}, Panel{"Oak-20V", true}, Panel{"Holly-4", false}, Panel{"Holly-4", true},
+        Panel{"Hazel-5R", false}, Panel{"Hazel-5R", true}, Panel{"Juniper-I62Q", true}),
     panel_name);
