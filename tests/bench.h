@@ -6,6 +6,7 @@
 #include "catalog/ranges.h"
 #include "image/buffers.h"
 #include "image/file_loader.h"
+#include "link/option_commit.h"
 #include "rehearsal/chip_of_model.h"
 #include "rehearsal/rehearsal.h"
 #include "shell/device.h"
@@ -15,9 +16,11 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <functional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -175,6 +178,34 @@ struct Bench : Rehearsal {
 
     // The code file is in the chip's true flash, whatever anybody says.
     bool chip_holds_the_code() const { return code_size > 0 && flash(0, code_size - 1) == code(0, code_size - 1); }
+    // The option rows in which a chip of this family tells what it was given.
+    std::vector<int> telling_rows() const
+    {
+        const std::int16_t series = form.selected.series;
+        if (series < 2)
+            return {};
+        if (!is_newer_series(series))
+            return {1};
+        const auto rows = compared_rows(form.selected, form.target.fw_letter, form.target.fw_version);
+        return {rows.begin(), rows.end()};
+    }
+    // Those rows hold in the chip what was wanted, but for two bits that newer chips set by themselves.
+    bool chip_holds_the_options() const
+    {
+        const std::vector<int> rows = telling_rows();
+        return std::all_of(rows.begin(), rows.end(), [this](int row) {
+            const int mask = row == 1 && form.selected.series >= 7 ? 0x88 : 0;
+            const auto at = static_cast<std::size_t>(row);
+            return (chip.options()[at] | mask) == (form.options.option_bytes[at][0] | mask);
+        });
+    }
+    std::span<OptionButton> buttons_of(std::size_t strip)
+    {
+        const std::span<OptionButton> groups[] = {form.Option0, form.Option1, form.Option2, form.Option3, form.Option4,
+            form.Option5, form.Option6, form.Option7, form.Option8, form.Option9, form.Option10, form.Option11,
+            form.Option12, form.Option13};
+        return groups[strip];
+    }
     void wipe_chip() { chip.preset_flash(0, std::vector<std::uint8_t>(chip.flash().size(), 0xA5)); }
 
     std::size_t code_size = 0;

@@ -20,6 +20,9 @@ struct Rates {
     int wrong_sum_percent = 10;
     int overheard_percent = 15;
     int stop_percent = 10;
+    int refused_options_percent = 8;
+    int busy_options_percent = 15;
+    int other_choice_percent = 40;
 };
 
 constexpr std::uint32_t usual_seed = 20240301;
@@ -57,9 +60,18 @@ bool one_download(std::uint32_t seed, const Rates& rates)
         bench.chip.refuse_block(static_cast<std::uint32_t>(dice.below(0x400)), dice.below(6));
     if (dice.chance(rates.wrong_sum_percent))
         bench.chip.send_wrong_sum(dice.below(6));
-    constexpr std::uint8_t codes[] = {0x00, 0x30, 0x50, 0x84, 0x8E, 0x8F};
+    constexpr std::uint8_t codes[] = {0x00, 0x30, 0x50, 0x69, 0x84, 0x8D, 0x8E, 0x8F};
     if (dice.chance(rates.overheard_percent))
-        bench.chip.overhear(codes[dice.below(6)], dice.below(5));
+        bench.chip.overhear(codes[dice.below(8)], dice.below(5));
+    if (dice.chance(rates.refused_options_percent))
+        bench.chip.faults.refused_options = dice.below(3);
+    if (dice.chance(rates.busy_options_percent))
+        bench.chip.faults.busy_options = dice.below(6);
+    for (std::size_t strip = 0; strip < 14; ++strip) {
+        OptionButton& button = bench.buttons_of(strip)[static_cast<std::size_t>(dice.below(2))];
+        if (button.visible() && dice.chance(rates.other_choice_percent))
+            click(bench.form, button);
+    }
     if (dice.chance(rates.stop_percent))
         bench.press_stop_after_ms(dice.below(4000));
     bench.press_download();
@@ -70,6 +82,7 @@ bool one_download(std::uint32_t seed, const Rates& rates)
     EXPECT_EQ(said, bench.form.job.succeeded);
     EXPECT_EQ(said, bench.count() == 1);
     EXPECT_EQ(said, said && bench.chip_holds_the_code()) << "said to be good, and is not";
+    EXPECT_EQ(said, said && bench.chip_holds_the_options()) << "said to hold its options, and does not";
     EXPECT_TRUE(bench.buttons_are_free());
     bench.form.txtWrite_OK_Count.set_text("0");
     bench.expect_a_clean_next_download();
