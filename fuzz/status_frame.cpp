@@ -5,8 +5,8 @@
 //   3..   the frame from its length byte on
 #include "fuzz/target.h"
 
-#include "catalog/lookup.h"
 #include "catalog/ranges.h"
+#include "catalog/rows.h"
 #include "form/main_form.h"
 #include "options/codec.h"
 #include "options/option_tables.h"
@@ -25,6 +25,29 @@ namespace {
 constexpr const char* models[] = {"Alder-64", "Aspen-16", "Birch-8", "Cedar-4R", "Elm-28R", "Fir-20R", "Fir-28R",
     "Hazel-4R", "Juniper-60Q", "Juniper-8L", "Juniper-I62Q", "Larch-12V", "Maple-4S", "Oak-20V", "Pine-32", "Rowan-8",
     "Spruce-16", "Poplar-4L", "Holly-4", "Willow-12R"};
+
+// Filled once: that takes longer than all else.
+struct Tables {
+    vrk::McuTable models;
+    vrk::OptionTable options[2]; // Chinese, English
+
+    Tables()
+    {
+        vrk::load_mcu_tables(models, false);
+        vrk::load_option_tables(options[0], false);
+        vrk::load_option_tables(options[1], true);
+    }
+    vrk::McuRecord record(const char* name) const
+    {
+        const auto found = vrk::locate_mcu_by_name(models, name);
+        return found ? vrk::read_mcu_row(models, found->series, found->row) : vrk::McuRecord{};
+    }
+};
+const Tables& tables()
+{
+    static const Tables all;
+    return all;
+}
 
 std::string complaint_of(const vrk::MainForm& form, bool was_english)
 {
@@ -52,9 +75,8 @@ std::string fuzz_status_frame(Input input)
     vrk::MemoryStore settings;
     vrk::MainForm form(vrk::Platform{loop, ports, dialogs, settings});
     form.language_is_english = (how & 32) != 0;
-    vrk::load_mcu_tables(form.mcu_table, false);
-    vrk::load_option_tables(form.option_table, form.language_is_english);
-    vrk::find_mcu_by_name(form, models[(how & 31U) % std::size(models)], form.selected);
+    form.option_table = tables().options[form.language_is_english ? 1 : 0];
+    form.selected = tables().record(models[(how & 31U) % std::size(models)]);
     form.connected = form.selected;
     form.target.identified = true;
     form.target.target_name = form.selected.mcu_name;
