@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace vrk {
 
@@ -16,6 +17,7 @@ struct JobState {
     // The job may be changed: nobody is downloading it, and no project holds it.
     bool may_change() const { return panel_state == 0 && !sequence_running; }
     bool program_ok = false; // code and data are in the chip
+    std::vector<std::int16_t> programmed; // by flash address: the byte that a good block has put there; -1: none has
     bool options_done = false; // the option commit ran and was good
     bool number_for_next = true; // the serial number of the next chip stands in the buffer, where one is wanted
     bool succeeded = false; // the one result of the last cycle: report, count and beep follow it

@@ -376,15 +376,6 @@ bool move_numbers(MainForm& form)
     return move_valid(form, data_side(form)) && code;
 }
 
-bool number_is_left_out(const MainForm& form)
-{
-    const auto left_out = [](const AutoIncrease& record, const FileBuffer& buffer, bool written) {
-        return record.valid && (!written || record.address > buffer.high);
-    };
-    return left_out(form.code_increase, form.code_buffer, form.file_loaded) ||
-        left_out(form.data_increase, form.data_buffer, form.data_buffer.loaded);
-}
-
 void stop_stamping(MainForm& form)
 {
     stop_side(code_side(form));

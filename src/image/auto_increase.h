@@ -55,8 +55,6 @@ void cheData_Auto_Increase_Click(MainForm& form);
 // been told; what stands in the buffer belongs to a chip that has it already.
 bool numbers_fit(MainForm& form);
 bool move_numbers(MainForm& form);
-// A number is in use that no download writes: it lies behind the end of its file.
-bool number_is_left_out(const MainForm& form);
 // A load brings the file's own bytes: the user has to switch the numbers on again.
 void stop_stamping(MainForm& form);
 

@@ -26,8 +26,8 @@ constexpr std::uint8_t block_taken = 0x80;
 constexpr Text stopped = {"操作被停止.", "Operation stopped. "};
 constexpr Text failed = {"下载失败 (End: ", "Programing failed. (End: "};
 constexpr Text failed_hint = {"请尝试用稍低的波特率下载。", "Try to use the lower baud. "};
-constexpr Text options_left
-    = {"程序已下载，但 Options 未修改。", "The code has already programed, but the Options haven't been modified."};
+constexpr Text options_left = {
+    "程序已下载，但 Options 未修改。", "The code has already programed, but the Options haven't been modified."};
 
 struct Limits {
     std::int32_t usual;
@@ -37,18 +37,25 @@ struct Limits {
 Limits limits_above_5_0(const McuRecord& record)
 {
     switch (record.series) {
-    case 3: return {0x5DFF, 0x5DFF};
-    case 4: return record.ap_last < 0x3C00 ? Limits{0x5DFF, 0x5DFF} : Limits{0x6FFF, 0x6FFF};
-    case 5: return {0x6FFF, 0x77FF};
+    case 3:
+        return {0x5DFF, 0x5DFF};
+    case 4:
+        return record.ap_last < 0x3C00 ? Limits{0x5DFF, 0x5DFF} : Limits{0x6FFF, 0x6FFF};
+    case 5:
+        return {0x6FFF, 0x77FF};
     case 6:
     case 9:
     case 15:
-    case 16: return {0x13FF, 0x17FF};
+    case 16:
+        return {0x13FF, 0x17FF};
     case 7:
-    case 10: return {0xF3FF, 0xF7FF};
+    case 10:
+        return {0xF3FF, 0xF7FF};
     case 8:
-    case 17: return {0x33FF, 0x37FF};
-    default: return {record.isp_last, record.isp_last};
+    case 17:
+        return {0x33FF, 0x37FF};
+    default:
+        return {record.isp_last, record.isp_last};
     }
 }
 
@@ -66,11 +73,11 @@ Image copy_of(const FileBuffer& buffer, std::int32_t last)
 bool program_code_and_data(MainForm& form, const McuRecord& record)
 {
     Image merged = copy_of(form.code_buffer, record.ap_last);
-    const std::int32_t length
-        = std::clamp(form.data_buffer.high + 1, 0, static_cast<std::int32_t>(merged.size()) - record.eeprom_first);
+    const std::int32_t length =
+        std::clamp(form.data_buffer.high + 1, 0, static_cast<std::int32_t>(merged.size()) - record.eeprom_first);
     std::copy_n(form.data_buffer.data.begin(), length, merged.begin() + record.eeprom_first);
-    return !write_range(form, {true, 0, record.ap_last + 1}, merged, true)
-        && !write_range(form, {true, record.eeprom_first, record.eeprom_first + length}, merged, true);
+    return !write_range(form, {true, 0, record.ap_last + 1}, merged, true) &&
+        !write_range(form, {true, record.eeprom_first, record.eeprom_first + length}, merged, true);
 }
 
 bool program_newer(MainForm& form, const McuRecord& record)
@@ -91,8 +98,7 @@ bool program_images(MainForm& form, const McuRecord& record)
 {
     const FileBuffer& code = form.code_buffer;
     if (record.series == 18)
-        return !write_range(
-            form, {true, std::max(code.low, 0), std::min(code.high, record.isp_last)}, code.data, true);
+        return !write_range(form, {true, std::max(code.low, 0), std::min(code.high, record.isp_last)}, code.data, true);
     if (is_newer_series(record.series))
         return program_newer(form, record);
     const bool as_chunks = form.beside.block_bytes > JobState::write_chunk;
@@ -130,11 +136,14 @@ void begin_progress(MainForm& form)
     form.ProgressBar1.set_range(1, 3);
     form.ProgressBar1.set_visible(true);
     append_message(form,
-        std::string{in_language(form, programming)} + std::string{in_language(form, begin_time)} + clock_now(form)
-            + " )");
+        std::string{in_language(form, programming)} + std::string{in_language(form, begin_time)} + clock_now(form) +
+            " )");
 }
 
-bool counts_by_bytes(const WriteRange& range) { return range.first <= byte_progress_last && range.last <= byte_progress_last; }
+bool counts_by_bytes(const WriteRange& range)
+{
+    return range.first <= byte_progress_last && range.last <= byte_progress_last;
+}
 
 void set_progress_limits(MainForm& form, const WriteRange& range)
 {
@@ -174,16 +183,16 @@ void cut_at_boot_block(MainForm& form, WriteRange& range)
     const std::string kilobytes = std::to_string((range.last + 0x1FF) / 1024);
     if (form.language_is_english) {
         append_message(form, "Enable " + kilobytes + "K file size for this Version firmware.");
-        append_message(form,
-            "Enable " + kilobytes + "K file size for this Version firmware(program " + kilobytes + "K only).");
+        append_message(
+            form, "Enable " + kilobytes + "K file size for this Version firmware(program " + kilobytes + "K only).");
     } else {
         append_message(form, "Chinese:此版本固件最多可编程 " + kilobytes + "K, 您的文件已超长，");
         append_message(form, "        超长部分不下载。");
     }
 }
 
-bool block_failed(MainForm& form, const WriteRange& range, std::int32_t first, std::int32_t last,
-    std::span<const std::uint8_t> image)
+bool block_failed(
+    MainForm& form, const WriteRange& range, std::int32_t first, std::int32_t last, std::span<const std::uint8_t> image)
 {
     for (int attempt = 0; attempt < block_tries; ++attempt) {
         const bool bad = write_block(form, range.as_chunks, first, last, attempt > 0, image);
@@ -207,6 +216,15 @@ std::span<const std::uint8_t> chunk_of(std::span<const std::uint8_t> image, std:
     if (at < image.size())
         std::copy(image.begin() + static_cast<std::ptrdiff_t>(at), image.end(), filled.begin());
     return std::span<const std::uint8_t>{filled}.first(size);
+}
+
+void note_programmed(MainForm& form, std::int32_t first, std::int32_t last, std::span<const std::uint8_t> image)
+{
+    std::vector<std::int16_t>& programmed = form.job.programmed;
+    if (programmed.size() <= static_cast<std::size_t>(last))
+        programmed.resize(static_cast<std::size_t>(last) + 1, -1);
+    for (auto at = static_cast<std::size_t>(first); at <= static_cast<std::size_t>(last); ++at)
+        programmed[at] = at < image.size() ? image[at] : std::int16_t{0};
 }
 
 bool block_reply_good(std::span<const std::uint8_t> reply, bool new_protocol, std::uint16_t data_sum)
@@ -284,6 +302,7 @@ int reply_timeout_ms(double clock_hz, std::int32_t baud)
 void program_all(MainForm& form)
 {
     form.job.program_ok = false;
+    form.job.programmed.clear();
     form.Timer1.set_interval_ms(800);
     form.Timer2.set_interval_ms(200);
     form.job.program_started = form.platform.loop.wall_time();
@@ -316,11 +335,20 @@ bool write_range(MainForm& form, const WriteRange& range, std::span<const std::u
     for (std::int32_t number = first / block; number <= whole.last / block; ++number) {
         if (block_failed(form, whole, first, last, image))
             return true;
+        note_programmed(form, first, last, image);
         show_progress(form, whole, last);
         first = last + 1;
         last += block;
     }
     return false;
+}
+
+bool is_programmed(const MainForm& form, std::int32_t address, std::span<const std::uint8_t> bytes)
+{
+    const std::vector<std::int16_t>& programmed = form.job.programmed;
+    if (address < 0 || static_cast<std::size_t>(address) + bytes.size() > programmed.size())
+        return false;
+    return std::equal(bytes.begin(), bytes.end(), programmed.begin() + address);
 }
 
 bool write_block(MainForm& form, bool as_chunks, std::int32_t first, std::int32_t last, bool again,
@@ -330,8 +358,8 @@ bool write_block(MainForm& form, bool as_chunks, std::int32_t first, std::int32_
     if (!as_chunks)
         return write_chunk_frame(form, first, last - first + 1, again, image);
     for (std::int32_t address = first; address <= last; address = (address / chunk + 1) * chunk) {
-        if (write_chunk_frame(form, address, std::min(chunk, last - address + 1), again, image)
-            || form.link.stop_requested)
+        if (write_chunk_frame(form, address, std::min(chunk, last - address + 1), again, image) ||
+            form.link.stop_requested)
             return true;
     }
     return false;

@@ -21,6 +21,8 @@ struct WriteRange {
 };
 // True: a block failed, or the user stopped.
 bool write_range(MainForm& form, const WriteRange& range, std::span<const std::uint8_t> image, bool check_boot);
+// Good blocks of this download have put these bytes there, one after the other.
+bool is_programmed(const MainForm& form, std::int32_t address, std::span<const std::uint8_t> bytes);
 // True: bad. `again` marks the frames of a block that is sent once more.
 bool write_block(MainForm& form, bool as_chunks, std::int32_t first, std::int32_t last, bool again,
     std::span<const std::uint8_t> image);

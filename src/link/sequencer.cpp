@@ -28,8 +28,8 @@ constexpr Text firmware_too_old = {
     "", "Sorry, the current program does not support the MCU or Firmware Version is too low."};
 constexpr Text block_1_guarded = {"Chinese:因为由 block1 对 block0 编程已被禁止, 所以不能继续下载程序。",
     "Because Block1 to write Block0 is disable, so program can not continue."};
-constexpr Text number_left_out = {"注意: 自动增量的数值在文件有效长度之外，没有写入 MCU。",
-    "Note: the auto increment number lies behind the end of the file and was not programmed."};
+constexpr Text number_left_out = {"注意: 自动增量的数值在下载范围之外，没有写入 MCU。",
+    "Note: the auto increment number lies outside of what a download writes, and was not programmed."};
 constexpr Text erase_failed = {"擦除失败 (End: ", "Erasing MCU failed. (End: "};
 constexpr Text erase_failed_hint = {
     "Try to use the lower baud. / 请尝试用稍低的波特率下载。", "Try to use the lower baud."};
@@ -142,10 +142,23 @@ void count_success(MainForm& form)
     form.platform.settings.set("Settings", "Write_OK_Count", count);
 }
 
+bool number_is_programmed(
+    const MainForm& form, const AutoIncrease& record, const FileBuffer& buffer, std::int32_t flash_first)
+{
+    const std::int32_t first = record.address + 1 - record.bytes;
+    if (!record.valid || first < 0 || record.address > buffer.last())
+        return true; // nothing was stamped
+    const auto bytes =
+        std::span{buffer.data}.subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(record.bytes));
+    return is_programmed(form, flash_first + first, bytes);
+}
+
 // The effective length of a file ends its writing, and a number does not make it longer.
 void report_left_out_number(MainForm& form)
 {
-    if (number_is_left_out(form))
+    const std::int32_t data_first = wire_record(form).eeprom_first;
+    if (!number_is_programmed(form, form.code_increase, form.code_buffer, 0) ||
+        !number_is_programmed(form, form.data_increase, form.data_buffer, data_first))
         append_message(form, number_left_out);
 }
 

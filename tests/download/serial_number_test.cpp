@@ -225,7 +225,7 @@ TEST(SerialNumbers, BehindTheEndOfTheFileAreNotWrittenAndTheReportSaysSo)
     bench.download();
     EXPECT_TRUE(bench.form.job.succeeded);
     EXPECT_NE(bench.flash(0x1200, 0x1203), (std::vector<std::uint8_t>{0, 0, 0, 77}));
-    EXPECT_EQ(bench.times_said("lies behind the end of the file and was not programmed."), 1);
+    EXPECT_EQ(bench.times_said("lies outside of what a download writes, and was not programmed."), 1);
 }
 
 TEST(SerialNumbers, InsideTheFileNeedNoSuchNote)
@@ -234,4 +234,39 @@ TEST(SerialNumbers, InsideTheFileNeedNoSuchNote)
     bench.download();
     EXPECT_TRUE(bench.form.job.succeeded);
     EXPECT_FALSE(bench.report_says("was not programmed"));
+}
+
+// With an EEPROM file the whole code area is written, whatever the length of the code file.
+TEST(SerialNumbers, BehindTheEndOfTheFileAreWrittenWhereTheWholeAreaIs)
+{
+    Bench bench("Juniper-32Q");
+    bench.open_code(Bench::pattern(0x300));
+    bench.open_data(Bench::pattern(0x40));
+    type_text(bench.form, bench.form.texAuto_Increase[0], "1203");
+    type_text(bench.form, bench.form.texAuto_Increase[1], "4");
+    type_text(bench.form, bench.form.texAuto_Increase[2], "77");
+    choose_option(bench.form, bench.form.optAuto_Increase[AutoIncrease::hex]);
+    set_checked(bench.form, bench.form.cheAuto_Increase, true);
+    type_text(bench.form, bench.form.texData_Auto_Increase[0], "3");
+    type_text(bench.form, bench.form.texData_Auto_Increase[1], "4");
+    type_text(bench.form, bench.form.texData_Auto_Increase[2], "5");
+    set_checked(bench.form, bench.form.cheData_Auto_Increase, true);
+    bench.download();
+    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_EQ(bench.flash(0x1200, 0x1203), (std::vector<std::uint8_t>{0, 0, 0, 77}));
+    EXPECT_FALSE(bench.report_says("was not programmed"));
+}
+
+TEST(SerialNumbers, OfAnEepromFileThatIsNotOpenAreNamedToo)
+{
+    Bench bench("Juniper-32Q");
+    bench.open_code(Bench::pattern(0x300));
+    type_text(bench.form, bench.form.texData_Auto_Increase[0], "3");
+    type_text(bench.form, bench.form.texData_Auto_Increase[1], "4");
+    type_text(bench.form, bench.form.texData_Auto_Increase[2], "5");
+    set_checked(bench.form, bench.form.cheData_Auto_Increase, true);
+    ASSERT_TRUE(bench.form.data_increase.valid);
+    bench.download();
+    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.report_says("was not programmed"));
 }
