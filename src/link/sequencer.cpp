@@ -146,7 +146,7 @@ bool number_is_programmed(
     const MainForm& form, const AutoIncrease& record, const FileBuffer& buffer, std::int32_t flash_first)
 {
     const std::int32_t first = record.address + 1 - record.bytes;
-    if (!record.valid || first < 0 || record.address > buffer.last())
+    if (!record.valid || record.bytes <= 0 || first < 0 || record.address > buffer.last())
         return true; // nothing was stamped
     const auto bytes =
         std::span{buffer.data}.subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(record.bytes));
