@@ -27,7 +27,11 @@ constexpr Text version_read_ok = {"读版本号成功.", "Read MCU Firmware Vers
 constexpr Text read_failed = {"读选项失败.", "Reading Options failed!."};
 
 constexpr int rounds = 2;
-constexpr int tries = 2;
+constexpr int tries = 2; // of a round
+constexpr int oldest_tries = 3;
+constexpr int oldest_wait_ms = 50;
+constexpr int short_form_wait_ms = 500; // some bytes to be written
+constexpr int long_form_wait_ms = 2500; // all of them
 constexpr int compares_from_version = 32; // older firmware does not give the options back as they were written
 constexpr int varying_bits = 0x88; // of byte 1 in series 7 and up: the chip sets them by itself
 
@@ -60,13 +64,13 @@ void reopen(MainForm& form)
     form.imgOpen_sys.set_visible(false);
 }
 
-bool write_options(MainForm& form, const Bytes& frame, int attempts, int wait)
+bool write_options(MainForm& form, const Bytes& frame, int attempts, int reply_ms)
 {
     for (int attempt = 0; attempt < attempts && !form.link.stop_requested; ++attempt) {
         flush_link(form);
         expect_reply(form);
         send_frame(form, frame);
-        wait_reply(form, wait);
+        wait_reply(form, reply_ms);
         if (write_is_taken(form))
             return true;
     }
@@ -82,13 +86,6 @@ bool read_back(MainForm& form)
     return form.link.reply_ok;
 }
 
-void succeed(MainForm& form, const Text& text)
-{
-    append_message(form, text);
-    form.job.options_done = true;
-    form.link.reply_ok = true;
-}
-
 void end_without_success(MainForm& form)
 {
     form.link.reply_ok = false;
@@ -98,21 +95,40 @@ void end_without_success(MainForm& form)
         report_option_failure(form);
 }
 
+// The chip holds what was wanted.
+void options_are_held(MainForm& form)
+{
+    form.job.options_done = true;
+    form.link.reply_ok = true;
+}
+
+// Writes the frame until the chip has taken it and has told its options again. `taken` looks at those: a difference
+// ends the stage, since a chip that did not change a bit will not change it the next time.
+template <typename Taken> void write_and_compare(MainForm& form, const Bytes& frame, int reply_ms, Taken taken)
+{
+    reopen(form);
+    for (int round = 0; round < rounds && !form.link.stop_requested; ++round) {
+        if (!write_options(form, frame, tries, reply_ms) || !read_back(form))
+            continue;
+        form.target.options_read_ok = taken();
+        if (!form.target.options_read_ok)
+            break;
+        append_message(form, options_ok);
+        return options_are_held(form);
+    }
+    end_without_success(form);
+}
+
 // The oldest family has one option byte and no choice in it.
 void commit_oldest(MainForm& form)
 {
     reopen(form);
-    const bool taken = write_options(form, build_single_option_frame(0xFF, wire_check(form)), 3, 50);
+    const bool taken =
+        write_options(form, build_single_option_frame(0xFF, wire_check(form)), oldest_tries, oldest_wait_ms);
     if (!taken || !read_back(form))
         return end_without_success(form);
     append_with_end_time(form, form.Option0[0].value() ? oldest_double_speed_ok : oldest_ok);
     form.job.options_done = true;
-}
-
-void pass_unchanged(MainForm& form)
-{
-    form.job.options_done = true;
-    form.link.reply_ok = true;
 }
 
 // Written whole where a bit of byte 8 that acts at the next download is to be set; else only if byte 1 changes.
@@ -126,22 +142,14 @@ void commit_older(MainForm& form)
     const OptionBytes wanted = wanted_bytes(form);
     if (!older_needs_writing(form, wanted)) {
         leave_isp(form);
-        return pass_unchanged(form);
+        return options_are_held(form);
     }
     const TargetFacts& target = form.target;
     const bool double_speed = is_chosen(form, "Double_speed_YES");
     const Bytes frame =
         build_older_option_frame(wanted, static_cast<std::uint8_t>(double_speed ? target.reload2_hi : target.reload_hi),
             static_cast<std::uint8_t>(double_speed ? target.reload2_lo : target.reload_lo), wire_check(form));
-    reopen(form);
-    for (int round = 0; round < rounds && !form.link.stop_requested; ++round) {
-        if (!write_options(form, frame, tries, 500) || !read_back(form))
-            continue;
-        if (form.options.status_bytes[1] != wanted[1])
-            break;
-        return succeed(form, options_ok);
-    }
-    end_without_success(form);
+    write_and_compare(form, frame, short_form_wait_ms, [&] { return form.options.status_bytes[1] == wanted[1]; });
 }
 
 bool rows_hold(const MainForm& form, std::span<const int> rows, const OptionBytes& wanted, int varying_in_row_1 = 0)
@@ -186,20 +194,10 @@ void commit_newer(MainForm& form)
         form.options.option_bytes[3][0] = 0xFF;
     const OptionBytes wanted = wanted_bytes(form);
     if (!newer_needs_writing(form, record, wanted))
-        return pass_unchanged(form);
+        return options_are_held(form);
     const Bytes frame = build_newer_option_frame(
         wanted, record.series, static_cast<std::uint32_t>(form.target.mcu_clock_saved), wire_check(form));
-    reopen(form);
-    for (int round = 0; round < rounds && !form.link.stop_requested; ++round) {
-        if (!write_options(form, frame, tries, 2500) || !read_back(form))
-            continue;
-        if (!newer_was_taken(form, record, wanted)) {
-            form.target.options_read_ok = false;
-            break;
-        }
-        return succeed(form, options_ok);
-    }
-    end_without_success(form);
+    write_and_compare(form, frame, long_form_wait_ms, [&] { return newer_was_taken(form, record, wanted); });
 }
 
 // The family without a page of its own choices: its bytes go out as its rule makes them.
@@ -209,21 +207,14 @@ void commit_last(MainForm& form)
     const bool has_clock_of_its_own = (form.options.status_bytes[3] & 2) != 0;
     if (has_clock_of_its_own && rows_hold(form, rows_last, wanted)) {
         leave_isp(form);
-        return pass_unchanged(form);
+        return options_are_held(form);
     }
     std::optional<std::uint32_t> clock_hz;
     if (!has_clock_of_its_own)
         clock_hz = static_cast<std::uint32_t>(form.target.mcu_clock_saved);
     const Bytes frame = build_last_option_frame(wanted, clock_hz, wire_check(form));
-    reopen(form);
-    for (int round = 0; round < rounds && !form.link.stop_requested; ++round) {
-        if (!write_options(form, frame, tries, 500) || !read_back(form))
-            continue;
-        if (firmware_gives_back(form) && !rows_hold(form, rows_last, wanted))
-            break;
-        return succeed(form, options_ok);
-    }
-    end_without_success(form);
+    write_and_compare(form, frame, short_form_wait_ms,
+        [&] { return !firmware_gives_back(form) || rows_hold(form, rows_last, wanted); });
 }
 
 void append_clock(Bytes& parameters, std::uint32_t clock_hz)

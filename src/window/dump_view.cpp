@@ -195,16 +195,10 @@ bool DumpView::eventFilter(QObject* watched, QEvent* event)
 
 QLabel* make_edit_hint(Binder& binder)
 {
-    Label& control = binder.form().LabEdit_Clew;
-    QLabel* hint = binder.label(control);
+    QLabel* hint = binder.label(binder.form().LabEdit_Clew);
     QSizePolicy keeps_place = hint->sizePolicy();
     keeps_place.setRetainSizeWhenHidden(true);
     hint->setSizePolicy(keeps_place);
-    binder.bind(control, hint, [&control, hint] {
-        hint->setText(to_qt(control.caption()));
-        if (!control.visible() || hint->parentWidget() != nullptr)
-            hint->setVisible(control.visible());
-    });
     return hint;
 }
 
