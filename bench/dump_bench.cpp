@@ -33,9 +33,9 @@ template <typename Act> double ms_per_page(Act act)
 
 double page_of_the_dump(bench::QtBench& bench, vrk::Binder& binder)
 {
-    vrk::MainForm& form = bench.form;
+    vrk::Shell& shell = bench.shell;
     return ms_per_page([&](int page) {
-        vrk::scroll_to(form, form.vscFile[0], page * 16 % form.vscFile[0].max());
+        vrk::scroll_to(shell, shell.form.vscFile[0], page * 16 % shell.form.vscFile[0].max());
         binder.refresh();
         QApplication::processEvents(); // paints what has changed
     });
@@ -65,9 +65,9 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     NoPorts ports;
     bench::QtBench bench{ports, "Juniper-60Q"};
-    bench.form.code_buffer.high = last_address;
-    vrk::update_view(bench.form, bench.form.code_buffer);
-    vrk::Binder binder(bench.form);
+    bench.shell.code_buffer.high = last_address;
+    vrk::update_view(bench.shell, bench.shell.code_buffer);
+    vrk::Binder binder(bench.shell);
     vrk::DumpView view(binder, 0);
     view.resize(size);
     view.show();

@@ -24,7 +24,7 @@
 
 namespace {
 
-constexpr const char* model = "Juniper-60Q"; // long form, even parity
+constexpr const char* model = "Juniper-60Q"; // long shell, even parity
 constexpr std::int32_t code_size = 60 * 1024;
 constexpr std::size_t reply_size = 10; // with 46 B9
 
@@ -44,13 +44,13 @@ bench::WireFigures write_by_program(const std::vector<std::uint8_t>& code)
     bench::WirePeer peer;
     vrk::QtPorts ports{{peer.path()}};
     bench::QtBench bench{ports, model};
-    vrk::MainForm& form = bench.form;
-    form.target.mcu_clock_hz = 11'059'200;
-    form.link.accept_frames = true;
-    bench::require(form.MSComm1.set_Settings("115200,e,8,1") && vrk::open_link(form), "the port does not open");
-    const bool failed = vrk::write_range(form, {true, 0, code_size - 1}, code, false);
+    vrk::Shell& shell = bench.shell;
+    shell.target.mcu_clock_hz = 11'059'200;
+    shell.link.accept_frames = true;
+    bench::require(shell.MSComm1.set_Settings("115200,e,8,1") && vrk::open_link(shell), "the port does not open");
+    const bool failed = vrk::write_range(shell, {true, 0, code_size - 1}, code, false);
     bench::require(!failed, "the write stage failed");
-    vrk::close_link(form);
+    vrk::close_link(shell);
     return peer.end();
 }
 
@@ -83,17 +83,17 @@ double download_by_program(const std::vector<std::uint8_t>& code)
     vrk::QtPorts ports{{chip.path()}};
     bench::MeteredPorts metered{ports};
     bench::QtBench bench{metered, model};
-    vrk::MainForm& form = bench.form;
-    std::copy(code.begin(), code.end(), form.code_buffer.data.begin());
-    form.code_buffer.high = code_size - 1;
-    form.code_buffer.view_high = code_size - 1;
-    form.code_buffer.loaded = true;
-    form.file_loaded = true;
-    bench.loop.call_at(bench.loop.now_us(), [&form] { vrk::click(form, form.comDownload[0]); });
+    vrk::Shell& shell = bench.shell;
+    std::copy(code.begin(), code.end(), shell.code_buffer.data.begin());
+    shell.code_buffer.high = code_size - 1;
+    shell.code_buffer.view_high = code_size - 1;
+    shell.code_buffer.loaded = true;
+    shell.file_loaded = true;
+    bench.loop.call_at(bench.loop.now_us(), [&shell] { vrk::click(shell, shell.form.comDownload[0]); });
     do
         bench.loop.yield();
-    while (form.job.sequence_running);
-    bench::require(form.job.succeeded, "the download failed: " + form.textMsg.text());
+    while (shell.job.sequence_running);
+    bench::require(shell.job.succeeded, "the download failed: " + shell.form.textMsg.text());
     return metered.stage().efficiency_percent();
 }
 

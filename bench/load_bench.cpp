@@ -5,7 +5,7 @@
 #include "catalog/isp_start.h"
 #include "catalog/ranges.h"
 #include "catalog/rows.h"
-#include "form/main_form.h"
+#include "form/shell.h"
 #include "image/buffers.h"
 #include "image/file_loader.h"
 #include "platform/scripted_dialogs.h"
@@ -128,7 +128,8 @@ struct LoadBench {
     NoPorts ports;
     vrk::ScriptedDialogs dialogs;
     vrk::MemoryStore settings;
-    vrk::MainForm form{{loop, ports, dialogs, settings}};
+    vrk::Shell shell{{loop, ports, dialogs, settings}};
+    vrk::MainForm& form = shell.form;
 
     LoadBench()
     {
@@ -136,7 +137,7 @@ struct LoadBench {
         std::ofstream{hex_path, std::ios::binary} << hex_file(code);
         std::ofstream{bin_path, std::ios::binary}.write(
             reinterpret_cast<const char*>(code.data()), static_cast<std::streamsize>(code.size()));
-        vrk::load_mcu_tables(form.mcu_table, false);
+        vrk::load_mcu_tables(shell.mcu_table, false);
         form.cheClearAP_Buffer.set_value(true);
     }
     ~LoadBench()
@@ -147,13 +148,13 @@ struct LoadBench {
 
     void select(const char* model)
     {
-        const auto found = vrk::locate_mcu_by_name(form.mcu_table, model);
+        const auto found = vrk::locate_mcu_by_name(shell.mcu_table, model);
         bench::require(found.has_value(), std::string{model} + " is not in the catalogue");
-        form.selected = vrk::read_mcu_row(form.mcu_table, found->series, found->row);
-        form.LabISP_reange[1].set_caption(vrk::four_hex_digits(vrk::derive_isp_start(form.selected).shown_last));
-        vrk::clear_buffer(form, 0, form.code_buffer);
+        shell.selected = vrk::read_mcu_row(shell.mcu_table, found->series, found->row);
+        form.LabISP_reange[1].set_caption(vrk::four_hex_digits(vrk::derive_isp_start(shell.selected).shown_last));
+        vrk::clear_buffer(shell, 0, shell.code_buffer);
     }
-    bool buffer_equals_file() const { return std::equal(code.begin(), code.end(), form.code_buffer.data.begin()); }
+    bool buffer_equals_file() const { return std::equal(code.begin(), code.end(), shell.code_buffer.data.begin()); }
 };
 
 LoadBench& the_bench()
@@ -167,7 +168,7 @@ void load(benchmark::State& state, const char* model, const std::string& path, b
     LoadBench& bench = the_bench();
     bench.select(model);
     for (auto _ : state) {
-        benchmark::DoNotOptimize(vrk::load_file(bench.form, path, bench.form.code_buffer));
+        benchmark::DoNotOptimize(vrk::load_file(bench.shell, path, bench.shell.code_buffer));
         if (bench.buffer_equals_file() != fits)
             return state.SkipWithError("the buffer is not as the file and the rules have it");
         bench.dialogs.shown.clear();

@@ -34,16 +34,17 @@ struct ProjectBench {
     NoPorts ports;
     vrk::ScriptedDialogs dialogs;
     vrk::MemoryStore settings;
-    vrk::MainForm form{{loop, ports, dialogs, settings}};
+    vrk::Shell shell{{loop, ports, dialogs, settings}};
+    vrk::MainForm& form = shell.form;
 
     ProjectBench()
     {
         std::filesystem::create_directories(folder);
-        vrk::start_up(form);
-        vrk::take_project(form, std::string{"VER: 1.2\nMCU_Type: "} + model + "\nbuffer_check_sum: 0\nEND\n00\n");
-        fill(form.code_buffer, code_size);
-        fill(form.data_buffer, data_size);
-        vrk::save_project(form, path);
+        vrk::start_up(shell);
+        vrk::take_project(shell, std::string{"VER: 1.2\nMCU_Type: "} + model + "\nbuffer_check_sum: 0\nEND\n00\n");
+        fill(shell.code_buffer, code_size);
+        fill(shell.data_buffer, data_size);
+        vrk::save_project(shell, path);
         bench::require(dialogs.shown.empty() && std::filesystem::file_size(path) > (code_size + data_size) * 2,
             "the project cannot be written");
     }
@@ -79,11 +80,11 @@ ProjectBench& the_bench()
 void opening(benchmark::State& state)
 {
     ProjectBench& bench = the_bench();
-    const auto code = bench.form.code_buffer.data;
-    const auto data = bench.form.data_buffer.data;
+    const auto code = bench.shell.code_buffer.data;
+    const auto data = bench.shell.data_buffer.data;
     for (auto _ : state) {
-        vrk::open_project(bench.form, bench.path);
-        if (!bench.dialogs.shown.empty() || bench.form.code_buffer.data != code || bench.form.data_buffer.data != data)
+        vrk::open_project(bench.shell, bench.path);
+        if (!bench.dialogs.shown.empty() || bench.shell.code_buffer.data != code || bench.shell.data_buffer.data != data)
             return state.SkipWithError("what was opened is not what was saved");
     }
 }
@@ -93,7 +94,7 @@ void saving(benchmark::State& state)
     ProjectBench& bench = the_bench();
     const std::string before = ProjectBench::contents(bench.path);
     for (auto _ : state)
-        vrk::save_project(bench.form, bench.path);
+        vrk::save_project(bench.shell, bench.path);
     if (!bench.dialogs.shown.empty() || ProjectBench::contents(bench.path).size() < before.size() - 16)
         return state.SkipWithError("the project was not written");
 }

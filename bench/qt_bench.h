@@ -2,7 +2,7 @@
 #pragma once
 
 #include "catalog/rows.h"
-#include "form/main_form.h"
+#include "form/shell.h"
 #include "host/qt_loop.h"
 #include "host/qt_ports.h"
 #include "platform/scripted_dialogs.h"
@@ -15,16 +15,17 @@ struct QtBench {
     vrk::QtLoop loop;
     vrk::ScriptedDialogs dialogs;
     vrk::MemoryStore settings;
-    vrk::MainForm form;
+    vrk::Shell shell;
+    vrk::MainForm& form = shell.form;
 
     // The first port of the driver's list is the one in use.
     QtBench(vrk::PortDriver& ports, const char* model)
-        : form({loop, ports, dialogs, settings})
+        : shell({loop, ports, dialogs, settings})
     {
-        form.language_is_english = true;
-        vrk::start_up(form);
+        shell.language_is_english = true;
+        vrk::start_up(shell);
         form.txtDevice.set_text(model);
-        vrk::apply_selected_device(form);
+        vrk::apply_selected_device(shell);
         form.combCommPort.choose(0);
     }
 };

@@ -2,7 +2,7 @@
 // stamped number looked for. Beside it the same lines made by the printing of the C library.
 #include "bench/median_reporter.h"
 
-#include "form/main_form.h"
+#include "form/shell.h"
 #include "image/buffer_view.h"
 #include "platform/scripted_dialogs.h"
 #include "sim/virtual_loop.h"
@@ -25,24 +25,25 @@ struct ViewBench {
     NoPorts ports;
     vrk::ScriptedDialogs dialogs;
     vrk::MemoryStore settings;
-    vrk::MainForm form{{loop, ports, dialogs, settings}};
+    vrk::Shell shell{{loop, ports, dialogs, settings}};
+    vrk::MainForm& form = shell.form;
 
     ViewBench()
     {
-        for (std::size_t i = 0; i < form.code_buffer.data.size(); ++i)
-            form.code_buffer.data[i] = static_cast<std::uint8_t>(i * 7 >> 3);
-        form.code_buffer.high = last_address;
-        form.code_buffer.view_lines = lines;
+        for (std::size_t i = 0; i < shell.code_buffer.data.size(); ++i)
+            shell.code_buffer.data[i] = static_cast<std::uint8_t>(i * 7 >> 3);
+        shell.code_buffer.high = last_address;
+        shell.code_buffer.view_lines = lines;
         form.texAuto_Increase[0].set_text("8003");
         form.texAuto_Increase[1].set_text("4");
-        form.code_increase.valid = true;
-        vrk::update_view(form, form.code_buffer);
+        shell.code_increase.valid = true;
+        vrk::update_view(shell, shell.code_buffer);
     }
     void page_down()
     {
         vrk::ScrollBar& bar = form.vscFile[0];
         bar.set_value(bar.value() >= bar.max() ? 0 : bar.value() + bar.large_step);
-        vrk::vscFile_Change(form, 0);
+        vrk::vscFile_Change(shell, 0);
     }
 };
 
@@ -59,7 +60,7 @@ void one_page(benchmark::State& state)
 void printed_page(benchmark::State& state)
 {
     ViewBench bench;
-    const auto& data = bench.form.code_buffer.data;
+    const auto& data = bench.shell.code_buffer.data;
     std::size_t address = 0;
     for (auto _ : state) {
         std::string text;

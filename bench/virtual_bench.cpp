@@ -63,22 +63,22 @@ void virtual_download(benchmark::State& state)
     for (auto _ : state) {
         vrk::Rehearsal rehearsal{chip, nullptr, true};
         rehearsal.wire.log = &rehearsal.loop.log;
-        vrk::MainForm& form = rehearsal.form;
-        form.txtDevice.set_text(model);
-        vrk::apply_selected_device(form);
-        vrk::load_file(form, path, form.code_buffer);
-        rehearsal.loop.call_at(0, [&form] { vrk::click(form, form.comDownload[0]); });
+        vrk::Shell& shell = rehearsal.shell;
+        shell.form.txtDevice.set_text(model);
+        vrk::apply_selected_device(shell);
+        vrk::load_file(shell, path, shell.code_buffer);
+        rehearsal.loop.call_at(0, [&shell] { vrk::click(shell, shell.form.comDownload[0]); });
         rehearsal.loop.call_at(500'000, [&rehearsal] { rehearsal.chip.power_up(); });
 
         const auto began = std::chrono::steady_clock::now();
         do
             rehearsal.loop.yield();
-        while (form.job.sequence_running && rehearsal.loop.now_us() < longest_us);
+        while (shell.job.sequence_running && rehearsal.loop.now_us() < longest_us);
         state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count());
 
         hashes.insert(rehearsal.loop.log.hash());
-        if (!form.job.succeeded || rehearsal.chip.flash(0, code_size - 1) != code)
-            return state.SkipWithError(("the download failed: " + form.textMsg.text()).c_str());
+        if (!shell.job.succeeded || rehearsal.chip.flash(0, code_size - 1) != code)
+            return state.SkipWithError(("the download failed: " + shell.form.textMsg.text()).c_str());
     }
     std::filesystem::remove(path);
 }

@@ -84,14 +84,14 @@ double share_of_program()
     DeadLine line;
     vrk::QtPorts ports{{line.path}};
     bench::QtBench bench{ports, "Juniper-60Q"};
-    vrk::MainForm& form = bench.form;
+    vrk::Shell& shell = bench.shell;
     const double before = wall_seconds();
     const double share = share_of([&] {
-        bench.loop.call_at(bench.loop.now_us() + wait_us, [&form] { form.link.stop_requested = true; });
-        vrk::connect_target(form, vrk::Purpose::download);
+        bench.loop.call_at(bench.loop.now_us() + wait_us, [&shell] { shell.link.stop_requested = true; });
+        vrk::connect_target(shell, vrk::Purpose::download);
     });
     bench::require(wall_seconds() - before > static_cast<double>(wait_us) / 1e6 * 0.9,
-        "the call ended early: " + form.textMsg.text());
+        "the call ended early: " + shell.form.textMsg.text());
     return share;
 }
 

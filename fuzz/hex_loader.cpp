@@ -27,7 +27,7 @@ std::string fuzz_hex_loader(Input input)
     const bool was_fresh = bench.fresh();
     const std::vector<std::uint8_t> image = buffer.data;
     const std::int32_t high = buffer.high;
-    vrk::controls_of(bench.form(), buffer).clear_first.set_value(true);
+    vrk::controls_of(bench.shell(), buffer).clear_first.set_value(true);
     if (!bench.load(input))
         return "the file that was loaded is refused the second time";
     if (was_fresh && (buffer.data != image || buffer.high != high))

@@ -48,12 +48,12 @@ const vrk::McuTable& catalogue()
     return table;
 }
 
-void select_model(vrk::MainForm& form, const char* name)
+void select_model(vrk::Shell& shell, const char* name)
 {
     const auto found = vrk::locate_mcu_by_name(catalogue(), name);
-    form.selected = found ? vrk::read_mcu_row(catalogue(), found->series, found->row) : vrk::McuRecord{};
-    form.connected = form.selected;
-    form.LabISP_reange[1].set_caption(vrk::four_hex_digits(vrk::derive_isp_start(form.selected).shown_last));
+    shell.selected = found ? vrk::read_mcu_row(catalogue(), found->series, found->row) : vrk::McuRecord{};
+    shell.connected = shell.selected;
+    shell.form.LabISP_reange[1].set_caption(vrk::four_hex_digits(vrk::derive_isp_start(shell.selected).shown_last));
 }
 
 // In memory where the system has such a place.
@@ -67,24 +67,24 @@ std::filesystem::path own_folder()
 }
 
 // Draws the dump at both ends of its scroll bar and somewhere between.
-void look_at_dump(vrk::MainForm& form, int index)
+void look_at_dump(vrk::Shell& shell, int index)
 {
-    vrk::ScrollBar& bar = form.vscFile[index];
+    vrk::ScrollBar& bar = shell.form.vscFile[index];
     for (const int value : {bar.min(), bar.max(), bar.min() + (bar.max() - bar.min()) / 2}) {
         bar.set_value(value);
-        vrk::vscFile_Change(form, index);
+        vrk::vscFile_Change(shell, index);
     }
 }
 
 // For every stepping of the boot loader that has rules of its own, with the option bytes in either order.
-void plan_downloads(vrk::MainForm& form)
+void plan_downloads(vrk::Shell& shell)
 {
     for (const char* letter : {"A", "C", "D", "E", "I"}) {
-        form.target.fw_letter = letter;
+        shell.target.fw_letter = letter;
         for (const char* version : {"4.9", "6.3"}) {
-            form.target.fw_version = version;
-            vrk::download_plan(form, 0);
-            vrk::download_plan(form, 5);
+            shell.target.fw_version = version;
+            vrk::download_plan(shell, 0);
+            vrk::download_plan(shell, 5);
         }
     }
 }
@@ -106,7 +106,7 @@ vrk::Reply LoadBench::Hands::show(const vrk::MessageBox& box)
 }
 
 LoadBench::LoadBench(Input& input, const char* named, const char* unnamed)
-    : form_({loop_, ports_, dialogs_, settings_})
+    : shell_({loop_, ports_, dialogs_, settings_})
     , folder_(own_folder())
 {
     const std::uint8_t what = take_byte(input);
@@ -115,20 +115,20 @@ LoadBench::LoadBench(Input& input, const char* named, const char* unnamed)
     const std::uint32_t middle = take_byte(input);
     const std::uint32_t start = high << 16 | middle << 8 | take_byte(input);
 
-    buffer_ = (what & 0x10) != 0 ? &form_.data_buffer : &form_.code_buffer;
-    form_.language_is_english = (what & 0x20) != 0;
-    const vrk::BufferControls controls = vrk::controls_of(form_, *buffer_);
+    buffer_ = (what & 0x10) != 0 ? &shell_.data_buffer : &shell_.code_buffer;
+    shell_.language_is_english = (what & 0x20) != 0;
+    const vrk::BufferControls controls = vrk::controls_of(shell_, *buffer_);
     controls.clear_first.set_value((what & 0x40) != 0);
     controls.start.set_text(vrk::hex_text(start));
     dialogs_.answers = hands & 0x0F;
     dialogs_.meanwhile = static_cast<Meanwhile>(hands >> 4 & 3);
     dialogs_.act = [this] { act_meanwhile(); };
 
-    select_model(form_, models[what & 0x0F]);
-    vrk::clear_buffer(form_, 0, form_.code_buffer);
-    vrk::clear_buffer(form_, 0, form_.data_buffer);
+    select_model(shell_, models[what & 0x0F]);
+    vrk::clear_buffer(shell_, 0, shell_.code_buffer);
+    vrk::clear_buffer(shell_, 0, shell_.data_buffer);
     if ((what & 0x80) != 0) {
-        form_.file_loaded = true;
+        shell_.file_loaded = true;
         buffer_->data[0x20] = 0x5A;
         fresh_ = false;
     }
@@ -150,12 +150,12 @@ void LoadBench::act_meanwhile()
     case Meanwhile::nothing:
         return;
     case Meanwhile::buffer_cleared:
-        return vrk::clear_buffer(form_, 0, *buffer_);
+        return vrk::clear_buffer(shell_, 0, *buffer_);
     case Meanwhile::loaded_anew:
-        vrk::load_file(form_, path_, *buffer_);
+        vrk::load_file(shell_, path_, *buffer_);
         return;
     case Meanwhile::other_model:
-        return select_model(form_, "Maple-1S");
+        return select_model(shell_, "Maple-1S");
     }
 }
 
@@ -164,10 +164,10 @@ bool LoadBench::load(Input file)
     std::ofstream{path_, std::ios::binary | std::ios::trunc}.write(
         reinterpret_cast<const char*>(file.data()), static_cast<std::streamsize>(file.size()));
     dialogs_.answered = 0;
-    const bool loaded = vrk::load_file(form_, path_, *buffer_);
-    look_at_dump(form_, 0);
-    look_at_dump(form_, 1);
-    plan_downloads(form_);
+    const bool loaded = vrk::load_file(shell_, path_, *buffer_);
+    look_at_dump(shell_, 0);
+    look_at_dump(shell_, 1);
+    plan_downloads(shell_);
     return loaded;
 }
 
@@ -175,8 +175,8 @@ std::string LoadBench::complaint(bool loaded) const
 {
     constexpr std::size_t most_boxes = 24; // 3 wrong checksums, a question, 3 findings; twice where loaded anew
     const auto last = static_cast<std::int32_t>(buffer_->data.size()) - 1;
-    if (form_.code_buffer.last() != vrk::FileBuffer::code_last ||
-        form_.data_buffer.last() != vrk::FileBuffer::data_last)
+    if (shell_.code_buffer.last() != vrk::FileBuffer::code_last ||
+        shell_.data_buffer.last() != vrk::FileBuffer::data_last)
         return "a buffer has changed its size";
     if (loaded && !buffer_->loaded)
         return "the load says done, and the buffer is not loaded";

@@ -9,7 +9,7 @@
 
 #include "fuzz/target.h"
 
-#include "form/main_form.h"
+#include "form/shell.h"
 #include "platform/scripted_dialogs.h"
 #include "sim/virtual_loop.h"
 
@@ -35,7 +35,7 @@ public:
 
     Meanwhile meanwhile() const { return dialogs_.meanwhile; }
     bool fresh() const { return fresh_; } // nothing was loaded before
-    vrk::MainForm& form() { return form_; }
+    vrk::Shell& shell() { return shell_; }
     vrk::FileBuffer& buffer() { return *buffer_; }
     const vrk::FileBuffer& buffer() const { return *buffer_; }
     std::size_t boxes() const { return dialogs_.answered; }
@@ -64,7 +64,8 @@ private:
     NoPorts ports_;
     Hands dialogs_;
     vrk::MemoryStore settings_;
-    vrk::MainForm form_;
+    vrk::Shell shell_;
+    vrk::MainForm& form_ = shell_.form;
     vrk::FileBuffer* buffer_;
     bool fresh_ = true;
     std::filesystem::path folder_;

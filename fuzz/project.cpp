@@ -50,18 +50,19 @@ struct ProjectBench {
     NoPorts ports;
     vrk::ScriptedDialogs dialogs;
     vrk::MemoryStore settings;
-    vrk::MainForm form{vrk::Platform{loop, ports, dialogs, settings}};
+    vrk::Shell shell{vrk::Platform{loop, ports, dialogs, settings}};
+    vrk::MainForm& form = shell.form;
 
-    ProjectBench() { vrk::start_up(form); }
+    ProjectBench() { vrk::start_up(shell); }
 
     void open(std::string_view text)
     {
         dialogs.shown.clear();
-        vrk::take_project(form, text);
+        vrk::take_project(shell, text);
     }
     void begin(bool english)
     {
-        form.language_is_english = english;
+        shell.language_is_english = english;
         open("VER: 1.2\nMCU_Type: Hazel-1\nAuto_Increase_Enable: 0\nData_Increase_Enable: 0\n"
              "Auto_Increase_Address: FFFF\nAuto_Increase_Bytes: 8\nbuffer_check_sum: 3\nEND\n0102\n");
     }
@@ -92,14 +93,14 @@ bool holds(const vrk::FileBuffer& buffer, const std::vector<std::uint8_t>& bytes
         std::all_of(end, buffer.data.end(), [](std::uint8_t byte) { return byte == 0; });
 }
 
-bool every_pair_has_a_choice(const vrk::MainForm& form)
+bool every_pair_has_a_choice(const vrk::Shell& shell)
 {
-    if (form.selected.cap_no_option_write)
+    if (shell.selected.cap_no_option_write)
         return true;
-    const int page = vrk::option_page_of_series(form.selected.series).page;
-    for (int row = 0; row < form.option_table.filled_rows(page); ++row) {
-        const auto* button = dynamic_cast<const vrk::OptionButton*>(vrk::control_of_row(form, page, row));
-        const bool is_value = !form.option_table.cell(page, row, vrk::OptionColumn::bit_code).empty();
+    const int page = vrk::option_page_of_series(shell.selected.series).page;
+    for (int row = 0; row < shell.option_table.filled_rows(page); ++row) {
+        const auto* button = dynamic_cast<const vrk::OptionButton*>(vrk::control_of_row(shell, page, row));
+        const bool is_value = !shell.option_table.cell(page, row, vrk::OptionColumn::bit_code).empty();
         if (button != nullptr && is_value &&
             std::ranges::count(button->group, true, [](const vrk::OptionButton* one) { return one->value(); }) != 1)
             return false;
@@ -107,24 +108,24 @@ bool every_pair_has_a_choice(const vrk::MainForm& form)
     return true;
 }
 
-std::string form_complaint(const vrk::MainForm& form, const vrk::Project& project)
+std::string form_complaint(const vrk::Shell& shell, const vrk::Project& project)
 {
-    if (form.txtDevice.text() != form.selected.mcu_name)
+    if (shell.form.txtDevice.text() != shell.selected.mcu_name)
         return "the name shown is not the model in force";
-    if (!every_pair_has_a_choice(form))
+    if (!every_pair_has_a_choice(shell))
         return "a pair of the panel has no choice";
     const std::string* model = project.find("MCU_Type");
     const bool taken =
-        project.version != vrk::Project::Version::refused && model != nullptr && *model == form.selected.mcu_name;
+        project.version != vrk::Project::Version::refused && model != nullptr && *model == shell.selected.mcu_name;
     if (!taken) // the job before stands
-        return form.selected.mcu_name == "Hazel-1" && form.file_loaded && form.code_buffer.high == 1
+        return shell.selected.mcu_name == "Hazel-1" && shell.file_loaded && shell.code_buffer.high == 1
             ? ""
             : "a file that was refused has changed the job";
-    if (form.file_loaded != project.code.found || form.data_buffer.loaded != project.data.found)
+    if (shell.file_loaded != project.code.found || shell.data_buffer.loaded != project.data.found)
         return "what is loaded is not what was found";
-    if (!holds(form.code_buffer, project.code.bytes) || !holds(form.data_buffer, project.data.bytes))
+    if (!holds(shell.code_buffer, project.code.bytes) || !holds(shell.data_buffer, project.data.bytes))
         return "a buffer does not hold its image";
-    if ((form.job.panel_state == 2) == form.selected.cap_no_option_write)
+    if ((shell.job.panel_state == 2) == shell.selected.cap_no_option_write)
         return "the panel is not locked, or locked for good";
     return {};
 }
@@ -145,7 +146,7 @@ std::string fuzz_project(Input input)
     ProjectBench& bench = the_bench();
     bench.begin((head & 0x10) != 0);
     bench.open(text);
-    return form_complaint(bench.form, project);
+    return form_complaint(bench.shell, project);
 }
 
 } // namespace fuzz

@@ -8,23 +8,23 @@ namespace {
 
 constexpr std::int64_t spacing_us = 7'000; // several arrivals within one wait of the receive event
 
-void act(vrk::MainForm& form, Before before)
+void act(vrk::Shell& shell, Before before)
 {
     switch (before) {
     case Before::nothing:
         return;
     case Before::flush:
-        vrk::flush_link(form);
-        form.link.demo_reply_ok = false; // flush_link leaves it to the sender
+        vrk::flush_link(shell);
+        shell.link.demo_reply_ok = false; // flush_link leaves it to the sender
         return;
     case Before::expect_reply:
-        form.link.rx_count = 0;
-        form.link.reply_ok = false;
-        form.link.demo_reply_ok = false;
-        form.link.accept_frames = true;
+        shell.link.rx_count = 0;
+        shell.link.reply_ok = false;
+        shell.link.demo_reply_ok = false;
+        shell.link.accept_frames = true;
         return;
     case Before::read_frame:
-        vrk::read_frame(form);
+        vrk::read_frame(shell);
         return;
     }
 }
@@ -47,7 +47,7 @@ std::string ReceiveBench::common_complaint() const
 std::string ReceiveBench::play(Input input, bool slow, const std::function<std::string()>& look)
 {
     if (slow)
-        link.form.MSComm1.set_Settings("2400,n,8,1");
+        link.shell.MSComm1.set_Settings("2400,n,8,1");
     std::string complaint;
     std::int64_t at_us = 0;
     int to_come = 0;
@@ -57,7 +57,7 @@ std::string ReceiveBench::play(Input input, bool slow, const std::function<std::
         ++to_come;
         at_us += spacing_us;
         link.loop.call_at(at_us, [this, head, bytes, &look, &complaint, &to_come] {
-            act(link.form, static_cast<Before>(head >> 6));
+            act(link.shell, static_cast<Before>(head >> 6));
             arrive(bytes);
             if (complaint.empty())
                 complaint = common_complaint();
@@ -76,7 +76,7 @@ std::string ReceiveBench::play(Input input, bool slow, const std::function<std::
 void ReceiveBench::arrive_after_flush(Input frame)
 {
     state.accept_frames = true;
-    vrk::flush_link(link.form);
+    vrk::flush_link(link.shell);
     state.demo_reply_ok = false;
     arrive(frame);
 }

@@ -16,7 +16,7 @@ enum class Before { nothing, flush, expect_reply, read_frame };
 class ReceiveBench {
 public:
     HandLink link;
-    vrk::LinkState& state = link.form.link;
+    vrk::LinkState& state = link.shell.link;
 
     // Plays all arrivals. Answers the first complaint; `look` is asked after each of them.
     std::string play(Input input, bool slow, const std::function<std::string()>& look);

@@ -71,8 +71,8 @@ std::string fuzz_receive_isp(Input input)
     state.header_required = (how & 1) != 0;
     state.board_mode = (how & 4) != 0;
     state.accept_frames = (how & 8) == 0;
-    bench.link.form.target.identified = (how & 32) != 0;
-    vrk::McuRecord& model = (how & 32) != 0 ? bench.link.form.connected : bench.link.form.selected;
+    bench.link.shell.target.identified = (how & 32) != 0;
+    vrk::McuRecord& model = (how & 32) != 0 ? bench.link.shell.connected : bench.link.shell.selected;
     model.cap_long_frame = (how & 2) != 0;
     const Form form = (how & 4) != 0 ? Form::crc : (how & 2) != 0 ? Form::two_byte_sum : Form::one_byte_sum;
 

@@ -7,7 +7,7 @@
 
 #include "catalog/ranges.h"
 #include "catalog/rows.h"
-#include "form/main_form.h"
+#include "form/shell.h"
 #include "options/codec.h"
 #include "options/option_tables.h"
 #include "options/status_frame.h"
@@ -49,15 +49,15 @@ const Tables& tables()
     return all;
 }
 
-std::string complaint_of(const vrk::MainForm& form, bool was_english)
+std::string complaint_of(const vrk::Shell& shell, bool was_english)
 {
-    for (const std::int16_t row : form.options.status_bytes) {
+    for (const std::int16_t row : shell.options.status_bytes) {
         if (row < 0 || row > 255)
             return "an option byte of " + std::to_string(row);
     }
-    if (form.language_is_english != was_english)
+    if (shell.language_is_english != was_english)
         return "the language changed";
-    for (const vrk::Label& label : form.LabLock) {
+    for (const vrk::Label& label : shell.form.LabLock) {
         if (label.caption().find('\n') != std::string::npos)
             return "a label of two lines";
     }
@@ -73,26 +73,26 @@ std::string fuzz_status_frame(Input input)
     sim::SimPortDriver ports(loop);
     vrk::ScriptedDialogs dialogs;
     vrk::MemoryStore settings;
-    vrk::MainForm form(vrk::Platform{loop, ports, dialogs, settings});
-    form.language_is_english = (how & 32) != 0;
-    form.option_table = tables().options[form.language_is_english ? 1 : 0];
-    form.selected = tables().record(models[(how & 31U) % std::size(models)]);
-    form.connected = form.selected;
-    form.target.identified = true;
-    form.target.target_name = form.selected.mcu_name;
-    form.target.fw_letter = std::string(1, static_cast<char>(take_byte(input)));
-    form.target.fw_version = vrk::decode_version(take_byte(input));
-    form.link.rx_buffer[0] = 0x68;
-    std::copy_n(input.begin(), std::min(input.size(), form.link.rx_buffer.size() - 2), form.link.rx_buffer.begin() + 2);
+    vrk::Shell shell(vrk::Platform{loop, ports, dialogs, settings});
+    shell.language_is_english = (how & 32) != 0;
+    shell.option_table = tables().options[shell.language_is_english ? 1 : 0];
+    shell.selected = tables().record(models[(how & 31U) % std::size(models)]);
+    shell.connected = shell.selected;
+    shell.target.identified = true;
+    shell.target.target_name = shell.selected.mcu_name;
+    shell.target.fw_letter = std::string(1, static_cast<char>(take_byte(input)));
+    shell.target.fw_version = vrk::decode_version(take_byte(input));
+    shell.link.rx_buffer[0] = 0x68;
+    std::copy_n(input.begin(), std::min(input.size(), shell.link.rx_buffer.size() - 2), shell.link.rx_buffer.begin() + 2);
 
-    vrk::build_option_bytes(form);
-    vrk::decode_status_frame(form, (how & 64) != 0 ? vrk::StatusLayout::answer : vrk::StatusLayout::power_up);
-    vrk::report_status(form);
+    vrk::build_option_bytes(shell);
+    vrk::decode_status_frame(shell, (how & 64) != 0 ? vrk::StatusLayout::answer : vrk::StatusLayout::power_up);
+    vrk::report_status(shell);
     if ((how & 128) != 0) {
-        vrk::report_serial(form);
-        vrk::report_rc_frequency(form, true);
+        vrk::report_serial(shell);
+        vrk::report_rc_frequency(shell, true);
     }
-    return complaint_of(form, (how & 32) != 0);
+    return complaint_of(shell, (how & 32) != 0);
 }
 
 } // namespace fuzz

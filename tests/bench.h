@@ -56,9 +56,9 @@ struct Bench : Rehearsal {
     void select(const std::string& model)
     {
         form.txtDevice.set_text(model);
-        apply_selected_device(form);
-        clear_buffer(form, 0, form.code_buffer);
-        clear_buffer(form, 0, form.data_buffer);
+        apply_selected_device(shell);
+        clear_buffer(shell, 0, shell.code_buffer);
+        clear_buffer(shell, 0, shell.data_buffer);
     }
 
     // Files of made-up content, written where tests may write.
@@ -74,18 +74,18 @@ struct Bench : Rehearsal {
     }
     void open_code(const std::vector<std::uint8_t>& bytes)
     {
-        open(bytes, form.code_buffer, "code.bin");
+        open(bytes, shell.code_buffer, "code.bin");
         code_size = bytes.size();
     }
-    void open_data(const std::vector<std::uint8_t>& bytes) { open(bytes, form.data_buffer, "data.bin"); }
+    void open_data(const std::vector<std::uint8_t>& bytes) { open(bytes, shell.data_buffer, "data.bin"); }
 
     void press_download(int row = 0)
     {
-        loop.call_at(loop.now_us(), [this, row] { click(form, form.comDownload[row]); });
+        loop.call_at(loop.now_us(), [this, row] { click(shell, form.comDownload[row]); });
     }
     void press_stop_after_ms(std::int64_t ms)
     {
-        loop.call_at(loop.now_us() + ms * 1000, [this] { click(form, form.comStop_Download); });
+        loop.call_at(loop.now_us() + ms * 1000, [this] { click(shell, form.comStop_Download); });
     }
     void power_up_after_ms(std::int64_t ms)
     {
@@ -103,11 +103,11 @@ struct Bench : Rehearsal {
         const auto end = loop.call_at(loop.now_us() + 600'000'000, [this] {
             ADD_FAILURE() << "the sequence does not end";
             form.comStop_Download.set_enabled(true);
-            click(form, form.comStop_Download);
+            click(shell, form.comStop_Download);
         });
         do
             loop.yield();
-        while (form.job.sequence_running);
+        while (shell.job.sequence_running);
         loop.cancel(end);
     }
     // Between sequences only: a sequence runs on the stack of whoever yields, so this would not come back before its
@@ -126,7 +126,7 @@ struct Bench : Rehearsal {
     void run_until_idle_or_given_up()
     {
         const auto giving_up =
-            loop.call_at(loop.now_us() + 120'000'000, [this] { click(form, form.comStop_Download); });
+            loop.call_at(loop.now_us() + 120'000'000, [this] { click(shell, form.comStop_Download); });
         run_until_idle();
         loop.cancel(giving_up);
     }
@@ -157,22 +157,22 @@ struct Bench : Rehearsal {
         const int before = count();
         const std::string violations = chip.violations();
         download();
-        EXPECT_TRUE(form.job.succeeded);
+        EXPECT_TRUE(shell.job.succeeded);
         EXPECT_EQ(count(), before + 1);
         EXPECT_TRUE(report_says("Program OK"));
         EXPECT_TRUE(chip_holds_the_code());
         EXPECT_EQ(chip.violations(), violations) << "the next download is not clean";
         EXPECT_TRUE(buttons_are_free());
-        EXPECT_EQ(form.job.panel_state, 0);
+        EXPECT_EQ(shell.job.panel_state, 0);
     }
 
     // No word of success, no count, and the user can go on.
     void expect_failed_honestly()
     {
-        EXPECT_FALSE(form.job.succeeded);
+        EXPECT_FALSE(shell.job.succeeded);
         EXPECT_FALSE(report_says("OK"));
         EXPECT_EQ(count(), 0);
-        EXPECT_EQ(form.platform.settings.get("Settings", "Write_OK_Count", "0"), "0");
+        EXPECT_EQ(shell.platform.settings.get("Settings", "Write_OK_Count", "0"), "0");
         EXPECT_TRUE(buttons_are_free());
     }
 
@@ -181,12 +181,12 @@ struct Bench : Rehearsal {
     // The option rows in which a chip of this family tells what it was given.
     std::vector<int> telling_rows() const
     {
-        const std::int16_t series = form.selected.series;
+        const std::int16_t series = shell.selected.series;
         if (series < 2)
             return {};
         if (!is_newer_series(series))
             return {1};
-        const auto rows = compared_rows(form.selected, form.target.fw_letter, form.target.fw_version);
+        const auto rows = compared_rows(shell.selected, shell.target.fw_letter, shell.target.fw_version);
         return {rows.begin(), rows.end()};
     }
     // Those rows hold in the chip what was wanted, but for two bits that newer chips set by themselves.
@@ -194,9 +194,9 @@ struct Bench : Rehearsal {
     {
         const std::vector<int> rows = telling_rows();
         return std::all_of(rows.begin(), rows.end(), [this](int row) {
-            const int mask = row == 1 && form.selected.series >= 7 ? 0x88 : 0;
+            const int mask = row == 1 && shell.selected.series >= 7 ? 0x88 : 0;
             const auto at = static_cast<std::size_t>(row);
-            return (chip.options()[at] | mask) == (form.options.option_bytes[at][0] | mask);
+            return (chip.options()[at] | mask) == (shell.options.option_bytes[at][0] | mask);
         });
     }
     std::span<OptionButton> buttons_of(std::size_t strip)
@@ -223,8 +223,8 @@ struct Bench : Rehearsal {
     std::vector<std::uint8_t> flash(std::size_t first, std::size_t last) const { return chip.flash(first, last); }
     std::vector<std::uint8_t> code(std::size_t first, std::size_t last) const
     {
-        return {form.code_buffer.data.begin() + static_cast<std::ptrdiff_t>(first),
-            form.code_buffer.data.begin() + static_cast<std::ptrdiff_t>(last + 1)};
+        return {shell.code_buffer.data.begin() + static_cast<std::ptrdiff_t>(first),
+            shell.code_buffer.data.begin() + static_cast<std::ptrdiff_t>(last + 1)};
     }
     bool buttons_are_free() const
     {
@@ -237,8 +237,8 @@ private:
         const std::string path = ::testing::TempDir() + std::to_string(getpid()) + name;
         std::ofstream(path, std::ios::binary)
             .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-        take_path(form, &buffer == &form.code_buffer ? BufferKind::code : BufferKind::data, path);
-        ASSERT_TRUE(load_file(form, path, buffer));
+        take_path(shell, &buffer == &shell.code_buffer ? BufferKind::code : BufferKind::data, path);
+        ASSERT_TRUE(load_file(shell, path, buffer));
         std::remove(path.c_str());
     }
 };

@@ -22,19 +22,19 @@ constexpr const char* trial_file_variable = "VRK_ISP_TRIAL_FILE";
 constexpr const char* trial_model = "Juniper-60Q";
 
 // The panel is there while the simulated target is the chosen port.
-void tie_panel(MainForm& form, MainWindow& window, TargetPanel& panel)
+void tie_panel(Shell& shell, MainWindow& window, TargetPanel& panel)
 {
-    const auto show = [&form, &panel] { panel.setVisible(form.combCommPort.text() == PortsWithTarget::path); };
+    const auto show = [&shell, &panel] { panel.setVisible(shell.form.combCommPort.text() == PortsWithTarget::path); };
     auto* port = window.findChild<QComboBox*>("combCommPort");
     QObject::connect(port, &QComboBox::currentTextChanged, &panel, show);
     show();
 }
 
-void begin_trial(MainForm& form, const std::string& file)
+void begin_trial(Shell& shell, const std::string& file)
 {
-    choose_node(form, form.TreeViewDevice, trial_model);
-    take_path(form, BufferKind::code, file);
-    load_file(form, file, form.code_buffer);
+    choose_node(shell, shell.form.TreeViewDevice, trial_model);
+    take_path(shell, BufferKind::code, file);
+    load_file(shell, file, shell.code_buffer);
 }
 
 } // namespace
@@ -49,22 +49,22 @@ int main(int argc, char** argv)
     QtSettings own_settings;
     MemoryStore no_settings; // a first look leaves nothing behind
     SettingsStore& settings = trial_file.empty() ? static_cast<SettingsStore&>(own_settings) : no_settings;
-    MainForm form(Platform{loop, ports, dialogs, settings});
-    form.loader.application_dir = QApplication::applicationDirPath().toStdString();
-    form.loader.documents_dir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
-    start_up(form);
+    Shell shell(Platform{loop, ports, dialogs, settings});
+    shell.loader.application_dir = QApplication::applicationDirPath().toStdString();
+    shell.loader.documents_dir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
+    start_up(shell);
 
     if (!trial_file.empty()) {
-        const auto& items = form.combCommPort.items();
-        choose_item(form, form.combCommPort, static_cast<int>(items.size()) - 1);
-        begin_trial(form, trial_file);
+        const auto& items = shell.form.combCommPort.items();
+        choose_item(shell, shell.form.combCommPort, static_cast<int>(items.size()) - 1);
+        begin_trial(shell, trial_file);
     }
-    MainWindow window(form);
+    MainWindow window(shell);
     dialogs.parent = &window;
-    auto* panel = new TargetPanel(form, ports);
+    auto* panel = new TargetPanel(shell, ports);
     window.add_panel(panel);
     panel->put_in(trial_model);
-    tie_panel(form, window, *panel);
+    tie_panel(shell, window, *panel);
     window.show();
     return QApplication::exec();
 }

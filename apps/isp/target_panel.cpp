@@ -27,9 +27,9 @@ QString summary_of(const char* what, const std::vector<std::uint8_t>& flash)
 
 } // namespace
 
-TargetPanel::TargetPanel(const MainForm& form, PortsWithTarget& ports)
+TargetPanel::TargetPanel(const Shell& shell, PortsWithTarget& ports)
     : QGroupBox(PortsWithTarget::path)
-    , form_(form)
+    , shell_(shell)
     , ports_(ports)
     , model_(new QComboBox)
     , power_(new QPushButton)
@@ -43,7 +43,7 @@ TargetPanel::TargetPanel(const MainForm& form, PortsWithTarget& ports)
     power_->setCheckable(true);
     contents_->setWordWrap(true);
     complaints_->setReadOnly(true);
-    for (const Tree::Node& node : form_.TreeViewDevice.nodes()) {
+    for (const Tree::Node& node : shell_.form.TreeViewDevice.nodes()) {
         if (!node.parent.empty())
             model_->addItem(to_qt(node.key));
     }
@@ -64,7 +64,7 @@ TargetPanel::TargetPanel(const MainForm& form, PortsWithTarget& ports)
 
 void TargetPanel::put_in(const std::string& model)
 {
-    const auto setup = chip_setup_of(form_.mcu_table, model);
+    const auto setup = chip_setup_of(shell_.mcu_table, model);
     if (!setup)
         return;
     model_->setCurrentText(to_qt(model));

@@ -3,7 +3,7 @@
 
 #include "isp/ports_with_target.h"
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 #include <QComboBox>
 #include <QGroupBox>
@@ -15,14 +15,14 @@ namespace vrk {
 
 class TargetPanel final : public QGroupBox {
 public:
-    TargetPanel(const MainForm& form, PortsWithTarget& ports);
+    TargetPanel(const Shell& shell, PortsWithTarget& ports);
 
     void put_in(const std::string& model);
 
 private:
     void show_chip();
 
-    const MainForm& form_;
+    const Shell& shell_;
     PortsWithTarget& ports_;
     QComboBox* model_;
     QPushButton* power_;

@@ -1,8 +1,8 @@
 // From a model of the catalogue to a simulated specimen of it.
 #pragma once
 
-#include "form/mcu_record.h"
-#include "form/mcu_table.h"
+#include "catalog/mcu_record.h"
+#include "catalog/mcu_table.h"
 #include "sim/chip_model.h"
 
 #include <optional>

@@ -6,12 +6,12 @@ namespace vrk {
 
 Rehearsal::Rehearsal(const sim::ChipSetup& setup, SettingsStore* its_settings, bool english)
     : chip(setup)
-    , form(Platform{loop, ports, dialogs, its_settings != nullptr ? *its_settings : own_settings})
+    , shell(Platform{loop, ports, dialogs, its_settings != nullptr ? *its_settings : own_settings})
 {
     wire.attach(chip);
     ports.add(port_path, wire);
-    form.language_is_english = english;
-    start_up(form);
+    shell.language_is_english = english;
+    start_up(shell);
 }
 
 } // namespace vrk

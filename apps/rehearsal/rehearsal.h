@@ -1,7 +1,7 @@
 // A whole bench in one process: the program's main object, a virtual clock, a simulated wire and one simulated chip.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 #include "platform/scripted_dialogs.h"
 #include "sim/chip.h"
 #include "sim/sim_port.h"
@@ -22,7 +22,8 @@ struct Rehearsal {
     sim::SimPortDriver ports{loop};
     ScriptedDialogs dialogs;
     MemoryStore own_settings;
-    MainForm form;
+    Shell shell;
+    MainForm& form = shell.form;
 };
 
 } // namespace vrk

@@ -75,7 +75,7 @@ Result read_control(Runner& runner, std::string_view full)
     const std::size_t point = full.rfind('.');
     const std::string_view name = full.substr(0, point);
     const std::string_view property = point == std::string_view::npos ? std::string_view{} : full.substr(point + 1);
-    const Control* control = runner.form().controls.find_full(name);
+    const Control* control = runner.shell().form.controls.find_full(name);
     if (control == nullptr)
         return no_control(name);
     const auto value = control_property(*control, property);
@@ -86,7 +86,7 @@ Result read_control(Runner& runner, std::string_view full)
 
 Result set_list(Runner& runner, ComboBox& list, std::string_view name, std::string_view text)
 {
-    MainForm& form = runner.form();
+    Shell& shell = runner.shell();
     std::int64_t item = -1;
     if (text.starts_with("#")) {
         item = whole_number(text.substr(1)).value_or(-1);
@@ -95,13 +95,13 @@ Result set_list(Runner& runner, ComboBox& list, std::string_view name, std::stri
         if (found != list.items().end())
             item = found - list.items().begin();
         else if (list.editable)
-            return answer_of(type_text(form, list, text), name);
+            return answer_of(type_text(shell, list, text), name);
     }
     if (item < 0 || item >= static_cast<std::int64_t>(list.items().size()))
         return failure("'" + std::string{name} + "' has no item '" + std::string{text} + "'");
     if (!list.enabled())
         return refused(name);
-    return runner.run_soon([&form, &list, item] { choose_item(form, list, static_cast<int>(item)); });
+    return runner.run_soon([&shell, &list, item] { choose_item(shell, list, static_cast<int>(item)); });
 }
 
 Result set_tab(Runner& runner, TabStrip& strip, std::string_view name, std::string_view text)
@@ -111,8 +111,8 @@ Result set_tab(Runner& runner, TabStrip& strip, std::string_view name, std::stri
         return failure("'" + std::string{name} + "' has no tab '" + std::string{text} + "'");
     if (!strip.enabled())
         return refused(name);
-    MainForm& form = runner.form();
-    return runner.run_soon([&form, &strip, tab] { choose_tab(form, strip, tab); });
+    Shell& shell = runner.shell();
+    return runner.run_soon([&shell, &strip, tab] { choose_tab(shell, strip, tab); });
 }
 
 Result set_node(Runner& runner, Tree& tree, std::string_view name, std::string_view key)
@@ -121,16 +121,16 @@ Result set_node(Runner& runner, Tree& tree, std::string_view name, std::string_v
         return failure("'" + std::string{name} + "' has no node '" + std::string{key} + "'");
     if (!tree.enabled())
         return refused(name);
-    MainForm& form = runner.form();
-    return runner.run_soon([&form, &tree, key = std::string{key}] { choose_node(form, tree, key); });
+    Shell& shell = runner.shell();
+    return runner.run_soon([&shell, &tree, key = std::string{key}] { choose_node(shell, tree, key); });
 }
 
 Result set_control(Runner& runner, Words words)
 {
     const std::string_view name = words.next();
     const std::string text{words.rest()};
-    MainForm& form = runner.form();
-    Control* control = form.controls.find_full(name);
+    Shell& shell = runner.shell();
+    Control* control = shell.form.controls.find_full(name);
     if (control == nullptr)
         return no_control(name);
     const bool on = text == "1";
@@ -143,18 +143,18 @@ Result set_control(Runner& runner, Words words)
     if (!control->enabled())
         return refused(name);
     if (dynamic_cast<TextBox*>(control) != nullptr)
-        return answer_of(type_text(form, *control, text), name);
+        return answer_of(type_text(shell, *control, text), name);
     if (auto* box = dynamic_cast<CheckBox*>(control))
-        return runner.run_soon([&form, box, on] { set_checked(form, *box, on); });
+        return runner.run_soon([&shell, box, on] { set_checked(shell, *box, on); });
     if (auto* button = dynamic_cast<OptionButton*>(control)) {
         if (on)
-            return runner.run_soon([&form, button] { choose_option(form, *button); });
+            return runner.run_soon([&shell, button] { choose_option(shell, *button); });
         button->set_value(false);
         return {};
     }
     if (auto* bar = dynamic_cast<ScrollBar*>(control)) {
         const int value = static_cast<int>(whole_number(text).value_or(0));
-        return runner.run_soon([&form, bar, value] { scroll_to(form, *bar, value); });
+        return runner.run_soon([&shell, bar, value] { scroll_to(shell, *bar, value); });
     }
     return failure("'" + std::string{name} + "' cannot be set");
 }
@@ -167,7 +167,7 @@ Result click_part(Runner& runner, std::string_view full)
         return no_control(full);
     const std::string_view name = full.substr(0, open);
     const std::string_view key = full.substr(open + 1, full.size() - open - 2);
-    Control* control = runner.form().controls.find_full(name);
+    Control* control = runner.shell().form.controls.find_full(name);
     if (auto* strip = dynamic_cast<TabStrip*>(control))
         return set_tab(runner, *strip, name, key);
     if (auto* tree = dynamic_cast<Tree*>(control))
@@ -178,43 +178,43 @@ Result click_part(Runner& runner, std::string_view full)
 Result click_control(Runner& runner, Words words)
 {
     const std::string_view name = trimmed(words.rest());
-    MainForm& form = runner.form();
-    Control* control = form.controls.find_full(name);
+    Shell& shell = runner.shell();
+    Control* control = shell.form.controls.find_full(name);
     if (control == nullptr)
         return click_part(runner, name);
     if (!control->enabled())
         return refused(name);
-    return runner.run_soon([&form, control] { click(form, *control); });
+    return runner.run_soon([&shell, control] { click(shell, *control); });
 }
 
 Result press_control(Runner& runner, Words words)
 {
     const std::string_view name = words.next();
     const std::string key{words.rest()};
-    MainForm& form = runner.form();
-    Control* control = form.controls.find_full(name);
+    Shell& shell = runner.shell();
+    Control* control = shell.form.controls.find_full(name);
     if (control == nullptr)
         return no_control(name);
     if (!control->enabled())
         return refused(name);
-    return runner.run_soon([&form, control, key] { press_key(form, *control, key); });
+    return runner.run_soon([&shell, control, key] { press_key(shell, *control, key); });
 }
 
 Result put_caret(Runner& runner, Words words)
 {
     const std::string_view name = words.next();
-    auto* box = dynamic_cast<TextBox*>(runner.form().controls.find_full(name));
+    auto* box = dynamic_cast<TextBox*>(runner.shell().form.controls.find_full(name));
     const auto position = whole_number(words.rest());
     if (box == nullptr)
         return failure("no text control '" + std::string{name} + "'");
     if (!position || *position < 0)
         return failure("a caret stands at 0 or above, not at '" + std::string{words.rest()} + "'");
-    return answer_of(put_caret(runner.form(), *box, static_cast<int>(*position)), name);
+    return answer_of(put_caret(runner.shell(), *box, static_cast<int>(*position)), name);
 }
 
 Result get_control(Runner& runner, Words words) { return read_control(runner, trimmed(words.rest())); }
 
-Result list_controls(Runner& runner, Words words) { return value_of(control_names(runner.form(), trimmed(words.rest()))); }
+Result list_controls(Runner& runner, Words words) { return value_of(control_names(runner.shell(), trimmed(words.rest()))); }
 
 constexpr std::pair<std::string_view, Reply> replies[]
     = {{"ok", Reply::ok}, {"cancel", Reply::cancel}, {"yes", Reply::yes}, {"no", Reply::no}};
@@ -288,8 +288,8 @@ Result wait_idle(Runner& runner, Words words)
     const auto ms = words.empty() ? default_wait_ms : whole_number(words.rest()).value_or(-1);
     if (ms < 0)
         return failure("wait-idle takes milliseconds, not '" + std::string{words.rest()} + "'");
-    MainForm& form = runner.form();
-    return runner.wait_for([&form] { return !form.job.sequence_running; }, ms,
+    Shell& shell = runner.shell();
+    return runner.wait_for([&shell] { return !shell.job.sequence_running; }, ms,
         "a sequence still runs after " + std::to_string(ms) + " ms");
 }
 
@@ -304,7 +304,7 @@ Result wait_text(Runner& runner, Words words)
     const std::string_view name = words.next();
     const std::string_view ms_text = words.next();
     const std::string text{words.rest()};
-    const Control* control = runner.form().controls.find_full(name);
+    const Control* control = runner.shell().form.controls.find_full(name);
     const auto ms = whole_number(ms_text);
     if (control == nullptr)
         return no_control(name);
@@ -318,7 +318,7 @@ Result expect_text(Runner& runner, Words words)
 {
     const std::string_view name = words.next();
     const std::string text{words.rest()};
-    const Control* control = runner.form().controls.find_full(name);
+    const Control* control = runner.shell().form.controls.find_full(name);
     if (control == nullptr)
         return no_control(name);
     const std::string found = main_text(*control);
@@ -330,8 +330,8 @@ Result expect_text(Runner& runner, Words words)
 const FileBuffer* buffer_named(Runner& runner, std::string_view name)
 {
     if (name == "code")
-        return &runner.form().code_buffer;
-    return name == "data" ? &runner.form().data_buffer : nullptr;
+        return &runner.shell().code_buffer;
+    return name == "data" ? &runner.shell().data_buffer : nullptr;
 }
 
 Result read_buffer(Runner& runner, Words words)
@@ -357,9 +357,9 @@ Result read_record(Runner& runner, Words words)
 {
     const std::string_view which = trimmed(words.rest());
     if (which == "selected")
-        return value_of(record_value(runner.form().selected));
+        return value_of(record_value(runner.shell().selected));
     if (which == "connected")
-        return value_of(record_value(runner.form().connected));
+        return value_of(record_value(runner.shell().connected));
     return failure("a record is selected or connected");
 }
 
@@ -371,7 +371,7 @@ Result read_mcu(Runner& runner, Words words)
         return failure("the table has series 0 to 20 and rows 0 to 140");
     Json cells = Json::array();
     for (int column = 0; column < McuTable::column_count; ++column)
-        cells.push_back(runner.form().mcu_table.cell(static_cast<int>(*series), static_cast<int>(*row), column));
+        cells.push_back(runner.shell().mcu_table.cell(static_cast<int>(*series), static_cast<int>(*row), column));
     return value_of(cells);
 }
 
@@ -380,7 +380,7 @@ Result read_options(Runner& runner, Words words)
     const auto page = whole_number(words.rest());
     if (!page || *page < 0 || *page >= OptionTable::page_count)
         return failure("the option table has pages 0 to 20");
-    const OptionTable& table = runner.form().option_table;
+    const OptionTable& table = runner.shell().option_table;
     Json rows = Json::array();
     for (int row = 0; row < table.filled_rows(static_cast<int>(*page)); ++row) {
         Json cells = Json::array();
@@ -394,7 +394,7 @@ Result read_options(Runner& runner, Words words)
 Result read_variable(Runner& runner, Words words)
 {
     const std::string_view name = trimmed(words.rest());
-    const auto value = variable(runner.form(), name);
+    const auto value = variable(runner.shell(), name);
     return value ? value_of(*value) : failure("no variable '" + std::string{name} + "'");
 }
 
@@ -425,7 +425,7 @@ Result switch_power(Runner& runner, Words words)
         target->power(false);
     if (state == "cycle") {
         // Long enough for the chip to forget.
-        EventLoop& loop = runner.form().platform.loop;
+        EventLoop& loop = runner.shell().platform.loop;
         loop.call_at(loop.now_us() + 100000, [target] { target->power(true); });
         return runner.wait_for([] { return false; }, 100, "");
     }

@@ -95,10 +95,10 @@ void tell_places(LoaderState& loader)
 }
 
 // Runs until the script has ended and all that it started has wound down.
-int run(Runner& runner, EventLoop& loop, const MainForm& form)
+int run(Runner& runner, EventLoop& loop, const Shell& shell)
 {
     loop.before_sleep = [&runner] { return runner.turn(); };
-    while (!form.unloaded || form.job.sequence_running)
+    while (!shell.unloaded || shell.job.sequence_running)
         loop.yield();
     loop.before_sleep = nullptr;
     return runner.failed() ? 1 : 0;
@@ -140,7 +140,7 @@ int rehearse(const sim::ChipSetup& setup, const Options& options, std::istream& 
     if (options.settings)
         settings.emplace(*options.settings);
     Rehearsal bench(setup, settings ? &*settings : nullptr, options.english);
-    tell_places(bench.form.loader);
+    tell_places(bench.shell.loader);
     ChipAccess target(bench.chip);
     std::unique_ptr<Runner> runner;
     const auto next_line = [&]() -> std::optional<std::string> {
@@ -151,8 +151,8 @@ int rehearse(const sim::ChipSetup& setup, const Options& options, std::istream& 
         return std::nullopt;
     };
     runner = std::make_unique<Runner>(
-        Runner::Setup{bench.form, bench.dialogs, &target, next_line, answering, options.script != "-"});
-    return run(*runner, bench.loop, bench.form);
+        Runner::Setup{bench.shell, bench.dialogs, &target, next_line, answering, options.script != "-"});
+    return run(*runner, bench.loop, bench.shell);
 }
 
 // On the ports of the machine, in real time: what the script has started goes on while it waits for its next line.
@@ -165,12 +165,12 @@ int run_for_real(const Options& options, LineSource& lines, const Answering& ans
     std::optional<QtSettings> settings;
     if (options.settings)
         settings.emplace(*options.settings);
-    MainForm form(Platform{loop, ports, dialogs, settings ? static_cast<SettingsStore&>(*settings) : own_settings});
-    form.language_is_english = options.english;
-    tell_places(form.loader);
-    start_up(form);
+    Shell shell(Platform{loop, ports, dialogs, settings ? static_cast<SettingsStore&>(*settings) : own_settings});
+    shell.language_is_english = options.english;
+    tell_places(shell.loader);
+    start_up(shell);
     if (!options.ports.empty())
-        form.combCommPort.choose(0);
+        shell.form.combCommPort.choose(0);
     std::unique_ptr<Runner> runner;
     const auto next_line = [&]() -> std::optional<std::string> {
         auto line = lines.take();
@@ -179,8 +179,8 @@ int run_for_real(const Options& options, LineSource& lines, const Answering& ans
         return line;
     };
     runner = std::make_unique<Runner>(
-        Runner::Setup{form, dialogs, nullptr, next_line, answering, options.script != "-"});
-    return run(*runner, loop, form);
+        Runner::Setup{shell, dialogs, nullptr, next_line, answering, options.script != "-"});
+    return run(*runner, loop, shell);
 }
 
 } // namespace

@@ -26,7 +26,7 @@ void Runner::end()
     if (ended_)
         return;
     ended_ = true;
-    close_request(setup_.form);
+    close_request(setup_.shell);
 }
 
 bool Runner::run_line(const std::string& line)
@@ -46,7 +46,7 @@ bool Runner::run_line(const std::string& line)
 bool Runner::look_at_wait()
 {
     const bool finished = waiting_->finished();
-    const bool late = waiting_->deadline_us && setup_.form.platform.loop.now_us() >= *waiting_->deadline_us;
+    const bool late = waiting_->deadline_us && setup_.shell.platform.loop.now_us() >= *waiting_->deadline_us;
     if (!finished && !late)
         return false;
     const Result result = std::move(*waiting_);
@@ -68,7 +68,7 @@ void Runner::finish(const Json& value, const std::string& error)
 Runner::Result Runner::run_soon(std::function<void()> event)
 {
     const auto started = std::make_shared<bool>(false);
-    EventLoop& loop = setup_.form.platform.loop;
+    EventLoop& loop = setup_.shell.platform.loop;
     loop.call_at(loop.now_us(), [started, event = std::move(event)] {
         *started = true;
         event();
@@ -80,7 +80,7 @@ Runner::Result Runner::run_soon(std::function<void()> event)
 
 Runner::Result Runner::wait_for(std::function<bool()> finished, std::int64_t ms, std::string late_error)
 {
-    EventLoop& loop = setup_.form.platform.loop;
+    EventLoop& loop = setup_.shell.platform.loop;
     Result result;
     result.finished = std::move(finished);
     result.deadline_us = loop.now_us() + ms * 1000;

@@ -7,7 +7,7 @@
 
 #include "script/values.h"
 
-#include "form/main_form.h"
+#include "form/shell.h"
 #include "platform/scripted_dialogs.h"
 
 #include <deque>
@@ -34,7 +34,7 @@ struct Answer {
 class Runner {
 public:
     struct Setup {
-        MainForm& form;
+        Shell& shell;
         ScriptedDialogs& dialogs;
         TargetAccess* target = nullptr; // null: no rehearsal
         std::function<std::optional<std::string>()> next_line; // nothing: none now; the runner asks again next turn
@@ -63,7 +63,7 @@ public:
         std::optional<std::int64_t> deadline_us;
         std::string late_error; // empty: reaching the deadline is what the command wanted
     };
-    MainForm& form() { return setup_.form; }
+    Shell& shell() { return setup_.shell; }
     ScriptedDialogs& dialogs() { return setup_.dialogs; }
     TargetAccess* target() { return setup_.target; }
     Result run_soon(std::function<void()> event); // a click: answers when its handler is done or begins to wait

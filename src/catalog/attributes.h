@@ -2,7 +2,7 @@
 // names or ids apart.
 #pragma once
 
-#include "form/mcu_record.h"
+#include "catalog/mcu_record.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "catalog/family.h"
 
-#include "form/mcu_table.h"
+#include "catalog/mcu_table.h"
 #include "platform/text_number.h"
 
 namespace vrk {

@@ -8,7 +8,7 @@
 // Addresses are inclusive. A data flash whose last lies below its first means "has none".
 #pragma once
 
-#include "form/mcu_record.h"
+#include "catalog/mcu_record.h"
 
 #include <cstdint>
 #include <span>

@@ -1,7 +1,7 @@
 // Where the boot area of a chip really begins, and the last code address that the user is shown.
 #pragma once
 
-#include "form/mcu_record.h"
+#include "catalog/mcu_record.h"
 
 #include <cstdint>
 #include <string>

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "catalog/rows.h"
-#include "form/main_form.h"
+#include "form/shell.h"
 
 namespace vrk {
 
 // Fills `record` and what is set beside it. Answers the name, or an empty text after a message box; the record is then
 // as it was.
-std::string find_mcu_by_name(MainForm& form, std::string_view name, McuRecord& record);
+std::string find_mcu_by_name(Shell& shell, std::string_view name, McuRecord& record);
 
 } // namespace vrk

@@ -5,7 +5,7 @@
 // xy14 fills series 17, xy15 and xy16 their own, xy17 fills series 18.
 #pragma once
 
-#include "form/mcu_table.h"
+#include "catalog/mcu_table.h"
 
 #include <cstdint>
 

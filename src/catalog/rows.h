@@ -2,8 +2,8 @@
 // A look-up is a plain scan, series by series and row by row; the first hit wins.
 #pragma once
 
-#include "form/mcu_record.h"
-#include "form/mcu_table.h"
+#include "catalog/mcu_record.h"
+#include "catalog/mcu_table.h"
 
 #include <optional>
 #include <string>

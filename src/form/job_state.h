@@ -1,4 +1,4 @@
-// The state of one download. Held by MainForm as `job`.
+// The state of one download. Held by Shell as `job`.
 #pragma once
 
 #include "platform/event_loop.h"
@@ -26,7 +26,7 @@ struct JobState {
     WallTime program_started;
 };
 
-// Option bytes. Held by MainForm as `options`.
+// Option bytes. Held by Shell as `options`.
 struct OptionState {
     static constexpr int rows = 17;
     // Column 0: wanted in the chip. 1: the start value. 2: a second one, which cannot change the result. 3: not used.

@@ -1,4 +1,4 @@
-// What the wire knows. Held by MainForm as `link`.
+// What the wire knows. Held by Shell as `link`.
 #pragma once
 
 #include <array>

@@ -1,30 +1,17 @@
-// The one main object: the named controls of the window and the state behind them. It lives as long as the program and
-// owns everything. Rooms above bring the routines that work on it; there are no procedures of the tool here.
+// The controls of the window under their own names, and the window's place. Data: what they show and what follows when
+// one is touched is the shell's business.
 #pragma once
 
-#include "form/auto_increase.h"
-#include "form/file_buffer.h"
-#include "form/job_state.h"
-#include "form/link_state.h"
-#include "form/mcu_record.h"
-#include "form/mcu_table.h"
-#include "form/option_table.h"
 #include "form/registry.h"
-#include "form/target_facts.h"
 #include "form/window_place.h"
-#include "platform/comm_control.h"
-#include "platform/platform.h"
-#include "platform/timer.h"
 
 namespace vrk {
 
 struct MainForm {
-    explicit MainForm(const Platform& its_platform);
+    MainForm();
 
-    Platform platform;
     ControlRegistry controls;
-    bool language_is_english = false; // Chinese is the language in force
-    CommControl MSComm1;
+    WindowPlace window;
 
     // Step 1: the model. The tree drops down from txtDevice.
     Frame FrameX[5];
@@ -201,49 +188,6 @@ struct MainForm {
     TextBox texSpreadSendCycle; // ms
 
     OptionButton optFillbyte[2]; // reserved, as its setting is: 0: 00, 1: FF
-
-    // Timers. Their roles stand beside their making.
-    Timer Timer1;
-    Timer Timer2;
-    Timer Timer3;
-    Timer Timer6;
-    Timer Timer7;
-    Timer Timer8;
-    Timer Timer9;
-    Timer Timer10;
-    Timer Timer11;
-    Timer Timer12;
-    Timer Timer_beep;
-    Timer TimerUnload;
-
-    // State.
-    McuTable mcu_table;
-    OptionTable option_table;
-    McuRecord selected; // the model in the tree; a connection never overwrites it
-    McuRecord connected; // the chip on the wire, as the catalogue knows it
-    std::int32_t option_family = 0; // of the selected model
-    BesideRecord beside; // what comes with the model last taken
-    bool series_is_15_16_17 = false; // of the selected model
-    bool series_is_15_16 = false;
-
-    LinkState link;
-    TargetFacts target;
-    RcTest rc;
-    OptionState options;
-    JobState job;
-
-    FileBuffer code_buffer{"AP_FILE", FileBuffer::code_last};
-    FileBuffer data_buffer{"Data_File", FileBuffer::data_last};
-    bool file_loaded = false; // a code file has been opened; a model mismatch clears it
-    LoaderState loader;
-    AutoIncrease code_increase;
-    AutoIncrease data_increase;
-    bool edit_confirmed = false; // the user has agreed to edit the buffers
-    DownloadPlan plan;
-    WindowPlace window;
-    bool closing = false; // the window was asked to close
-    bool unloaded = false; // and everything has wound down: the program may end
-    std::function<void()> on_unload; // called then
 };
 
 } // namespace vrk

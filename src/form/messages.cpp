@@ -18,47 +18,47 @@ MessageBox make_box(std::string_view text, std::string_view title)
 
 } // namespace
 
-std::string_view in_language(const MainForm& form, const Text& text)
+std::string_view in_language(const Shell& shell, const Text& text)
 {
-    return form.language_is_english ? text.en : text.zh;
+    return shell.language_is_english ? text.en : text.zh;
 }
 
-void append_message(MainForm& form, std::string_view line)
+void append_message(Shell& shell, std::string_view line)
 {
-    form.textMsg.append("\n" + std::string{line});
+    shell.form.textMsg.append("\n" + std::string{line});
 }
 
-void append_message(MainForm& form, const Text& line)
+void append_message(Shell& shell, const Text& line)
 {
-    append_message(form, in_language(form, line));
+    append_message(shell, in_language(shell, line));
 }
 
-void show_box(MainForm& form, std::string_view text, std::string_view title)
+void show_box(Shell& shell, std::string_view text, std::string_view title)
 {
-    form.platform.dialogs.show(make_box(text, title));
+    shell.platform.dialogs.show(make_box(text, title));
 }
 
-bool ask_yes_no(MainForm& form, std::string_view text, std::string_view title)
+bool ask_yes_no(Shell& shell, std::string_view text, std::string_view title)
 {
     MessageBox box = make_box(text, title);
     box.buttons = Buttons::yes_no;
     box.default_reply = Reply::no;
-    return form.platform.dialogs.show(box) == Reply::yes;
+    return shell.platform.dialogs.show(box) == Reply::yes;
 }
 
-void beep(MainForm& form, int n)
+void beep(Shell& shell, int n)
 {
     for (int i = 0; i < n; ++i) {
-        form.platform.dialogs.beep();
-        form.Timer_beep.start();
-        while (form.Timer_beep.enabled())
-            form.platform.loop.yield();
+        shell.platform.dialogs.beep();
+        shell.Timer_beep.start();
+        while (shell.Timer_beep.enabled())
+            shell.platform.loop.yield();
     }
 }
 
-std::string clock_now(const MainForm& form)
+std::string clock_now(const Shell& shell)
 {
-    return clock_text(form.platform.loop.wall_time());
+    return clock_text(shell.platform.loop.wall_time());
 }
 
 } // namespace vrk

@@ -1,4 +1,4 @@
-// What is known of the connected chip. Held by MainForm as `target`.
+// What is known of the connected chip. Held by Shell as `target`.
 #pragma once
 
 #include <array>
@@ -9,7 +9,7 @@
 namespace vrk {
 
 struct TargetFacts {
-    bool identified = false; // the status frame has come, and MainForm::connected tells the chip
+    bool identified = false; // the status frame has come, and Shell::connected tells the chip
     bool target_ok = false; // connected, and the model is the one selected
     bool tl_mode_active = false; // connected at a fixed 115200 without parity
     std::string target_name; // model found by the chip's id; empty: not in the catalogue
@@ -45,7 +45,7 @@ struct RcPoint {
     double hz = 0;
 };
 
-// The RC test of the two RC families. Held by MainForm as `rc`.
+// The RC test of the two RC families. Held by Shell as `rc`.
 struct RcTest {
     bool rc_calibrate = false; // run the test during this connection
     std::array<std::uint8_t, 6> rc_saved{}; // bytes 54 to 59 of the status frame

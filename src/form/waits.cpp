@@ -2,22 +2,22 @@
 
 namespace vrk {
 
-void wait_ms(MainForm& form, int n)
+void wait_ms(Shell& shell, int n)
 {
     if (n == 0)
         return;
-    form.Timer6.start(n);
-    while (form.Timer6.enabled())
-        form.platform.loop.yield();
+    shell.Timer6.start(n);
+    while (shell.Timer6.enabled())
+        shell.platform.loop.yield();
 }
 
-bool wait_reply(MainForm& form, Timer& timer, int ms)
+bool wait_reply(Shell& shell, Timer& timer, int ms)
 {
     timer.start(ms);
-    while (!form.link.stop_requested && !form.link.reply_ok && timer.enabled())
-        form.platform.loop.yield();
+    while (!shell.link.stop_requested && !shell.link.reply_ok && timer.enabled())
+        shell.platform.loop.yield();
     timer.stop();
-    return form.link.reply_ok;
+    return shell.link.reply_ok;
 }
 
 } // namespace vrk

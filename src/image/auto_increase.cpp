@@ -86,19 +86,19 @@ struct Increase {
     TextBox (&fields)[4];
     OptionButton (&systems)[3];
 };
-Increase code_side(MainForm& form)
+Increase code_side(Shell& shell)
 {
-    return {roles[0], form.code_increase, form.code_buffer, 0, form.cheAuto_Increase, form.texAuto_Increase,
-        form.optAuto_Increase};
+    return {roles[0], shell.code_increase, shell.code_buffer, 0, shell.form.cheAuto_Increase, shell.form.texAuto_Increase,
+        shell.form.optAuto_Increase};
 }
-Increase data_side(MainForm& form)
+Increase data_side(Shell& shell)
 {
-    return {roles[1], form.data_increase, form.data_buffer, 1, form.cheData_Auto_Increase, form.texData_Auto_Increase,
-        form.optData_Auto_Increase};
+    return {roles[1], shell.data_increase, shell.data_buffer, 1, shell.form.cheData_Auto_Increase, shell.form.texData_Auto_Increase,
+        shell.form.optData_Auto_Increase};
 }
-Increase side_of(MainForm& form, const AutoIncrease& record)
+Increase side_of(Shell& shell, const AutoIncrease& record)
 {
-    return &record == &form.data_increase ? data_side(form) : code_side(form);
+    return &record == &shell.data_increase ? data_side(shell) : code_side(shell);
 }
 
 std::string_view last_characters(std::string_view text, int count)
@@ -164,64 +164,64 @@ template <typename Fault, typename Row, std::size_t Count> const Text& text_of(F
     return std::find_if(std::begin(rows), std::end(rows) - 1, [&](const Row& row) { return row.fault == fault; })->text;
 }
 
-std::string place_text(const MainForm& form, PlaceFault fault)
+std::string place_text(const Shell& shell, PlaceFault fault)
 {
-    std::string text{in_language(form, text_of(fault, place_texts))};
-    if (fault == PlaceFault::data_past_end && !form.language_is_english)
-        text += "\n" + hex_text(form.selected.eeprom_last - form.selected.eeprom_first) + "H";
+    std::string text{in_language(shell, text_of(fault, place_texts))};
+    if (fault == PlaceFault::data_past_end && !shell.language_is_english)
+        text += "\n" + hex_text(shell.selected.eeprom_last - shell.selected.eeprom_first) + "H";
     return text;
 }
 
-void load_side(MainForm& form, const Increase& side)
+void load_side(Shell& shell, const Increase& side)
 {
-    SettingsStore& settings = form.platform.settings;
+    SettingsStore& settings = shell.platform.settings;
     for (const SettingRow& row : setting_rows)
         side.fields[row.field].set_text(settings.get(side.role.section, row.key, row.otherwise));
     const double system = number_in(settings.get(side.role.section, system_key, system_otherwise));
     side.systems[system >= 0 && system < 3 ? static_cast<int>(system) : 0].set_value(true);
 }
 
-void save_side(MainForm& form, const Increase& side)
+void save_side(Shell& shell, const Increase& side)
 {
-    SettingsStore& settings = form.platform.settings;
+    SettingsStore& settings = shell.platform.settings;
     for (const SettingRow& row : setting_rows)
         settings.set(side.role.section, row.key, side.fields[row.field].text());
     settings.set(side.role.section, system_key, std::to_string(chosen_system(side.systems)));
 }
 
-void box_clicked(MainForm& form, const Increase& side)
+void box_clicked(Shell& shell, const Increase& side)
 {
-    enable_number_fields(form);
+    enable_number_fields(shell);
     side.record.valid = false;
     if (!side.box.value())
         return;
-    read_records(form);
-    check_record(form, side.record);
-    save_increase_settings(form);
+    read_records(shell);
+    check_record(shell, side.record);
+    save_increase_settings(shell);
     if (!side.record.valid)
         return;
-    stamp(form, side.record);
-    update_view(form, side.buffer);
-    scroll_to(form, side.record);
+    stamp(shell, side.record);
+    update_view(shell, side.buffer);
+    scroll_to(shell, side.record);
 }
 
-bool tell_value_fault(MainForm& form, const Increase& side)
+bool tell_value_fault(Shell& shell, const Increase& side)
 {
     const ValueFault fault = value_fault(side.record);
     if (fault == ValueFault::none)
         return false;
-    show_box(form, in_language(form, text_of(fault, value_texts)), in_language(form, side.role.title));
+    show_box(shell, in_language(shell, text_of(fault, value_texts)), in_language(shell, side.role.title));
     return true;
 }
 
-bool move_valid(MainForm& form, const Increase& side)
+bool move_valid(Shell& shell, const Increase& side)
 {
     if (!side.record.valid)
         return true;
-    advance(form, side.record);
-    const bool stamped = stamp(form, side.record);
-    vscFile_Change(form, side.scroll_index);
-    save_increase_settings(form);
+    advance(shell, side.record);
+    const bool stamped = stamp(shell, side.record);
+    vscFile_Change(shell, side.scroll_index);
+    save_increase_settings(shell);
     return stamped;
 }
 
@@ -304,25 +304,25 @@ std::string advanced_value(const AutoIncrease& record)
     return padded(sum, record.bytes * digits_per_byte(record.system));
 }
 
-void read_records(MainForm& form)
+void read_records(Shell& shell)
 {
-    read_record(code_side(form));
-    read_record(data_side(form));
+    read_record(code_side(shell));
+    read_record(data_side(shell));
 }
 
-void check_record(MainForm& form, AutoIncrease& record)
+void check_record(Shell& shell, AutoIncrease& record)
 {
-    const Increase side = side_of(form, record);
-    const PlaceFault fault = place_fault(form.selected, side.role.kind, record.address, record.bytes);
+    const Increase side = side_of(shell, record);
+    const PlaceFault fault = place_fault(shell.selected, side.role.kind, record.address, record.bytes);
     record.valid = fault == PlaceFault::none;
     if (!record.valid)
-        show_box(form, place_text(form, fault), in_language(form, side.role.title));
+        show_box(shell, place_text(shell, fault), in_language(shell, side.role.title));
 }
 
-bool stamp(MainForm& form, const AutoIncrease& record)
+bool stamp(Shell& shell, const AutoIncrease& record)
 {
-    const Increase side = side_of(form, record);
-    if (tell_value_fault(form, side))
+    const Increase side = side_of(shell, record);
+    if (tell_value_fault(shell, side))
         return false;
     const std::vector<std::uint8_t> bytes = stamp_bytes(record);
     const auto count = static_cast<std::int32_t>(bytes.size());
@@ -334,53 +334,53 @@ bool stamp(MainForm& form, const AutoIncrease& record)
     return true;
 }
 
-void advance(MainForm& form, AutoIncrease& record)
+void advance(Shell& shell, AutoIncrease& record)
 {
     record.next_value = advanced_value(record);
-    side_of(form, record).fields[next_field].set_text(record.next_value);
+    side_of(shell, record).fields[next_field].set_text(record.next_value);
 }
 
-void load_increase_settings(MainForm& form)
+void load_increase_settings(Shell& shell)
 {
-    load_side(form, code_side(form));
-    load_side(form, data_side(form));
+    load_side(shell, code_side(shell));
+    load_side(shell, data_side(shell));
 }
 
-void save_increase_settings(MainForm& form)
+void save_increase_settings(Shell& shell)
 {
-    save_side(form, code_side(form));
-    save_side(form, data_side(form));
+    save_side(shell, code_side(shell));
+    save_side(shell, data_side(shell));
 }
 
-void scroll_to(MainForm& form, const AutoIncrease& record)
+void scroll_to(Shell& shell, const AutoIncrease& record)
 {
-    const Increase side = side_of(form, record);
-    form.vscFile[side.scroll_index].set_value(
+    const Increase side = side_of(shell, record);
+    shell.form.vscFile[side.scroll_index].set_value(
         (record.address - side.buffer.view_low) / bytes_per_line - lines_above_number);
-    vscFile_Change(form, side.scroll_index);
+    vscFile_Change(shell, side.scroll_index);
 }
 
-void cheAuto_Increase_Click(MainForm& form) { box_clicked(form, code_side(form)); }
-void cheData_Auto_Increase_Click(MainForm& form) { box_clicked(form, data_side(form)); }
+void cheAuto_Increase_Click(Shell& shell) { box_clicked(shell, code_side(shell)); }
+void cheData_Auto_Increase_Click(Shell& shell) { box_clicked(shell, data_side(shell)); }
 
-bool numbers_fit(MainForm& form)
+bool numbers_fit(Shell& shell)
 {
-    const auto fits = [&form](const Increase& side) { return !side.record.valid || !tell_value_fault(form, side); };
-    const bool code = fits(code_side(form));
-    return fits(data_side(form)) && code;
+    const auto fits = [&shell](const Increase& side) { return !side.record.valid || !tell_value_fault(shell, side); };
+    const bool code = fits(code_side(shell));
+    return fits(data_side(shell)) && code;
 }
 
-bool move_numbers(MainForm& form)
+bool move_numbers(Shell& shell)
 {
-    const bool code = move_valid(form, code_side(form));
-    return move_valid(form, data_side(form)) && code;
+    const bool code = move_valid(shell, code_side(shell));
+    return move_valid(shell, data_side(shell)) && code;
 }
 
-void stop_stamping(MainForm& form)
+void stop_stamping(Shell& shell)
 {
-    stop_side(code_side(form));
-    stop_side(data_side(form));
-    enable_number_fields(form);
+    stop_side(code_side(shell));
+    stop_side(data_side(shell));
+    enable_number_fields(shell);
 }
 
 } // namespace vrk

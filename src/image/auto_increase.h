@@ -6,7 +6,7 @@
 // its first digit there and reads backwards down the memory, which is how the programs that read it expect it.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 #include "image/buffers.h"
 
 #include <cstdint>
@@ -33,29 +33,29 @@ std::vector<std::uint8_t> stamp_bytes(const AutoIncrease& record);
 std::string advanced_value(const AutoIncrease& record);
 
 // Both records as the controls have them now; the address comes out in upper case. `valid` stays.
-void read_records(MainForm& form);
+void read_records(Shell& shell);
 // Sets `valid`; tells the user why not.
-void check_record(MainForm& form, AutoIncrease& record);
+void check_record(Shell& shell, AutoIncrease& record);
 // Writes the number into the buffer. False: the value does not fit or the place lies outside the buffer, and not a byte
 // has changed; of the value the user has been told.
-bool stamp(MainForm& form, const AutoIncrease& record);
-void advance(MainForm& form, AutoIncrease& record); // the control takes the new value too
+bool stamp(Shell& shell, const AutoIncrease& record);
+void advance(Shell& shell, AutoIncrease& record); // the control takes the new value too
 
-void load_increase_settings(MainForm& form);
-void save_increase_settings(MainForm& form);
+void load_increase_settings(Shell& shell);
+void save_increase_settings(Shell& shell);
 
-void scroll_to(MainForm& form, const AutoIncrease& record); // the number comes into view
+void scroll_to(Shell& shell, const AutoIncrease& record); // the number comes into view
 
-void cheAuto_Increase_Click(MainForm& form);
-void cheData_Auto_Increase_Click(MainForm& form);
+void cheAuto_Increase_Click(Shell& shell);
+void cheData_Auto_Increase_Click(Shell& shell);
 
 // For the sequences. A number that is valid stands in the buffer already: it was stamped when its box was set or came
 // with its project. Before the first chip it is only seen to that it fits. After each good chip the next number takes
 // its place, in the buffer, on the screen and in the settings. False: a number does not fit any more, and the user has
 // been told; what stands in the buffer belongs to a chip that has it already.
-bool numbers_fit(MainForm& form);
-bool move_numbers(MainForm& form);
+bool numbers_fit(Shell& shell);
+bool move_numbers(Shell& shell);
 // A load brings the file's own bytes: the user has to switch the numbers on again.
-void stop_stamping(MainForm& form);
+void stop_stamping(Shell& shell);
 
 } // namespace vrk

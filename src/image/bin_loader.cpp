@@ -28,14 +28,14 @@ BinFigures store_bin(std::span<const std::uint8_t> file, std::int32_t base, std:
     return {static_cast<std::int32_t>(high), std::accumulate(read.begin(), read.end(), std::uint32_t{0})};
 }
 
-LoadEnd parse_bin(MainForm& form, std::span<const std::uint8_t> file, FileBuffer& buffer)
+LoadEnd parse_bin(Shell& shell, std::span<const std::uint8_t> file, FileBuffer& buffer)
 {
     const std::int32_t base = load_base(buffer.start);
     const BinFigures figures = store_bin(file, base, buffer.data);
     buffer.low = base;
     buffer.high = figures.high;
     buffer.checksum = static_cast<std::int32_t>(figures.checksum);
-    return take_over(form, FileKind::bin, buffer);
+    return take_over(shell, FileKind::bin, buffer);
 }
 
 } // namespace vrk

@@ -1,7 +1,7 @@
 // A raw binary file into a buffer, byte for byte from the start address on.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 #include "image/load_result.h"
 
 #include <cstdint>
@@ -18,6 +18,6 @@ struct BinFigures {
 // that does not fit: this byte still counts in the checksum, and `high` then lies one below the top.
 BinFigures store_bin(std::span<const std::uint8_t> file, std::int32_t base, std::span<std::uint8_t> image);
 
-LoadEnd parse_bin(MainForm& form, std::span<const std::uint8_t> file, FileBuffer& buffer);
+LoadEnd parse_bin(Shell& shell, std::span<const std::uint8_t> file, FileBuffer& buffer);
 
 } // namespace vrk

@@ -62,47 +62,47 @@ void highlight_previous(TextBox& box)
 
 // Draws the view elsewhere, or leaves it where the bar has come to its end. The caret keeps its place on the screen,
 // or its column where the lines end above it.
-void scroll_by(MainForm& form, const BufferControls& controls, int lines)
+void scroll_by(Shell& shell, const BufferControls& controls, int lines)
 {
-    ScrollBar& bar = form.vscFile[controls.scroll_index];
+    ScrollBar& bar = shell.form.vscFile[controls.scroll_index];
     const int caret = controls.dump.sel_start();
     bar.set_value(bar.value() + lines);
-    vscFile_Change(form, controls.scroll_index);
+    vscFile_Change(shell, controls.scroll_index);
     const int last_line = (static_cast<int>(controls.dump.text().size()) - 1) / dump_line_size;
     controls.dump.select(std::min(caret, last_line * dump_line_size + caret % dump_line_size), 0);
 }
 
-void move_up(MainForm& form, const BufferControls& controls)
+void move_up(Shell& shell, const BufferControls& controls)
 {
-    const ScrollBar& bar = form.vscFile[controls.scroll_index];
+    const ScrollBar& bar = shell.form.vscFile[controls.scroll_index];
     const int caret = controls.dump.sel_start();
     if (caret / dump_line_size < scrolling_lines_at_top && bar.value() > bar.min())
-        return scroll_by(form, controls, -bar.small_step);
+        return scroll_by(shell, controls, -bar.small_step);
     if (caret >= dump_line_size)
         controls.dump.select(caret - dump_line_size, 0);
 }
 
-void move_down(MainForm& form, const BufferControls& controls)
+void move_down(Shell& shell, const BufferControls& controls)
 {
-    const ScrollBar& bar = form.vscFile[controls.scroll_index];
+    const ScrollBar& bar = shell.form.vscFile[controls.scroll_index];
     const int caret = controls.dump.sel_start();
     const auto size = static_cast<int>(controls.dump.text().size());
     if (caret / dump_line_size >= (size - 1) / dump_line_size)
-        return scroll_by(form, controls, bar.small_step);
+        return scroll_by(shell, controls, bar.small_step);
     controls.dump.select(caret + dump_line_size, 0);
 }
 
-bool may_edit(MainForm& form)
+bool may_edit(Shell& shell)
 {
-    if (form.edit_confirmed)
+    if (shell.edit_confirmed)
         return true;
-    if (!ask_yes_no(form, in_language(form, edit_question)))
+    if (!ask_yes_no(shell, in_language(shell, edit_question)))
         return false;
-    if (!form.file_loaded) {
-        show_box(form, in_language(form, no_file));
+    if (!shell.file_loaded) {
+        show_box(shell, in_language(shell, no_file));
         return false;
     }
-    form.edit_confirmed = true;
+    shell.edit_confirmed = true;
     return true;
 }
 
@@ -154,26 +154,26 @@ void highlight_digit(TextBox& box)
         box.select(box.sel_start(), 0);
 }
 
-void press_edit_key(MainForm& form, FileBuffer& buffer, std::string_view key)
+void press_edit_key(Shell& shell, FileBuffer& buffer, std::string_view key)
 {
     if (key.size() == 1)
-        key_press(form, buffer, key[0]);
+        key_press(shell, buffer, key[0]);
     else
-        key_down(form, buffer, key);
+        key_down(shell, buffer, key);
 }
 
-void key_down(MainForm& form, FileBuffer& buffer, std::string_view key)
+void key_down(Shell& shell, FileBuffer& buffer, std::string_view key)
 {
-    const BufferControls controls = controls_of(form, buffer);
-    const ScrollBar& bar = form.vscFile[controls.scroll_index];
+    const BufferControls controls = controls_of(shell, buffer);
+    const ScrollBar& bar = shell.form.vscFile[controls.scroll_index];
     if (key == "PageUp")
-        scroll_by(form, controls, -bar.large_step);
+        scroll_by(shell, controls, -bar.large_step);
     else if (key == "PageDown")
-        scroll_by(form, controls, bar.large_step);
+        scroll_by(shell, controls, bar.large_step);
     else if (key == "Up")
-        move_up(form, controls);
+        move_up(shell, controls);
     else if (key == "Down")
-        move_down(form, controls);
+        move_down(shell, controls);
     else if (key == "Left")
         return highlight_previous(controls.dump);
     else if (key == "Right")
@@ -183,10 +183,10 @@ void key_down(MainForm& form, FileBuffer& buffer, std::string_view key)
     highlight_digit(controls.dump);
 }
 
-void key_press(MainForm& form, FileBuffer& buffer, char key)
+void key_press(Shell& shell, FileBuffer& buffer, char key)
 {
-    const BufferControls controls = controls_of(form, buffer);
-    if (!is_hex_digit(key) || !highlighted_byte(controls.dump) || !form.job.may_change() || !may_edit(form))
+    const BufferControls controls = controls_of(shell, buffer);
+    if (!is_hex_digit(key) || !highlighted_byte(controls.dump) || !shell.job.may_change() || !may_edit(shell))
         return;
     const auto byte = highlighted_byte(controls.dump); // the question may have waited while the view was drawn anew
     if (!byte || byte->address > buffer.last())
@@ -199,8 +199,8 @@ void key_press(MainForm& form, FileBuffer& buffer, char key)
     controls.dump.set_text(text);
     controls.dump_twin.set_text(text);
     controls.dump.select(caret + 1, 0);
-    form.LabEdit_Clew.set_visible(true);
-    form.Timer11.start();
+    shell.form.LabEdit_Clew.set_visible(true);
+    shell.Timer11.start();
     highlight_digit(controls.dump);
 }
 

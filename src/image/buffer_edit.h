@@ -3,7 +3,7 @@
 // has no bytes, and nothing happens to it.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 #include <cstdint>
 #include <optional>
@@ -27,11 +27,11 @@ void highlight_digit(TextBox& box);
 
 // A whole keystroke in the box of a buffer: "PageUp", "PageDown", "Up", "Down", "Left", "Right", or one character. All
 // others do nothing.
-void press_edit_key(MainForm& form, FileBuffer& buffer, std::string_view key);
+void press_edit_key(Shell& shell, FileBuffer& buffer, std::string_view key);
 
 void key_down(
-    MainForm& form, FileBuffer& buffer, std::string_view key); // moves the caret, scrolls where it leaves the view
+    Shell& shell, FileBuffer& buffer, std::string_view key); // moves the caret, scrolls where it leaves the view
 // The edit; the first one of a run asks before. Dropped while the job is locked or on its way into a chip.
-void key_press(MainForm& form, FileBuffer& buffer, char key);
+void key_press(Shell& shell, FileBuffer& buffer, char key);
 
 } // namespace vrk

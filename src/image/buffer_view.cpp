@@ -71,15 +71,15 @@ std::optional<Selection> number_selection(const AutoIncrease& record, std::int32
     return Selection{place(number_first), place(number_last) + 2 - place(number_first)};
 }
 
-void render(MainForm& form, const FileBuffer& buffer, std::int32_t first_address, std::int32_t last_address)
+void render(Shell& shell, const FileBuffer& buffer, std::int32_t first_address, std::int32_t last_address)
 {
-    read_records(form);
-    const BufferControls controls = controls_of(form, buffer);
+    read_records(shell);
+    const BufferControls controls = controls_of(shell, buffer);
     const std::string text = dump_text(buffer.data, first_address, last_address, buffer.view_lines);
     controls.dump.set_text(text);
     controls.dump_twin.set_text(text);
 
-    const AutoIncrease& record = increase_of(form, buffer);
+    const AutoIncrease& record = increase_of(shell, buffer);
     const auto size = static_cast<std::int64_t>(buffer.data.size());
     const auto number =
         number_selection(record, first_address, end_of_dump(size, first_address, last_address, buffer.view_lines));
@@ -87,25 +87,25 @@ void render(MainForm& form, const FileBuffer& buffer, std::int32_t first_address
         controls.dump.select(number->start, number->length);
 }
 
-void vscFile_Change(MainForm& form, int index)
+void vscFile_Change(Shell& shell, int index)
 {
-    const FileBuffer& buffer = index == 0 ? form.code_buffer : form.data_buffer;
-    const std::int32_t first_line = buffer.view_low / bytes_per_line + form.vscFile[index].value();
-    render(form, buffer, first_line * bytes_per_line, buffer.view_high);
+    const FileBuffer& buffer = index == 0 ? shell.code_buffer : shell.data_buffer;
+    const std::int32_t first_line = buffer.view_low / bytes_per_line + shell.form.vscFile[index].value();
+    render(shell, buffer, first_line * bytes_per_line, buffer.view_high);
 }
 
-void update_view(MainForm& form, FileBuffer& buffer)
+void update_view(Shell& shell, FileBuffer& buffer)
 {
     buffer.view_low = std::min(buffer.view_low, buffer.low);
     buffer.view_high = std::max(buffer.view_high, buffer.high);
-    const AutoIncrease& record = increase_of(form, buffer);
+    const AutoIncrease& record = increase_of(shell, buffer);
     if (record.valid) {
         buffer.view_low = std::min(buffer.view_low, std::max(record.address - record.bytes, 0));
         buffer.view_high = std::max(buffer.view_high, record.address);
     }
-    const int index = controls_of(form, buffer).scroll_index;
-    form.vscFile[index].set_range(0, (buffer.view_high - buffer.view_low) / bytes_per_line - lines_left_at_bottom);
-    vscFile_Change(form, index);
+    const int index = controls_of(shell, buffer).scroll_index;
+    shell.form.vscFile[index].set_range(0, (buffer.view_high - buffer.view_low) / bytes_per_line - lines_left_at_bottom);
+    vscFile_Change(shell, index);
 }
 
 } // namespace vrk

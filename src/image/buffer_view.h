@@ -1,7 +1,7 @@
 // The buffers as hexadecimal dumps. Only the lines that fit are ever drawn; view_lines of a buffer says how many.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 #include <cstdint>
 #include <optional>
@@ -31,13 +31,13 @@ std::optional<Selection> number_selection(const AutoIncrease& record, std::int32
 
 // Draws the buffer from first_address on into its box and the box's twin. A valid number is selected, so that it stands
 // out.
-void render(MainForm& form, const FileBuffer& buffer, std::int32_t first_address, std::int32_t last_address);
+void render(Shell& shell, const FileBuffer& buffer, std::int32_t first_address, std::int32_t last_address);
 
 // Index 0 is the code buffer, 1 the EEPROM buffer. A bar's value is the first line shown, from view_low on.
-void vscFile_Change(MainForm& form, int index);
+void vscFile_Change(Shell& shell, int index);
 
 // After the bytes of a buffer have changed: the loaded span takes in the last load and a valid number, the scroll bar
 // follows, the view is drawn anew.
-void update_view(MainForm& form, FileBuffer& buffer);
+void update_view(Shell& shell, FileBuffer& buffer);
 
 } // namespace vrk

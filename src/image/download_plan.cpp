@@ -65,11 +65,11 @@ PlannedDownload build_download_plan(
     return result;
 }
 
-bool download_plan(MainForm& form, int order)
+bool download_plan(Shell& shell, int order)
 {
     const PlannedDownload planned = build_download_plan(
-        form.code_buffer.view_high, form.connected, form.target.fw_letter, number_in(form.target.fw_version), order);
-    form.plan = planned.plan;
+        shell.code_buffer.view_high, shell.connected, shell.target.fw_letter, number_in(shell.target.fw_version), order);
+    shell.plan = planned.plan;
     return planned.overflows;
 }
 

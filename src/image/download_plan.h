@@ -1,7 +1,7 @@
 // What one download will erase and write: the code buffer laid over the map of the connected chip.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 #include <cstdint>
 #include <string_view>
@@ -18,8 +18,8 @@ struct PlannedDownload {
 PlannedDownload build_download_plan(
     std::int32_t high, const McuRecord& chip, std::string_view letter, double version, int order);
 
-// Plans the download of the code buffer into the connected chip: fills form.plan. True: the file overflows, and the
+// Plans the download of the code buffer into the connected chip: fills shell.plan. True: the file overflows, and the
 // caller says so; the download takes what fits.
-bool download_plan(MainForm& form, int order);
+bool download_plan(Shell& shell, int order);
 
 } // namespace vrk

@@ -35,14 +35,14 @@ constexpr int lines_looked_at = 3; // all of them begin with ':' in a HEX file o
 constexpr int scroll_past_all = 32767; // the bar goes to its end, wherever that will be
 
 const FileRole& role_of(BufferKind kind) { return roles[kind == BufferKind::code ? 0 : 1]; }
-FileBuffer& buffer_of(MainForm& form, BufferKind kind)
+FileBuffer& buffer_of(Shell& shell, BufferKind kind)
 {
-    return kind == BufferKind::code ? form.code_buffer : form.data_buffer;
+    return kind == BufferKind::code ? shell.code_buffer : shell.data_buffer;
 }
 
-std::string stored_path(MainForm& form, BufferKind kind)
+std::string stored_path(Shell& shell, BufferKind kind)
 {
-    return form.platform.settings.get(section, role_of(kind).stored_path, form.loader.application_dir);
+    return shell.platform.settings.get(section, role_of(kind).stored_path, shell.loader.application_dir);
 }
 
 bool is_file(const std::string& path)
@@ -100,11 +100,11 @@ FileRead read_file(const std::string& path, bool named_hex, std::size_t buffer_s
     return result;
 }
 
-Chosen load_chosen(MainForm& form, const std::string& path, FileBuffer& buffer)
+Chosen load_chosen(Shell& shell, const std::string& path, FileBuffer& buffer)
 {
     if (names_project(path))
         return Chosen::project;
-    load_file(form, path, buffer);
+    load_file(shell, path, buffer);
     return Chosen::file;
 }
 
@@ -112,27 +112,27 @@ Chosen load_chosen(MainForm& form, const std::string& path, FileBuffer& buffer)
 
 bool names_project(const std::string& path) { return upper_case(path).find(".VRK") != std::string::npos; }
 
-Chosen comLoadFile_Click(MainForm& form)
+Chosen comLoadFile_Click(Shell& shell)
 {
-    const std::string path = choose_file(form, BufferKind::code);
+    const std::string path = choose_file(shell, BufferKind::code);
     if (path.empty()) {
-        form.platform.settings.set(section, role_of(BufferKind::code).stored_path, form.loader.application_dir);
+        shell.platform.settings.set(section, role_of(BufferKind::code).stored_path, shell.loader.application_dir);
         return Chosen::nothing;
     }
-    return load_chosen(form, path, form.code_buffer);
+    return load_chosen(shell, path, shell.code_buffer);
 }
 
-Chosen comLoadDataFile_Click(MainForm& form)
+Chosen comLoadDataFile_Click(Shell& shell)
 {
-    const std::string path = choose_file(form, BufferKind::data);
+    const std::string path = choose_file(shell, BufferKind::data);
     if (path.empty())
         return Chosen::nothing;
-    return load_chosen(form, path, form.data_buffer);
+    return load_chosen(shell, path, shell.data_buffer);
 }
 
-std::string choose_file(MainForm& form, BufferKind kind)
+std::string choose_file(Shell& shell, BufferKind kind)
 {
-    const std::string last = stored_path(form, kind);
+    const std::string last = stored_path(shell, kind);
     FileDialog dialog;
     dialog.title = role_of(kind).dialog_title;
     dialog.filter = file_filter;
@@ -141,86 +141,86 @@ std::string choose_file(MainForm& form, BufferKind kind)
     if (is_file(last) && last.back() != '\\')
         dialog.file_name = last;
 
-    const auto path = form.platform.dialogs.choose(dialog);
+    const auto path = shell.platform.dialogs.choose(dialog);
     if (!path || path->empty())
         return {};
-    take_path(form, kind, *path);
+    take_path(shell, kind, *path);
     return *path;
 }
 
-void take_path(MainForm& form, BufferKind kind, const std::string& path)
+void take_path(Shell& shell, BufferKind kind, const std::string& path)
 {
-    const BufferControls controls = controls_of(form, buffer_of(form, kind));
-    form.loader.current_path = path;
+    const BufferControls controls = controls_of(shell, buffer_of(shell, kind));
+    shell.loader.current_path = path;
     controls.path_frame.set_caption(std::string{controls.path_caption} + path);
-    form.platform.settings.set(section, role_of(kind).stored_path, path);
+    shell.platform.settings.set(section, role_of(kind).stored_path, path);
 }
 
-bool load_file(MainForm& form, const std::string& path, FileBuffer& buffer)
+bool load_file(Shell& shell, const std::string& path, FileBuffer& buffer)
 {
     if (path.empty())
         return false;
-    read_load_parameters(form, buffer);
-    if (!start_address_fits(form, buffer))
+    read_load_parameters(shell, buffer);
+    if (!start_address_fits(shell, buffer))
         return false;
-    stop_stamping(form);
+    stop_stamping(shell);
     if (kind_of(buffer) == BufferKind::code)
-        form.loader.code_is_project = false;
-    merge_or_replace(form, buffer);
-    const LoadEnd end = detect_and_parse(form, path, buffer);
+        shell.loader.code_is_project = false;
+    merge_or_replace(shell, buffer);
+    const LoadEnd end = detect_and_parse(shell, path, buffer);
     if (end != LoadEnd::done)
         return end == LoadEnd::overtaken && buffer.loaded;
-    update_view(form, buffer);
+    update_view(shell, buffer);
     buffer.loaded = true;
-    show_effective_lengths(form);
+    show_effective_lengths(shell);
     return true;
 }
 
-LoadEnd detect_and_parse(MainForm& form, const std::string& path, FileBuffer& buffer)
+LoadEnd detect_and_parse(Shell& shell, const std::string& path, FileBuffer& buffer)
 {
     if (trimmed(path).empty())
         return LoadEnd::done;
-    form.platform.dialogs.set_busy(true);
+    shell.platform.dialogs.set_busy(true);
     const bool named_hex = upper_case(path).find(".HEX") != std::string::npos;
     const FileRead file = read_file(path, named_hex, buffer.data.size());
     LoadEnd end = LoadEnd::done;
     if (file.kind == FileKind::hex) {
         if (!named_hex)
-            read_load_parameters(form, buffer);
-        end = parse_hex(form, path, file.contents, buffer);
+            read_load_parameters(shell, buffer);
+        end = parse_hex(shell, path, file.contents, buffer);
     } else {
         end = parse_bin(
-            form, {reinterpret_cast<const std::uint8_t*>(file.contents.data()), file.contents.size()}, buffer);
+            shell, {reinterpret_cast<const std::uint8_t*>(file.contents.data()), file.contents.size()}, buffer);
     }
-    form.platform.dialogs.set_busy(false);
+    shell.platform.dialogs.set_busy(false);
     if (end == LoadEnd::done) {
-        ScrollBar& bar = form.vscFile[controls_of(form, buffer).scroll_index];
+        ScrollBar& bar = shell.form.vscFile[controls_of(shell, buffer).scroll_index];
         bar.set_range(0, scroll_past_all);
         bar.set_value(scroll_past_all);
     }
     return end;
 }
 
-bool reload_last_path(MainForm& form)
+bool reload_last_path(Shell& shell)
 {
-    const std::string path = stored_path(form, BufferKind::code);
+    const std::string path = stored_path(shell, BufferKind::code);
     if (!is_file(path)) {
-        show_box(form, in_language(form, file_not_found));
+        show_box(shell, in_language(shell, file_not_found));
         return false;
     }
-    form.loader.current_path = path;
-    const BufferControls controls = controls_of(form, form.code_buffer);
+    shell.loader.current_path = path;
+    const BufferControls controls = controls_of(shell, shell.code_buffer);
     controls.path_frame.set_caption(std::string{controls.path_caption} + path);
     return true;
 }
 
-void reload_code_file(MainForm& form)
+void reload_code_file(Shell& shell)
 {
-    if (form.loader.code_is_project || names_project(stored_path(form, BufferKind::code)))
+    if (shell.loader.code_is_project || names_project(stored_path(shell, BufferKind::code)))
         return; // what the project holds is in the buffer, and its text is no code
-    reload_last_path(form);
-    const std::string path = form.loader.current_path; // a copy: the load may serve events
-    load_file(form, path, form.code_buffer);
+    reload_last_path(shell);
+    const std::string path = shell.loader.current_path; // a copy: the load may serve events
+    load_file(shell, path, shell.code_buffer);
 }
 
 } // namespace vrk

@@ -24,10 +24,10 @@ std::optional<std::string> stamp_of(const std::string& path)
 
 } // namespace
 
-bool watch_code_file(MainForm& form)
+bool watch_code_file(Shell& shell)
 {
-    LoaderState& loader = form.loader;
-    if (!form.file_loaded || !form.cekReloadFileWhileFileChange.value() || form.job.sequence_running)
+    LoaderState& loader = shell.loader;
+    if (!shell.file_loaded || !shell.form.cekReloadFileWhileFileChange.value() || shell.job.sequence_running)
         return false;
     // Saving a project must not start a download, and the file of an earlier job must not take a project's place.
     if (loader.code_is_project || names_project(loader.current_path))
@@ -41,7 +41,7 @@ bool watch_code_file(MainForm& form)
     if (!stamp || *stamp == loader.reload_watch_stamp)
         return false;
     loader.reload_watch_stamp = *stamp;
-    reload_code_file(form);
+    reload_code_file(shell);
     return true;
 }
 

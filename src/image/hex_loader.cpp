@@ -30,10 +30,10 @@ std::size_t halved_to_even(std::size_t length) { return length / 2 + (length % 4
 enum class OnFault { go_on, refuse };
 
 // Shows a line with a wrong checksum. After the third the user is asked whether the rest of the file may go unchecked.
-OnFault show_fault(MainForm& form, const std::string& path, std::string_view line, int failures)
+OnFault show_fault(Shell& shell, const std::string& path, std::string_view line, int failures)
 {
-    show_box(form, std::string{in_language(form, wrong_checksum)}.append(line), path);
-    if (failures < faults_shown || ask_yes_no(form, in_language(form, go_on_without), path))
+    show_box(shell, std::string{in_language(shell, wrong_checksum)}.append(line), path);
+    if (failures < faults_shown || ask_yes_no(shell, in_language(shell, go_on_without), path))
         return OnFault::go_on;
     return OnFault::refuse;
 }
@@ -98,12 +98,12 @@ void store_record(const HexRecord& record, HexTarget& target)
     }
 }
 
-LoadEnd parse_hex(MainForm& form, const std::string& path, std::string_view contents, FileBuffer& buffer)
+LoadEnd parse_hex(Shell& shell, const std::string& path, std::string_view contents, FileBuffer& buffer)
 {
     const std::uint32_t this_load = buffer.changes;
-    const std::int32_t limit = std::min(form.selected.isp_last, FileBuffer::code_last) + 1;
+    const std::int32_t limit = std::min(shell.selected.isp_last, FileBuffer::code_last) + 1;
     HexTarget target{buffer.data, load_base(buffer.start), limit};
-    EventService events{form.platform.loop};
+    EventService events{shell.platform.loop};
     int failures = 0;
 
     while (!contents.empty()) {
@@ -114,12 +114,12 @@ LoadEnd parse_hex(MainForm& form, const std::string& path, std::string_view cont
             continue;
         const HexRecord record = parse_hex_line(line);
         if (!record.checksum_ok && failures < faults_shown) {
-            const OnFault answer = show_fault(form, path, line, ++failures);
+            const OnFault answer = show_fault(shell, path, line, ++failures);
             if (buffer.changes != this_load)
                 return LoadEnd::overtaken;
             if (answer == OnFault::refuse) {
-                clear_buffer(form, 0, buffer);
-                form.file_loaded = false;
+                clear_buffer(shell, 0, buffer);
+                shell.file_loaded = false;
                 return LoadEnd::refused;
             }
         }
@@ -131,7 +131,7 @@ LoadEnd parse_hex(MainForm& form, const std::string& path, std::string_view cont
     buffer.checksum = static_cast<std::int32_t>(target.checksum);
     buffer.high = static_cast<std::int32_t>(std::clamp(target.highest, least_high, most_high));
     buffer.low = target.base;
-    return take_over(form, FileKind::hex, buffer);
+    return take_over(shell, FileKind::hex, buffer);
 }
 
 } // namespace vrk

@@ -3,7 +3,7 @@
 // user says so.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 #include "image/load_result.h"
 
 #include <array>
@@ -52,6 +52,6 @@ struct HexTarget {
 void store_record(const HexRecord& record, HexTarget& target);
 
 // The whole file; `path` is the title of the boxes about wrong checksums.
-LoadEnd parse_hex(MainForm& form, const std::string& path, std::string_view contents, FileBuffer& buffer);
+LoadEnd parse_hex(Shell& shell, const std::string& path, std::string_view contents, FileBuffer& buffer);
 
 } // namespace vrk

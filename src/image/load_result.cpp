@@ -10,32 +10,32 @@ namespace vrk {
 
 namespace {
 
-void show_checksum(MainForm& form, FileKind file, const FileBuffer& buffer, bool boot_area_rule)
+void show_checksum(Shell& shell, FileKind file, const FileBuffer& buffer, bool boot_area_rule)
 {
     std::string text = checksum_text(buffer.checksum);
     // The box of an EEPROM file of its own is shorter.
-    if (kind_of(buffer) == BufferKind::data && file == FileKind::hex && has_separate_eeprom(form.selected))
+    if (kind_of(buffer) == BufferKind::data && file == FileKind::hex && has_separate_eeprom(shell.selected))
         text = text.substr(0, text.find('H') + 1);
     // The older families have one image, and one box for its checksum.
-    TextBox& box = boot_area_rule ? form.txtFileCheckSum : controls_of(form, buffer).checksum;
+    TextBox& box = boot_area_rule ? shell.form.txtFileCheckSum : controls_of(shell, buffer).checksum;
     box.set_text(text);
 }
 
 } // namespace
 
-LoadEnd take_over(MainForm& form, FileKind file, FileBuffer& buffer)
+LoadEnd take_over(Shell& shell, FileKind file, FileBuffer& buffer)
 {
     const std::uint32_t this_load = buffer.changes;
-    const std::int32_t shown_ap_last = hex_address_4(form.LabISP_reange[1].caption());
+    const std::int32_t shown_ap_last = hex_address_4(shell.form.LabISP_reange[1].caption());
     const RangeVerdict verdict =
-        range_rules({form.selected, shown_ap_last, file, kind_of(buffer), buffer.data, buffer.low, buffer.high});
+        range_rules({shell.selected, shown_ap_last, file, kind_of(buffer), buffer.data, buffer.low, buffer.high});
     buffer.high = verdict.high;
     clear_ranges(buffer.data, verdict.to_clear);
-    show_checksum(form, file, buffer, verdict.boot_area_rule);
-    form.file_loaded = true;
+    show_checksum(shell, file, buffer, verdict.boot_area_rule);
+    shell.file_loaded = true;
 
     for (const RangeReport& report : verdict.reports) {
-        show_box(form, range_message(report, file, form.language_is_english), range_title(report, file));
+        show_box(shell, range_message(report, file, shell.language_is_english), range_title(report, file));
         if (buffer.changes != this_load)
             return LoadEnd::overtaken;
     }

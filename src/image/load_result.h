@@ -2,7 +2,7 @@
 // checksum.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 #include "image/range_rules.h"
 
 namespace vrk {
@@ -14,6 +14,6 @@ enum class LoadEnd {
 };
 
 // Brings the bytes, `low`, `high` and `checksum` of a load under the rules of the selected model and sets file_loaded.
-LoadEnd take_over(MainForm& form, FileKind file, FileBuffer& buffer);
+LoadEnd take_over(Shell& shell, FileKind file, FileBuffer& buffer);
 
 } // namespace vrk

@@ -9,7 +9,7 @@
 // The binary loader looks at addresses where the HEX loader looks at bytes, since a binary file has no holes.
 #pragma once
 
-#include "form/mcu_record.h"
+#include "catalog/mcu_record.h"
 #include "image/buffers.h"
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 // A range of the code buffer goes to a binary file.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 #include <cstdint>
 
@@ -12,6 +12,6 @@ enum class StoreFault { none, start_too_small, start_too_big, too_short, too_lon
 StoreFault store_fault(std::int64_t start, std::int64_t length);
 
 // Takes start and length from the page, asks for the file and writes it; a range or a file that cannot be is told.
-void comStoreFile_Click(MainForm& form);
+void comStoreFile_Click(Shell& shell);
 
 } // namespace vrk

@@ -35,11 +35,11 @@ constexpr Text external_clock = {"外部时钟频率:", "External MCU Clock:"};
 constexpr Text unknown_clock = {"时钟频率:", "MCU Clock:"};
 constexpr Text clock_unit = {"M.", "MHz."};
 
-void append_clock(MainForm& form, const Text& label, double hz)
+void append_clock(Shell& shell, const Text& label, double hz)
 {
-    append_message(form,
-        std::string{in_language(form, label)} + number_text(hz / 1000000)
-            + std::string{in_language(form, clock_unit)});
+    append_message(shell,
+        std::string{in_language(shell, label)} + number_text(hz / 1000000)
+            + std::string{in_language(shell, clock_unit)});
 }
 
 } // namespace
@@ -75,18 +75,18 @@ double set_test_RC_pa(double count, std::string_view handshake_baud)
     return (count + 6) * set_fquency_CA(handshake_baud);
 }
 
-void clock_report(MainForm& form)
+void clock_report(Shell& shell)
 {
     const double clock_hz
-        = static_cast<double>(form.target.mcu_clock_hz) * (form.target.clock_doubled_flag != 0 ? 2 : 1);
-    const std::string& letter = form.target.fw_letter;
+        = static_cast<double>(shell.target.mcu_clock_hz) * (shell.target.clock_doubled_flag != 0 ? 2 : 1);
+    const std::string& letter = shell.target.fw_letter;
     if (letter == "B") {
-        append_clock(form, internal_clock, clock_hz);
+        append_clock(shell, internal_clock, clock_hz);
     } else if (letter < "D") {
-        append_clock(form, internal_clock, clock_hz);
-        append_clock(form, external_clock, form.target.double_speed_on ? clock_hz / 2 : clock_hz);
+        append_clock(shell, internal_clock, clock_hz);
+        append_clock(shell, external_clock, shell.target.double_speed_on ? clock_hz / 2 : clock_hz);
     } else {
-        append_clock(form, unknown_clock, clock_hz);
+        append_clock(shell, unknown_clock, clock_hz);
     }
 }
 

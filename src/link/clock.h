@@ -1,7 +1,7 @@
 // The clock of the chip, measured by the chip itself on the sync bytes, and what is said about it.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 #include <cstdint>
 #include <span>
@@ -20,6 +20,6 @@ float measured_clock_hz(std::int32_t sum, std::string_view handshake_baud, bool 
 double set_test_RC_pa(double count, std::string_view handshake_baud);
 
 // The clock lines of the report.
-void clock_report(MainForm& form);
+void clock_report(Shell& shell);
 
 } // namespace vrk

@@ -30,72 +30,72 @@ bool wants_long_form(const TargetFacts& target)
 }
 
 // The chip's option to leave the data flash alone.
-bool keeps_data(const MainForm& form)
+bool keeps_data(const Shell& shell)
 {
-    const auto& rows = form.options.status_bytes;
-    return series_is_rc_group(wire_record(form).series) ? (rows[1] & 0x08) != 0 : (rows[8] & 0x02) != 0;
+    const auto& rows = shell.options.status_bytes;
+    return series_is_rc_group(wire_record(shell).series) ? (rows[1] & 0x08) != 0 : (rows[8] & 0x02) != 0;
 }
 
-Bytes erase_frame(const MainForm& form)
+Bytes erase_frame(const Shell& shell)
 {
-    const McuRecord& record = wire_record(form);
-    const TargetFacts& target = form.target;
+    const McuRecord& record = wire_record(shell);
+    const TargetFacts& target = shell.target;
     return build_erase_frame(erase_sector_count(record, target.fw_letter, target.fw_version),
-        erase_range(form.plan, record, target.fw_letter, keeps_data(form)), wants_long_form(target), wire_check(form));
+        erase_range(shell.plan, record, target.fw_letter, keeps_data(shell)), wants_long_form(target), wire_check(shell));
 }
 
-void say_erase_time(MainForm& form, const WallTime& began)
+void say_erase_time(Shell& shell, const WallTime& began)
 {
-    form.job.erase_time = minutes_text(seconds_between(began, form.platform.loop.wall_time()));
-    append_message(form, " ( " + form.job.erase_time + " )");
+    shell.job.erase_time = minutes_text(seconds_between(began, shell.platform.loop.wall_time()));
+    append_message(shell, " ( " + shell.job.erase_time + " )");
 }
 
-void erase_new_protocol(MainForm& form, const WallTime& began)
+void erase_new_protocol(Shell& shell, const WallTime& began)
 {
-    if (form.link.rx_buffer[3] != baud_confirmed) {
-        form.link.reply_ok = false;
+    if (shell.link.rx_buffer[3] != baud_confirmed) {
+        shell.link.reply_ok = false;
         return;
     }
-    flush_link(form);
-    send_frame(form, erase_frame(form));
-    if (!wait_reply(form, new_protocol_ms))
+    flush_link(shell);
+    send_frame(shell, erase_frame(shell));
+    if (!wait_reply(shell, new_protocol_ms))
         return;
-    if (form.link.rx_buffer[3] != 0) {
-        form.link.reply_ok = false;
+    if (shell.link.rx_buffer[3] != 0) {
+        shell.link.reply_ok = false;
         return;
     }
-    say_erase_time(form, began);
-    if (enable_disp_RC_frequency(form, 1))
-        report_serial(form);
+    say_erase_time(shell, began);
+    if (enable_disp_RC_frequency(shell, 1))
+        report_serial(shell);
 }
 
-void erase_old_protocol(MainForm& form, const WallTime& began)
+void erase_old_protocol(Shell& shell, const WallTime& began)
 {
-    open_link(form);
-    form.imgOpen_sys.set_visible(false);
-    flush_link(form);
-    const Bytes frame = erase_frame(form);
-    for (int attempt = 0; attempt < 3 && !form.link.stop_requested; ++attempt) {
-        expect_reply(form);
-        send_frame(form, frame);
-        if (wait_reply(form, old_protocol_ms))
+    open_link(shell);
+    shell.form.imgOpen_sys.set_visible(false);
+    flush_link(shell);
+    const Bytes frame = erase_frame(shell);
+    for (int attempt = 0; attempt < 3 && !shell.link.stop_requested; ++attempt) {
+        expect_reply(shell);
+        send_frame(shell, frame);
+        if (wait_reply(shell, old_protocol_ms))
             break;
     }
-    say_erase_time(form, began);
-    wait_ms(form, 100);
+    say_erase_time(shell, began);
+    wait_ms(shell, 100);
 }
 
 } // namespace
 
-void erase_chip(MainForm& form)
+void erase_chip(Shell& shell)
 {
-    const WallTime began = form.platform.loop.wall_time();
-    form.job.erase_time.clear();
-    append_message(form, erasing);
-    if (wire_record(form).cap_new_protocol)
-        erase_new_protocol(form, began);
+    const WallTime began = shell.platform.loop.wall_time();
+    shell.job.erase_time.clear();
+    append_message(shell, erasing);
+    if (wire_record(shell).cap_new_protocol)
+        erase_new_protocol(shell, began);
     else
-        erase_old_protocol(form, began);
+        erase_old_protocol(shell, began);
 }
 
 EraseRange erase_range(const DownloadPlan& plan, const McuRecord& record, const std::string& letter, bool keep_data)

@@ -3,12 +3,12 @@
 
 #include "link/frame.h"
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 namespace vrk {
 
 // Erases what the plan says. link.reply_ok tells the result; a failure is said by the caller.
-void erase_chip(MainForm& form);
+void erase_chip(Shell& shell);
 
 struct EraseRange {
     std::int32_t first = 0x10000; // 0x10000 in both: the firmware takes no range

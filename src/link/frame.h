@@ -3,10 +3,10 @@
 // To the target:    46 B9 6A  length(2)  command  parameters  check  16
 // From the target:        68  length(2)  code     payload     check  16     (46 B9 in front is never stored)
 // The length counts from the direction byte through 16. The check is the sum from the direction byte on: its low byte,
-// or, where the model has the long form, its low 16 bits, high byte first. Multi-byte numbers are big-endian.
+// or, where the model has the long shell, its low 16 bits, high byte first. Multi-byte numbers are big-endian.
 #pragma once
 
-#include "form/mcu_record.h"
+#include "catalog/mcu_record.h"
 
 #include <array>
 #include <cstdint>
@@ -59,7 +59,7 @@ Bytes build_model_frame(std::uint8_t code, std::uint8_t parameter, const McuReco
 // A block of data for the chip. `data` holds at most 128 bytes.
 struct DataFrame {
     Bytes bytes;
-    std::uint16_t data_sum = 0; // of the data alone: low 8 bits, or 16 with the long form
+    std::uint16_t data_sum = 0; // of the data alone: low 8 bits, or 16 with the long shell
 };
 DataFrame build_data_frame(
     std::uint8_t code, std::uint32_t address, std::span<const std::uint8_t> data, Check check);

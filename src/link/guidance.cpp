@@ -64,23 +64,23 @@ constexpr std::string_view page_chinese_demo[] = {
 };
 // clang-format on
 
-std::span<const std::string_view> page_for(const MainForm& form)
+std::span<const std::string_view> page_for(const Shell& shell)
 {
-    if (form.language_is_english)
+    if (shell.language_is_english)
         return page_english;
-    if (form.link.demo_mode)
+    if (shell.link.demo_mode)
         return page_chinese_demo;
     return page_chinese;
 }
 
 } // namespace
 
-void show_guidance(MainForm& form)
+void show_guidance(Shell& shell)
 {
-    beep(form, 2);
-    form.Timer9.stop();
-    for (const std::string_view line : page_for(form))
-        append_message(form, line);
+    beep(shell, 2);
+    shell.Timer9.stop();
+    for (const std::string_view line : page_for(shell))
+        append_message(shell, line);
 }
 
 } // namespace vrk

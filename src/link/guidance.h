@@ -1,11 +1,11 @@
 // The page of advice for a chip that does not answer.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 namespace vrk {
 
 // Timer9: nobody has answered for 4 seconds. Two beeps and a page in textMsg; the calling goes on.
-void show_guidance(MainForm& form);
+void show_guidance(Shell& shell);
 
 } // namespace vrk

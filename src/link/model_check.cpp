@@ -43,65 +43,65 @@ constexpr LetterRule letter_rules[] = {
 constexpr int least_size_of_f = 16; // KB: letter F serves the large models of two families
 constexpr int most_size_of_f = 30;
 
-bool aspen_matches(const MainForm& form)
+bool aspen_matches(const Shell& shell)
 {
-    const std::string& target_name = form.target.target_name;
-    if (form.target.identified && is_aspen_top(form.connected))
-        return is_aspen_top(form.selected);
-    return target_name.empty() || target_name == trimmed(form.txtDevice.text());
+    const std::string& target_name = shell.target.target_name;
+    if (shell.target.identified && is_aspen_top(shell.connected))
+        return is_aspen_top(shell.selected);
+    return target_name.empty() || target_name == trimmed(shell.form.txtDevice.text());
 }
 
-bool sizes_agree(const MainForm& form)
+bool sizes_agree(const Shell& shell)
 {
-    const auto connected = form.target.identified ? size_digits(form.connected) : std::nullopt;
-    return connected.has_value() && connected == size_digits(form.selected);
+    const auto connected = shell.target.identified ? size_digits(shell.connected) : std::nullopt;
+    return connected.has_value() && connected == size_digits(shell.selected);
 }
 
-bool has_size_of_f(const MainForm& form)
+bool has_size_of_f(const Shell& shell)
 {
-    const auto size = form.target.identified ? size_digits(form.connected) : std::nullopt;
+    const auto size = shell.target.identified ? size_digits(shell.connected) : std::nullopt;
     return size.has_value() && *size >= least_size_of_f && *size <= most_size_of_f;
 }
 
 } // namespace
 
-bool model_matches(const MainForm& form)
+bool model_matches(const Shell& shell)
 {
-    const std::string& letter = form.target.fw_letter;
+    const std::string& letter = shell.target.fw_letter;
     if (letter.size() != 1)
         return true;
     switch (letter[0]) {
-    case 'A': return beside_record(form.selected).block_bytes == 128;
-    case 'B': return form.selected.series == 1 && aspen_matches(form);
-    case 'E': return form.selected.series == 4 && sizes_agree(form);
-    case 'F': return has_size_of_f(form);
+    case 'A': return beside_record(shell.selected).block_bytes == 128;
+    case 'B': return shell.selected.series == 1 && aspen_matches(shell);
+    case 'E': return shell.selected.series == 4 && sizes_agree(shell);
+    case 'F': return has_size_of_f(shell);
     default: break;
     }
     for (const LetterRule& rule : letter_rules) {
         if (rule.letter != letter[0])
             continue;
-        const std::string id = reported_id(form);
-        const bool family = form.selected.series == rule.series
-            || (rule.letter == 'C' && series_is_rc_group(form.selected.series));
-        const bool same_id = form.selected.mcu_id == id
-            || (rule.id == IdRule::id_or_alt && form.selected.alt_id == id);
+        const std::string id = reported_id(shell);
+        const bool family = shell.selected.series == rule.series
+            || (rule.letter == 'C' && series_is_rc_group(shell.selected.series));
+        const bool same_id = shell.selected.mcu_id == id
+            || (rule.id == IdRule::id_or_alt && shell.selected.alt_id == id);
         return family && same_id;
     }
     return true;
 }
 
-bool model_check(MainForm& form)
+bool model_check(Shell& shell)
 {
-    if (model_matches(form))
+    if (model_matches(shell))
         return true;
     constexpr Text report = {"MCU Type is wrong. / MCU 型号错, 请重选",
         "MCU Type is incorrect. please select correct MCU type and open the file again."};
     constexpr Text box = {"Chinese:MCU 型号错。请重选 MCU、重新打开文件。",
         "MCU Type is incorrect. please select correct MCU type and open the file again."};
-    beep(form, 3);
-    append_message(form, report);
-    form.file_loaded = false;
-    show_box(form, in_language(form, box));
+    beep(shell, 3);
+    append_message(shell, report);
+    shell.file_loaded = false;
+    show_box(shell, in_language(shell, box));
     return false;
 }
 

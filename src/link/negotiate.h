@@ -3,24 +3,24 @@
 
 #include "link/frame.h"
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 #include <string>
 
 namespace vrk {
 
 // Offers a baud (frame 8F): the chip answers at the new speed, then both go back. True: it answered.
-bool test_new_baud(MainForm& form, const std::string& baud, std::uint8_t p1, std::uint8_t p2);
+bool test_new_baud(Shell& shell, const std::string& baud, std::uint8_t p1, std::uint8_t p2);
 // Sets it (frame 8E): both stay at the new speed.
-bool set_new_baud(MainForm& form, const std::string& baud, std::uint8_t p1, std::uint8_t p2);
+bool set_new_baud(Shell& shell, const std::string& baud, std::uint8_t p1, std::uint8_t p2);
 
 // Names the pin that the boot loader toggles to feed an external watchdog. True where none is wanted.
-bool send_extern_WDT_address(MainForm& form);
+bool send_extern_WDT_address(Shell& shell);
 // "P1.3" gives 0x13; any text that has not four characters gives 0xFF.
 std::uint8_t watchdog_pin_code(std::string_view pin);
 
 // The whole negotiation. True: connected; `baud` then holds the speed of the line. Says itself what went wrong.
-bool negotiate_baud(MainForm& form, std::string& baud);
+bool negotiate_baud(Shell& shell, std::string& baud);
 
 Bytes build_test_baud_frame(
     std::uint8_t p1, std::uint8_t p2, std::uint8_t pause, std::uint8_t wait_states, Check check);

@@ -43,178 +43,178 @@ constexpr int rows_newer_order[] = {0, 1, 2, 3, 9};
 constexpr int rows_older_order[] = {2, 3, 8, 10, 11};
 constexpr int rows_older_order_hazel[] = {2, 3, 8, 10, 11, 0};
 
-OptionBytes wanted_bytes(const MainForm& form)
+OptionBytes wanted_bytes(const Shell& shell)
 {
     OptionBytes bytes{};
     for (std::size_t row = 0; row < bytes.size(); ++row)
-        bytes[row] = form.options.option_bytes[row][0];
+        bytes[row] = shell.options.option_bytes[row][0];
     return bytes;
 }
 
 // 80 or 81: taken. Anything else means that the chip is not ready for it yet.
-bool write_is_taken(const MainForm& form)
+bool write_is_taken(const Shell& shell)
 {
-    const std::uint8_t code = form.link.rx_buffer[3];
-    return form.link.reply_ok && (code == 0x80 || code == 0x81);
+    const std::uint8_t code = shell.link.rx_buffer[3];
+    return shell.link.reply_ok && (code == 0x80 || code == 0x81);
 }
 
-void reopen(MainForm& form)
+void reopen(Shell& shell)
 {
-    open_link(form);
-    form.imgOpen_sys.set_visible(false);
+    open_link(shell);
+    shell.form.imgOpen_sys.set_visible(false);
 }
 
-bool write_options(MainForm& form, const Bytes& frame, int attempts, int reply_ms)
+bool write_options(Shell& shell, const Bytes& frame, int attempts, int reply_ms)
 {
-    for (int attempt = 0; attempt < attempts && !form.link.stop_requested; ++attempt) {
-        flush_link(form);
-        expect_reply(form);
-        send_frame(form, frame);
-        wait_reply(form, reply_ms);
-        if (write_is_taken(form))
+    for (int attempt = 0; attempt < attempts && !shell.link.stop_requested; ++attempt) {
+        flush_link(shell);
+        expect_reply(shell);
+        send_frame(shell, frame);
+        wait_reply(shell, reply_ms);
+        if (write_is_taken(shell))
             return true;
     }
-    form.link.reply_ok = false;
+    shell.link.reply_ok = false;
     return false;
 }
 
 // The options as the chip has them now. False: it did not answer.
-bool read_back(MainForm& form)
+bool read_back(Shell& shell)
 {
-    flush_link(form);
-    read_status(form);
-    return form.link.reply_ok;
+    flush_link(shell);
+    read_status(shell);
+    return shell.link.reply_ok;
 }
 
-void end_without_success(MainForm& form)
+void end_without_success(Shell& shell)
 {
-    form.link.reply_ok = false;
-    if (form.link.stop_requested)
-        report_stop(form);
+    shell.link.reply_ok = false;
+    if (shell.link.stop_requested)
+        report_stop(shell);
     else
-        report_option_failure(form);
+        report_option_failure(shell);
 }
 
 // The chip holds what was wanted.
-void options_are_held(MainForm& form)
+void options_are_held(Shell& shell)
 {
-    form.job.options_done = true;
-    form.link.reply_ok = true;
+    shell.job.options_done = true;
+    shell.link.reply_ok = true;
 }
 
 // Writes the frame until the chip has taken it and has told its options again. `taken` looks at those: a difference
 // ends the stage, since a chip that did not change a bit will not change it the next time.
-template <typename Taken> void write_and_compare(MainForm& form, const Bytes& frame, int reply_ms, Taken taken)
+template <typename Taken> void write_and_compare(Shell& shell, const Bytes& frame, int reply_ms, Taken taken)
 {
-    reopen(form);
-    for (int round = 0; round < rounds && !form.link.stop_requested; ++round) {
-        if (!write_options(form, frame, tries, reply_ms) || !read_back(form))
+    reopen(shell);
+    for (int round = 0; round < rounds && !shell.link.stop_requested; ++round) {
+        if (!write_options(shell, frame, tries, reply_ms) || !read_back(shell))
             continue;
-        form.target.options_read_ok = taken();
-        if (!form.target.options_read_ok)
+        shell.target.options_read_ok = taken();
+        if (!shell.target.options_read_ok)
             break;
-        append_message(form, options_ok);
-        return options_are_held(form);
+        append_message(shell, options_ok);
+        return options_are_held(shell);
     }
-    end_without_success(form);
+    end_without_success(shell);
 }
 
 // The oldest family has one option byte and no choice in it.
-void commit_oldest(MainForm& form)
+void commit_oldest(Shell& shell)
 {
-    reopen(form);
+    reopen(shell);
     const bool taken =
-        write_options(form, build_single_option_frame(0xFF, wire_check(form)), oldest_tries, oldest_wait_ms);
-    if (!taken || !read_back(form))
-        return end_without_success(form);
-    append_with_end_time(form, form.Option0[0].value() ? oldest_double_speed_ok : oldest_ok);
-    form.job.options_done = true;
+        write_options(shell, build_single_option_frame(0xFF, wire_check(shell)), oldest_tries, oldest_wait_ms);
+    if (!taken || !read_back(shell))
+        return end_without_success(shell);
+    append_with_end_time(shell, shell.form.Option0[0].value() ? oldest_double_speed_ok : oldest_ok);
+    shell.job.options_done = true;
 }
 
 // Written whole where a bit of byte 8 that acts at the next download is to be set; else only if byte 1 changes.
-bool older_needs_writing(const MainForm& form, const OptionBytes& wanted)
+bool older_needs_writing(const Shell& shell, const OptionBytes& wanted)
 {
-    return (wanted[8] & 0xEF) == 0 || (wanted[8] & 0xF7) == 0 || wanted[1] != form.options.status_bytes[1];
+    return (wanted[8] & 0xEF) == 0 || (wanted[8] & 0xF7) == 0 || wanted[1] != shell.options.status_bytes[1];
 }
 
-void commit_older(MainForm& form)
+void commit_older(Shell& shell)
 {
-    const OptionBytes wanted = wanted_bytes(form);
-    if (!older_needs_writing(form, wanted)) {
-        leave_isp(form);
-        return options_are_held(form);
+    const OptionBytes wanted = wanted_bytes(shell);
+    if (!older_needs_writing(shell, wanted)) {
+        leave_isp(shell);
+        return options_are_held(shell);
     }
-    const TargetFacts& target = form.target;
-    const bool double_speed = is_chosen(form, "Double_speed_YES");
+    const TargetFacts& target = shell.target;
+    const bool double_speed = is_chosen(shell, "Double_speed_YES");
     const Bytes frame =
         build_older_option_frame(wanted, static_cast<std::uint8_t>(double_speed ? target.reload2_hi : target.reload_hi),
-            static_cast<std::uint8_t>(double_speed ? target.reload2_lo : target.reload_lo), wire_check(form));
-    write_and_compare(form, frame, short_form_wait_ms, [&] { return form.options.status_bytes[1] == wanted[1]; });
+            static_cast<std::uint8_t>(double_speed ? target.reload2_lo : target.reload_lo), wire_check(shell));
+    write_and_compare(shell, frame, short_form_wait_ms, [&] { return shell.options.status_bytes[1] == wanted[1]; });
 }
 
-bool rows_hold(const MainForm& form, std::span<const int> rows, const OptionBytes& wanted, int varying_in_row_1 = 0)
+bool rows_hold(const Shell& shell, std::span<const int> rows, const OptionBytes& wanted, int varying_in_row_1 = 0)
 {
     return std::all_of(rows.begin(), rows.end(), [&](int row) {
         const int mask = row == 1 ? varying_in_row_1 : 0;
-        return (form.options.status_bytes[row] | mask) == (wanted[static_cast<std::size_t>(row)] | mask);
+        return (shell.options.status_bytes[row] | mask) == (wanted[static_cast<std::size_t>(row)] | mask);
     });
 }
 
-bool newer_needs_writing(const MainForm& form, const McuRecord& record, const OptionBytes& wanted)
+bool newer_needs_writing(const Shell& shell, const McuRecord& record, const OptionBytes& wanted)
 {
-    const auto& have = form.options.status_bytes;
-    const TargetFacts& target = form.target;
+    const auto& have = shell.options.status_bytes;
+    const TargetFacts& target = shell.target;
     const bool firmware_bit = (have[record.series >= 7 ? 1 : 2] & 2) != 0;
     if (!firmware_bit || record.cap_no_eeprom)
         return true;
     if (Option_Orde(target.fw_letter, target.fw_version) == 5 && have[0] != wanted[0])
         return true;
-    return !rows_hold(form, compared_rows(record, target.fw_letter, target.fw_version), wanted);
+    return !rows_hold(shell, compared_rows(record, target.fw_letter, target.fw_version), wanted);
 }
 
-bool firmware_gives_back(const MainForm& form)
+bool firmware_gives_back(const Shell& shell)
 {
-    return version_times_ten(form.target.fw_version) >= compares_from_version;
+    return version_times_ten(shell.target.fw_version) >= compares_from_version;
 }
 
-bool newer_was_taken(const MainForm& form, const McuRecord& record, const OptionBytes& wanted)
+bool newer_was_taken(const Shell& shell, const McuRecord& record, const OptionBytes& wanted)
 {
     if (option_family(record.series) == 4)
-        return rows_hold(form, all_rows, wanted);
-    if (!firmware_gives_back(form))
+        return rows_hold(shell, all_rows, wanted);
+    if (!firmware_gives_back(shell))
         return true;
-    const auto rows = compared_rows(record, form.target.fw_letter, form.target.fw_version);
-    return rows_hold(form, rows, wanted, record.series >= 7 ? varying_bits : 0);
+    const auto rows = compared_rows(record, shell.target.fw_letter, shell.target.fw_version);
+    return rows_hold(shell, rows, wanted, record.series >= 7 ? varying_bits : 0);
 }
 
-void commit_newer(MainForm& form)
+void commit_newer(Shell& shell)
 {
-    const McuRecord& record = wire_record(form);
-    if (record.cap_parity && form.target.fw_version <= "3.6")
-        form.options.option_bytes[3][0] = 0xFF;
-    const OptionBytes wanted = wanted_bytes(form);
-    if (!newer_needs_writing(form, record, wanted))
-        return options_are_held(form);
+    const McuRecord& record = wire_record(shell);
+    if (record.cap_parity && shell.target.fw_version <= "3.6")
+        shell.options.option_bytes[3][0] = 0xFF;
+    const OptionBytes wanted = wanted_bytes(shell);
+    if (!newer_needs_writing(shell, record, wanted))
+        return options_are_held(shell);
     const Bytes frame = build_newer_option_frame(
-        wanted, record.series, static_cast<std::uint32_t>(form.target.mcu_clock_saved), wire_check(form));
-    write_and_compare(form, frame, long_form_wait_ms, [&] { return newer_was_taken(form, record, wanted); });
+        wanted, record.series, static_cast<std::uint32_t>(shell.target.mcu_clock_saved), wire_check(shell));
+    write_and_compare(shell, frame, long_form_wait_ms, [&] { return newer_was_taken(shell, record, wanted); });
 }
 
 // The family without a page of its own choices: its bytes go out as its rule makes them.
-void commit_last(MainForm& form)
+void commit_last(Shell& shell)
 {
-    const OptionBytes wanted = wanted_bytes(form);
-    const bool has_clock_of_its_own = (form.options.status_bytes[3] & 2) != 0;
-    if (has_clock_of_its_own && rows_hold(form, rows_last, wanted)) {
-        leave_isp(form);
-        return options_are_held(form);
+    const OptionBytes wanted = wanted_bytes(shell);
+    const bool has_clock_of_its_own = (shell.options.status_bytes[3] & 2) != 0;
+    if (has_clock_of_its_own && rows_hold(shell, rows_last, wanted)) {
+        leave_isp(shell);
+        return options_are_held(shell);
     }
     std::optional<std::uint32_t> clock_hz;
     if (!has_clock_of_its_own)
-        clock_hz = static_cast<std::uint32_t>(form.target.mcu_clock_saved);
-    const Bytes frame = build_last_option_frame(wanted, clock_hz, wire_check(form));
-    write_and_compare(form, frame, short_form_wait_ms,
-        [&] { return !firmware_gives_back(form) || rows_hold(form, rows_last, wanted); });
+        clock_hz = static_cast<std::uint32_t>(shell.target.mcu_clock_saved);
+    const Bytes frame = build_last_option_frame(wanted, clock_hz, wire_check(shell));
+    write_and_compare(shell, frame, short_form_wait_ms,
+        [&] { return !firmware_gives_back(shell) || rows_hold(shell, rows_last, wanted); });
 }
 
 void append_clock(Bytes& parameters, std::uint32_t clock_hz)
@@ -269,50 +269,50 @@ Bytes build_last_option_frame(const OptionBytes& wanted, std::optional<std::uint
     return build_command_frame(command::write_options, parameters, check);
 }
 
-void report_option_failure(MainForm& form)
+void report_option_failure(Shell& shell)
 {
-    beep(form, 3);
-    append_message(form, options_failed);
-    form.link.reply_ok = false;
+    beep(shell, 3);
+    append_message(shell, options_failed);
+    shell.link.reply_ok = false;
 }
 
-void commit_options(MainForm& form)
+void commit_options(Shell& shell)
 {
-    form.job.options_done = false;
-    build_option_bytes(form); // now: chips with a short status frame have told nothing at the handshake
-    const std::int32_t series = wire_record(form).series;
+    shell.job.options_done = false;
+    build_option_bytes(shell); // now: chips with a short status frame have told nothing at the handshake
+    const std::int32_t series = wire_record(shell).series;
     if (series == 0)
-        commit_oldest(form);
+        commit_oldest(shell);
     else if (series == 18)
-        commit_last(form);
+        commit_last(shell);
     else if (is_newer_series(series))
-        commit_newer(form);
+        commit_newer(shell);
     else
-        commit_older(form);
+        commit_older(shell);
 }
 
-void comReadChipLock_Click(MainForm& form)
+void comReadChipLock_Click(Shell& shell)
 {
-    if (form.job.sequence_running)
+    if (shell.job.sequence_running)
         return;
-    form.job.sequence_running = true;
-    lock_panel_for_sequence(form);
-    disable_buttons(form);
-    form.link.stop_requested = false;
-    form.textMsg.set_text("");
-    connect_target(form, Purpose::read_only);
-    if (form.target.target_ok) {
-        leave_isp(form);
-        close_link(form);
-        if (!form.target.options_read_ok)
-            append_message(form, read_failed);
+    shell.job.sequence_running = true;
+    lock_panel_for_sequence(shell);
+    disable_buttons(shell);
+    shell.link.stop_requested = false;
+    shell.form.textMsg.set_text("");
+    connect_target(shell, Purpose::read_only);
+    if (shell.target.target_ok) {
+        leave_isp(shell);
+        close_link(shell);
+        if (!shell.target.options_read_ok)
+            append_message(shell, read_failed);
         else
-            append_message(form, form.target.fw_letter == "B" ? version_read_ok : read_ok);
+            append_message(shell, shell.target.fw_letter == "B" ? version_read_ok : read_ok);
     }
-    unlock_panel_after_sequence(form);
-    enable_buttons(form);
-    form.comReadChipLock.set_enabled(true);
-    form.job.sequence_running = false;
+    unlock_panel_after_sequence(shell);
+    enable_buttons(shell);
+    shell.form.comReadChipLock.set_enabled(true);
+    shell.job.sequence_running = false;
 }
 
 } // namespace vrk

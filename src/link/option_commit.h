@@ -3,7 +3,7 @@
 
 #include "link/frame.h"
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 #include <optional>
 #include <span>
@@ -12,13 +12,13 @@ namespace vrk {
 
 // Writes the options unless the chip has them already. link.reply_ok and job.options_done tell the result; what went
 // wrong has been said. The code stays in the chip either way.
-void commit_options(MainForm& form);
+void commit_options(Shell& shell);
 
 // Three beeps and the text; link.reply_ok becomes false.
-void report_option_failure(MainForm& form);
+void report_option_failure(Shell& shell);
 
 // Reads firmware and options of the chip on the wire and writes nothing.
-void comReadChipLock_Click(MainForm& form);
+void comReadChipLock_Click(Shell& shell);
 
 using OptionBytes = std::array<std::uint8_t, OptionState::rows>; // column 0 of option_bytes, by row
 

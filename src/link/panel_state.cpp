@@ -37,55 +37,55 @@ constexpr PanelRow panel_rows[] = {
 
 } // namespace
 
-void set_panel_state(MainForm& form, std::int16_t state)
+void set_panel_state(Shell& shell, std::int16_t state)
 {
-    if (form.selected.cap_no_option_write)
+    if (shell.selected.cap_no_option_write)
         return;
-    form.job.panel_state = state;
-    apply_options_to_controls(form);
+    shell.job.panel_state = state;
+    apply_options_to_controls(shell);
     for (const PanelRow& row : panel_rows) {
-        if (Control* control = form.controls.find(row.control, row.index))
+        if (Control* control = shell.form.controls.find(row.control, row.index))
             control->set_enabled(row.enabled[static_cast<std::size_t>(state)] == '1');
     }
-    enable_eeprom_controls(form, state == panel::free && has_eeprom_buffer(form.selected));
+    enable_eeprom_controls(shell, state == panel::free && has_eeprom_buffer(shell.selected));
 }
 
-void lock_panel_for_sequence(MainForm& form)
+void lock_panel_for_sequence(Shell& shell)
 {
-    const std::int16_t state = form.job.panel_state;
+    const std::int16_t state = shell.job.panel_state;
     if (state == panel::free || state == panel::locked)
-        set_panel_state(form, static_cast<std::int16_t>(state + 1));
+        set_panel_state(shell, static_cast<std::int16_t>(state + 1));
 }
 
-void unlock_panel_after_sequence(MainForm& form)
+void unlock_panel_after_sequence(Shell& shell)
 {
-    const std::int16_t state = form.job.panel_state;
+    const std::int16_t state = shell.job.panel_state;
     if (state == panel::free_running || state == panel::locked_running)
-        set_panel_state(form, static_cast<std::int16_t>(state - 1));
+        set_panel_state(shell, static_cast<std::int16_t>(state - 1));
 }
 
-void enable_eeprom_controls(MainForm& form, bool enabled)
+void enable_eeprom_controls(Shell& shell, bool enabled)
 {
-    form.comLoadDataFile.set_enabled(enabled);
-    form.txtDataFileStart.set_enabled(enabled);
-    form.txtDataFileCheckSum.set_enabled(enabled);
-    form.cheClearDataBuffer.set_enabled(enabled);
-    form.cheData_Auto_Increase.set_enabled(enabled);
-    enable_number_fields(form);
+    shell.form.comLoadDataFile.set_enabled(enabled);
+    shell.form.txtDataFileStart.set_enabled(enabled);
+    shell.form.txtDataFileCheckSum.set_enabled(enabled);
+    shell.form.cheClearDataBuffer.set_enabled(enabled);
+    shell.form.cheData_Auto_Increase.set_enabled(enabled);
+    enable_number_fields(shell);
 }
 
-void enable_buttons(MainForm& form)
+void enable_buttons(Shell& shell)
 {
-    form.comDownload[0].set_enabled(true);
-    form.comDownload[1].set_enabled(true);
-    form.comStop_Download.set_enabled(false);
+    shell.form.comDownload[0].set_enabled(true);
+    shell.form.comDownload[1].set_enabled(true);
+    shell.form.comStop_Download.set_enabled(false);
 }
 
-void disable_buttons(MainForm& form)
+void disable_buttons(Shell& shell)
 {
-    form.comDownload[0].set_enabled(false);
-    form.comDownload[1].set_enabled(false);
-    form.comStop_Download.set_enabled(true);
+    shell.form.comDownload[0].set_enabled(false);
+    shell.form.comDownload[1].set_enabled(false);
+    shell.form.comStop_Download.set_enabled(true);
 }
 
 } // namespace vrk

@@ -1,7 +1,7 @@
 // Which controls can be used while a sequence runs or a project holds the panel.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 namespace vrk {
 
@@ -13,14 +13,14 @@ constexpr std::int16_t locked_running = 3;
 }
 
 // Stores the state and sets what is enabled. Does nothing for a model without options to write.
-void set_panel_state(MainForm& form, std::int16_t state);
-void lock_panel_for_sequence(MainForm& form); // 0 becomes 1, 2 becomes 3
-void unlock_panel_after_sequence(MainForm& form); // 1 becomes 0, 3 becomes 2
+void set_panel_state(Shell& shell, std::int16_t state);
+void lock_panel_for_sequence(Shell& shell); // 0 becomes 1, 2 becomes 3
+void unlock_panel_after_sequence(Shell& shell); // 1 becomes 0, 3 becomes 2
 
 // The EEPROM file can be opened, described and numbered, for a model that has a buffer for it.
-void enable_eeprom_controls(MainForm& form, bool enabled);
+void enable_eeprom_controls(Shell& shell, bool enabled);
 
-void enable_buttons(MainForm& form); // download can be pressed, stop cannot
-void disable_buttons(MainForm& form); // the other way round
+void enable_buttons(Shell& shell); // download can be pressed, stop cannot
+void disable_buttons(Shell& shell); // the other way round
 
 } // namespace vrk

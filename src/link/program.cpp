@@ -70,73 +70,73 @@ Image copy_of(const FileBuffer& buffer, std::int32_t last)
     return copy;
 }
 
-bool program_code_and_data(MainForm& form, const McuRecord& record)
+bool program_code_and_data(Shell& shell, const McuRecord& record)
 {
-    Image merged = copy_of(form.code_buffer, record.ap_last);
+    Image merged = copy_of(shell.code_buffer, record.ap_last);
     const std::int32_t length =
-        std::clamp(form.data_buffer.high + 1, 0, static_cast<std::int32_t>(merged.size()) - record.eeprom_first);
-    std::copy_n(form.data_buffer.data.begin(), length, merged.begin() + record.eeprom_first);
-    return !write_range(form, {true, 0, record.ap_last + 1}, merged, true) &&
-        !write_range(form, {true, record.eeprom_first, record.eeprom_first + length}, merged, true);
+        std::clamp(shell.data_buffer.high + 1, 0, static_cast<std::int32_t>(merged.size()) - record.eeprom_first);
+    std::copy_n(shell.data_buffer.data.begin(), length, merged.begin() + record.eeprom_first);
+    return !write_range(shell, {true, 0, record.ap_last + 1}, merged, true) &&
+        !write_range(shell, {true, record.eeprom_first, record.eeprom_first + length}, merged, true);
 }
 
-bool program_newer(MainForm& form, const McuRecord& record)
+bool program_newer(Shell& shell, const McuRecord& record)
 {
-    const FileBuffer& code = form.code_buffer;
+    const FileBuffer& code = shell.code_buffer;
     if (has_eeprom_buffer(record)) {
-        if (form.data_buffer.loaded)
-            return program_code_and_data(form, record);
-        return !write_range(form, {true, 0, code.high + 1}, copy_of(code, code.high), true);
+        if (shell.data_buffer.loaded)
+            return program_code_and_data(shell, record);
+        return !write_range(shell, {true, 0, code.high + 1}, copy_of(code, code.high), true);
     }
-    const std::int32_t limit = code_limit(record, number_in(form.target.fw_version));
+    const std::int32_t limit = code_limit(record, number_in(shell.target.fw_version));
     const std::int32_t first = std::min(std::max(code.low, 0), limit);
     const std::int32_t last = std::min(std::max(code.high, least_code_last), limit);
-    return !write_range(form, {true, first, last}, code.data, true);
+    return !write_range(shell, {true, first, last}, code.data, true);
 }
 
-bool program_images(MainForm& form, const McuRecord& record)
+bool program_images(Shell& shell, const McuRecord& record)
 {
-    const FileBuffer& code = form.code_buffer;
+    const FileBuffer& code = shell.code_buffer;
     if (record.series == 18)
-        return !write_range(form, {true, std::max(code.low, 0), std::min(code.high, record.isp_last)}, code.data, true);
+        return !write_range(shell, {true, std::max(code.low, 0), std::min(code.high, record.isp_last)}, code.data, true);
     if (is_newer_series(record.series))
-        return program_newer(form, record);
-    const bool as_chunks = form.beside.block_bytes > JobState::write_chunk;
-    return !write_range(form, {as_chunks, code.low, code.high}, code.data, true);
+        return program_newer(shell, record);
+    const bool as_chunks = shell.beside.block_bytes > JobState::write_chunk;
+    return !write_range(shell, {as_chunks, code.low, code.high}, code.data, true);
 }
 
-void say_failed(MainForm& form)
+void say_failed(Shell& shell)
 {
-    if (form.link.stop_requested) {
-        beep(form, 2);
-        append_message(form, stopped);
+    if (shell.link.stop_requested) {
+        beep(shell, 2);
+        append_message(shell, stopped);
         return;
     }
-    beep(form, 3);
-    append_with_end_time(form, failed);
-    append_message(form, failed_hint);
+    beep(shell, 3);
+    append_with_end_time(shell, failed);
+    append_message(shell, failed_hint);
 }
 
 // The newer chips confirm the whole code. A silent one is left to the option stage to notice.
-bool code_is_confirmed(MainForm& form)
+bool code_is_confirmed(Shell& shell)
 {
-    board_send_command(form, command::end_of_code, 200, 0);
-    if (!wait_model_reply(form) || form.link.rx_buffer[3] == code_taken)
+    board_send_command(shell, command::end_of_code, 200, 0);
+    if (!wait_model_reply(shell) || shell.link.rx_buffer[3] == code_taken)
         return true;
-    beep(form, 2);
-    append_message(form, options_left);
-    form.link.reply_ok = false;
+    beep(shell, 2);
+    append_message(shell, options_left);
+    shell.link.reply_ok = false;
     return false;
 }
 
-void begin_progress(MainForm& form)
+void begin_progress(Shell& shell)
 {
     constexpr Text begin_time = {" ( 开始时间: ", " ( Begin: "};
     constexpr Text programming = {"正在下载...", "Programming..."};
-    form.ProgressBar1.set_range(1, 3);
-    form.ProgressBar1.set_visible(true);
-    append_message(form,
-        std::string{in_language(form, programming)} + std::string{in_language(form, begin_time)} + clock_now(form) +
+    shell.form.ProgressBar1.set_range(1, 3);
+    shell.form.ProgressBar1.set_visible(true);
+    append_message(shell,
+        std::string{in_language(shell, programming)} + std::string{in_language(shell, begin_time)} + clock_now(shell) +
             " )");
 }
 
@@ -145,58 +145,58 @@ bool counts_by_bytes(const WriteRange& range)
     return range.first <= byte_progress_last && range.last <= byte_progress_last;
 }
 
-void set_progress_limits(MainForm& form, const WriteRange& range)
+void set_progress_limits(Shell& shell, const WriteRange& range)
 {
     if (counts_by_bytes(range))
-        form.ProgressBar1.set_range(range.first, range.last + 1);
+        shell.form.ProgressBar1.set_range(range.first, range.last + 1);
     else
-        form.ProgressBar1.set_range(range.first / 256, range.last / 256 + 1);
+        shell.form.ProgressBar1.set_range(range.first / 256, range.last / 256 + 1);
 }
 
-void show_progress(MainForm& form, const WriteRange& range, std::int32_t end)
+void show_progress(Shell& shell, const WriteRange& range, std::int32_t end)
 {
-    form.ProgressBar1.set_value(counts_by_bytes(range) ? end + 1 : (end + 1) / 256);
+    shell.form.ProgressBar1.set_value(counts_by_bytes(range) ? end + 1 : (end + 1) / 256);
     std::array<char, 32> kilobytes{};
     const int size = std::snprintf(kilobytes.data(), kilobytes.size(), "%.3fK", (end - range.first + 1) / 1024.0);
     std::string_view text{kilobytes.data(), static_cast<std::size_t>(size)};
     if (text.starts_with("0."))
         text.remove_prefix(1); // "####.000": no digit in front where there is no whole kilobyte
-    form.labKbyte.set_caption(text);
+    shell.form.labKbyte.set_caption(text);
 }
 
-// The boot block of these chips can be larger than its smallest form, and code must not reach into it.
-void cut_at_boot_block(MainForm& form, WriteRange& range)
+// The boot block of these chips can be larger than its smallest shell, and code must not reach into it.
+void cut_at_boot_block(Shell& shell, WriteRange& range)
 {
-    const McuRecord& record = wire_record(form);
-    TargetFacts& target = form.target;
+    const McuRecord& record = wire_record(shell);
+    TargetFacts& target = shell.target;
     if (record.series != 0 && !target.boot_size_known) {
         const std::int16_t size = boot_size_by_version(version_times_ten(target.fw_version));
         if (size != 0)
             target.boot_size = size;
     }
     const std::int32_t most = record.isp_last + 0x400 - target.boot_size;
-    if (target.boot_size <= 0x400 || form.link.demo_mode || range.last <= most)
+    if (target.boot_size <= 0x400 || shell.link.demo_mode || range.last <= most)
         return;
-    beep(form, 2);
+    beep(shell, 2);
     range.last = most;
-    set_progress_limits(form, range);
+    set_progress_limits(shell, range);
     const std::string kilobytes = std::to_string((range.last + 0x1FF) / 1024);
-    if (form.language_is_english) {
-        append_message(form, "Enable " + kilobytes + "K file size for this Version firmware.");
+    if (shell.language_is_english) {
+        append_message(shell, "Enable " + kilobytes + "K file size for this Version firmware.");
         append_message(
-            form, "Enable " + kilobytes + "K file size for this Version firmware(program " + kilobytes + "K only).");
+            shell, "Enable " + kilobytes + "K file size for this Version firmware(program " + kilobytes + "K only).");
     } else {
-        append_message(form, "Chinese:此版本固件最多可编程 " + kilobytes + "K, 您的文件已超长，");
-        append_message(form, "        超长部分不下载。");
+        append_message(shell, "Chinese:此版本固件最多可编程 " + kilobytes + "K, 您的文件已超长，");
+        append_message(shell, "        超长部分不下载。");
     }
 }
 
 bool block_failed(
-    MainForm& form, const WriteRange& range, std::int32_t first, std::int32_t last, std::span<const std::uint8_t> image)
+    Shell& shell, const WriteRange& range, std::int32_t first, std::int32_t last, std::span<const std::uint8_t> image)
 {
     for (int attempt = 0; attempt < block_tries; ++attempt) {
-        const bool bad = write_block(form, range.as_chunks, first, last, attempt > 0, image);
-        if (form.link.stop_requested)
+        const bool bad = write_block(shell, range.as_chunks, first, last, attempt > 0, image);
+        if (shell.link.stop_requested)
             return true;
         if (!bad)
             return false;
@@ -218,9 +218,9 @@ std::span<const std::uint8_t> chunk_of(std::span<const std::uint8_t> image, std:
     return std::span<const std::uint8_t>{filled}.first(size);
 }
 
-void note_programmed(MainForm& form, std::int32_t first, std::int32_t last, std::span<const std::uint8_t> image)
+void note_programmed(Shell& shell, std::int32_t first, std::int32_t last, std::span<const std::uint8_t> image)
 {
-    std::vector<std::int16_t>& programmed = form.job.programmed;
+    std::vector<std::int16_t>& programmed = shell.job.programmed;
     if (programmed.size() <= static_cast<std::size_t>(last))
         programmed.resize(static_cast<std::size_t>(last) + 1, -1);
     for (auto at = static_cast<std::size_t>(first); at <= static_cast<std::size_t>(last); ++at)
@@ -238,23 +238,23 @@ bool block_reply_good(std::span<const std::uint8_t> reply, bool new_protocol, st
     return reply[3] == block_taken && (short_answer || sum_good);
 }
 
-bool send_demo_chunk(MainForm& form, std::int32_t address, bool again, std::span<const std::uint8_t> data)
+bool send_demo_chunk(Shell& shell, std::int32_t address, bool again, std::span<const std::uint8_t> data)
 {
-    LinkState& link = form.link;
+    LinkState& link = shell.link;
     const DataFrame frame = build_demo_data_frame(
         again ? command::demo_write_again : command::demo_write, static_cast<std::uint32_t>(address), data);
     link.data_sum = frame.data_sum;
-    flush_link(form);
+    flush_link(shell);
     link.demo_reply_ok = false;
-    form.MSComm1.Output(frame.bytes);
-    form.Timer7.start(reply_timeout_ms(static_cast<double>(form.target.mcu_clock_hz), form.MSComm1.baud()));
-    while (!link.demo_reply_ok && !link.stop_requested && form.Timer7.enabled())
-        form.platform.loop.yield();
-    form.Timer7.stop();
+    shell.MSComm1.Output(frame.bytes);
+    shell.Timer7.start(reply_timeout_ms(static_cast<double>(shell.target.mcu_clock_hz), shell.MSComm1.baud()));
+    while (!link.demo_reply_ok && !link.stop_requested && shell.Timer7.enabled())
+        shell.platform.loop.yield();
+    shell.Timer7.stop();
     if (!link.demo_reply_ok)
         return false;
     link.reply_ok = true;
-    const auto reply = read_frame(form);
+    const auto reply = read_frame(shell);
     return reply.size() > 6 && reply[5] * 256 + reply[6] == link.data_sum;
 }
 
@@ -299,88 +299,88 @@ int reply_timeout_ms(double clock_hz, std::int32_t baud)
     return ms;
 }
 
-void program_all(MainForm& form)
+void program_all(Shell& shell)
 {
-    form.job.program_ok = false;
-    form.job.programmed.clear();
-    form.Timer1.set_interval_ms(800);
-    form.Timer2.set_interval_ms(200);
-    form.job.program_started = form.platform.loop.wall_time();
-    begin_progress(form);
-    const McuRecord& record = wire_record(form);
-    if (!program_images(form, record))
-        return say_failed(form);
+    shell.job.program_ok = false;
+    shell.job.programmed.clear();
+    shell.Timer1.set_interval_ms(800);
+    shell.Timer2.set_interval_ms(200);
+    shell.job.program_started = shell.platform.loop.wall_time();
+    begin_progress(shell);
+    const McuRecord& record = wire_record(shell);
+    if (!program_images(shell, record))
+        return say_failed(shell);
     if (record.cap_no_option_write) {
-        form.link.reply_ok = true;
-        form.job.program_ok = true;
+        shell.link.reply_ok = true;
+        shell.job.program_ok = true;
         return;
     }
-    form.job.program_ok = !record.cap_new_protocol || code_is_confirmed(form);
+    shell.job.program_ok = !record.cap_new_protocol || code_is_confirmed(shell);
 }
 
-bool write_range(MainForm& form, const WriteRange& range, std::span<const std::uint8_t> image, bool check_boot)
+bool write_range(Shell& shell, const WriteRange& range, std::span<const std::uint8_t> image, bool check_boot)
 {
-    const McuRecord& record = wire_record(form);
-    const std::int32_t block = form.beside.block_bytes;
+    const McuRecord& record = wire_record(shell);
+    const std::int32_t block = shell.beside.block_bytes;
     WriteRange whole = range;
     whole.last = std::max((range.last / block + 1) * block - 1, least_end);
-    set_progress_limits(form, whole);
+    set_progress_limits(shell, whole);
     if (is_aspen_top(record) || (record.series == 2 && check_boot))
-        cut_at_boot_block(form, whole);
-    form.ProgressBar1.set_visible(true);
-    form.ProgressBar1.set_value(form.ProgressBar1.min());
+        cut_at_boot_block(shell, whole);
+    shell.form.ProgressBar1.set_visible(true);
+    shell.form.ProgressBar1.set_value(shell.form.ProgressBar1.min());
 
     std::int32_t first = whole.first;
     std::int32_t last = (first / block + 1) * block - 1; // shorter than a block where the range begins inside one
     for (std::int32_t number = first / block; number <= whole.last / block; ++number) {
-        if (block_failed(form, whole, first, last, image))
+        if (block_failed(shell, whole, first, last, image))
             return true;
-        note_programmed(form, first, last, image);
-        show_progress(form, whole, last);
+        note_programmed(shell, first, last, image);
+        show_progress(shell, whole, last);
         first = last + 1;
         last += block;
     }
     return false;
 }
 
-bool is_programmed(const MainForm& form, std::int32_t address, std::span<const std::uint8_t> bytes)
+bool is_programmed(const Shell& shell, std::int32_t address, std::span<const std::uint8_t> bytes)
 {
-    const std::vector<std::int16_t>& programmed = form.job.programmed;
+    const std::vector<std::int16_t>& programmed = shell.job.programmed;
     if (address < 0 || static_cast<std::size_t>(address) + bytes.size() > programmed.size())
         return false;
     return std::equal(bytes.begin(), bytes.end(), programmed.begin() + address);
 }
 
-bool write_block(MainForm& form, bool as_chunks, std::int32_t first, std::int32_t last, bool again,
+bool write_block(Shell& shell, bool as_chunks, std::int32_t first, std::int32_t last, bool again,
     std::span<const std::uint8_t> image)
 {
     constexpr std::int32_t chunk = JobState::write_chunk;
     if (!as_chunks)
-        return write_chunk_frame(form, first, last - first + 1, again, image);
+        return write_chunk_frame(shell, first, last - first + 1, again, image);
     for (std::int32_t address = first; address <= last; address = (address / chunk + 1) * chunk) {
-        if (write_chunk_frame(form, address, std::min(chunk, last - address + 1), again, image) ||
-            form.link.stop_requested)
+        if (write_chunk_frame(shell, address, std::min(chunk, last - address + 1), again, image) ||
+            shell.link.stop_requested)
             return true;
     }
     return false;
 }
 
 bool write_chunk_frame(
-    MainForm& form, std::int32_t address, std::int32_t count, bool again, std::span<const std::uint8_t> image)
+    Shell& shell, std::int32_t address, std::int32_t count, bool again, std::span<const std::uint8_t> image)
 {
     std::array<std::uint8_t, 128> filled{};
     const auto data = chunk_of(image, address, count, filled);
-    if (form.link.demo_mode)
-        return !send_demo_chunk(form, address, again, data);
+    if (shell.link.demo_mode)
+        return !send_demo_chunk(shell, address, again, data);
 
     const DataFrame frame = build_data_frame(again ? command::write_block_again : command::write_block,
-        static_cast<std::uint32_t>(address), data, wire_check(form));
-    form.link.data_sum = frame.data_sum;
-    flush_link(form);
-    form.MSComm1.Output(frame.bytes);
-    if (!wait_reply(form, reply_timeout_ms(static_cast<double>(form.target.mcu_clock_hz), form.MSComm1.baud())))
+        static_cast<std::uint32_t>(address), data, wire_check(shell));
+    shell.link.data_sum = frame.data_sum;
+    flush_link(shell);
+    shell.MSComm1.Output(frame.bytes);
+    if (!wait_reply(shell, reply_timeout_ms(static_cast<double>(shell.target.mcu_clock_hz), shell.MSComm1.baud())))
         return true;
-    return !block_reply_good(read_frame(form), wire_record(form).cap_new_protocol, form.link.data_sum);
+    return !block_reply_good(read_frame(shell), wire_record(shell).cap_new_protocol, shell.link.data_sum);
 }
 
 } // namespace vrk

@@ -2,7 +2,7 @@
 // is no read-back: a block is good when its sum came back right, and is sent up to four times.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 #include <cstdint>
 #include <span>
@@ -11,7 +11,7 @@
 namespace vrk {
 
 // Writes both images. job.program_ok tells the result; what went wrong has been said.
-void program_all(MainForm& form);
+void program_all(Shell& shell);
 
 // What is to be written, in blocks: `as_chunks` splits a block into frames of 128 bytes.
 struct WriteRange {
@@ -20,15 +20,15 @@ struct WriteRange {
     std::int32_t last = 0; // the range goes on to the end of its block
 };
 // True: a block failed, or the user stopped.
-bool write_range(MainForm& form, const WriteRange& range, std::span<const std::uint8_t> image, bool check_boot);
+bool write_range(Shell& shell, const WriteRange& range, std::span<const std::uint8_t> image, bool check_boot);
 // Good blocks of this download have put these bytes there, one after the other.
-bool is_programmed(const MainForm& form, std::int32_t address, std::span<const std::uint8_t> bytes);
+bool is_programmed(const Shell& shell, std::int32_t address, std::span<const std::uint8_t> bytes);
 // True: bad. `again` marks the frames of a block that is sent once more.
-bool write_block(MainForm& form, bool as_chunks, std::int32_t first, std::int32_t last, bool again,
+bool write_block(Shell& shell, bool as_chunks, std::int32_t first, std::int32_t last, bool again,
     std::span<const std::uint8_t> image);
 // True: failed. Bytes past the end of the image go out as 00.
 bool write_chunk_frame(
-    MainForm& form, std::int32_t address, std::int32_t count, bool again, std::span<const std::uint8_t> image);
+    Shell& shell, std::int32_t address, std::int32_t count, bool again, std::span<const std::uint8_t> image);
 
 // How long a data frame may stay unanswered, ms, by the chip's clock and the baud of the line.
 int reply_timeout_ms(double clock_hz, std::int32_t baud);

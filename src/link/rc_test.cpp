@@ -47,7 +47,7 @@ const Bands& bands_for(std::int32_t khz)
     return top_bands;
 }
 
-double wanted_mhz(const MainForm& form) { return number_in(form.com_RC_frequency[5].text()); }
+double wanted_mhz(const Shell& shell) { return number_in(shell.form.com_RC_frequency[5].text()); }
 
 std::array<BandTrim, 4> first_points(std::uint8_t band_low, std::uint8_t band_high)
 {
@@ -57,33 +57,33 @@ std::array<BandTrim, 4> first_points(std::uint8_t band_low, std::uint8_t band_hi
 }
 
 // The chip leaves to measure itself and must hear sync bytes to come back.
-bool rc_exchange(MainForm& form, std::span<const BandTrim> points)
+bool rc_exchange(Shell& shell, std::span<const BandTrim> points)
 {
-    form.MSComm1.Output(build_rc_frame(form.rc.rc_saved, points));
-    if (form.MSComm1.OutBufferCount() > 0)
-        form.platform.loop.run_due();
-    wait_ms(form, 3);
-    form.link.rx_count = 0;
-    form.link.reply_ok = false;
-    form.Timer8.start(exchange_ms);
-    while (!form.link.reply_ok && !form.link.stop_requested && form.Timer8.enabled()) {
-        form.MSComm1.Output(sync_pair);
-        wait_reply(form, sync_spacing_ms);
+    shell.MSComm1.Output(build_rc_frame(shell.rc.rc_saved, points));
+    if (shell.MSComm1.OutBufferCount() > 0)
+        shell.platform.loop.run_due();
+    wait_ms(shell, 3);
+    shell.link.rx_count = 0;
+    shell.link.reply_ok = false;
+    shell.Timer8.start(exchange_ms);
+    while (!shell.link.reply_ok && !shell.link.stop_requested && shell.Timer8.enabled()) {
+        shell.MSComm1.Output(sync_pair);
+        wait_reply(shell, sync_spacing_ms);
     }
-    form.Timer8.stop();
-    return form.link.reply_ok;
+    shell.Timer8.stop();
+    return shell.link.reply_ok;
 }
 
-void rc_parse(MainForm& form)
+void rc_parse(Shell& shell)
 {
-    form.rc.points = parse_rc_reply(read_frame(form), form.link.handshake_baud);
+    shell.rc.points = parse_rc_reply(read_frame(shell), shell.link.handshake_baud);
 }
 
 // The first among equally near points wins.
-void rc_pick(MainForm& form)
+void rc_pick(Shell& shell)
 {
-    RcTest& rc = form.rc;
-    const double target_hz = round_half_even(wanted_mhz(form) * 1000000);
+    RcTest& rc = shell.rc;
+    const double target_hz = round_half_even(wanted_mhz(shell) * 1000000);
     double nearest = 19999999;
     rc.rc_error = 10000;
     rc.best = 255;
@@ -170,43 +170,43 @@ std::vector<RcPoint> parse_rc_reply(std::span<const std::uint8_t> frame, std::st
     return points;
 }
 
-bool rc_test(MainForm& form, int count)
+bool rc_test(Shell& shell, int count)
 {
-    RcTest& rc = form.rc;
-    const auto khz = static_cast<std::int32_t>(round_half_even(wanted_mhz(form) * 1000));
+    RcTest& rc = shell.rc;
+    const auto khz = static_cast<std::int32_t>(round_half_even(wanted_mhz(shell) * 1000));
     rc.rc_target = khz * 1000;
     rc.rc_band_low = get_FRQS(bands_for(khz).low);
     rc.rc_band_high = get_FRQS(bands_for(khz).high);
 
-    if (!rc_exchange(form, first_points(rc.rc_band_low, rc.rc_band_high)))
+    if (!rc_exchange(shell, first_points(rc.rc_band_low, rc.rc_band_high)))
         return false;
-    rc_parse(form);
-    rc_pick(form);
+    rc_parse(shell);
+    rc_pick(shell);
     if (!rc_fit(rc))
         return false;
 
-    if (!rc_exchange(form, points_around(rc, count)))
+    if (!rc_exchange(shell, points_around(rc, count)))
         return false;
-    rc_parse(form);
-    rc_pick(form);
+    rc_parse(shell);
+    rc_pick(shell);
     return true;
 }
 
-bool rc_report(MainForm& form)
+bool rc_report(Shell& shell)
 {
-    const RcTest& rc = form.rc;
+    const RcTest& rc = shell.rc;
     const auto best = static_cast<std::size_t>(rc.best);
     const double best_hz = best < rc.points.size() ? rc.points[best].hz : 0;
     const auto mhz = [](double hz) { return number_text(round_half_even(hz / 1000) / 1000); };
-    append_message(form, "");
-    append_message(form, "下次下载 RC 振荡器频率频率: " + mhz(best_hz) + "MHz (仅供参考)");
-    append_message(form, "                  频率误差: " + number_text(rc.rc_error / 100.0) + "%      (仅供参考)");
+    append_message(shell, "");
+    append_message(shell, "下次下载 RC 振荡器频率频率: " + mhz(best_hz) + "MHz (仅供参考)");
+    append_message(shell, "                  频率误差: " + number_text(rc.rc_error / 100.0) + "%      (仅供参考)");
     if (std::abs(rc.rc_error) <= tolerable_error)
         return true;
-    beep(form, 3);
-    if (!form.language_is_english) {
-        append_message(form, "您设置的 RC 振荡器的频率可能在此片 MCU 的频率盲区内，");
-        append_message(form, "频率盲区：" + mhz(rc.rc_gap_low) + " -- " + mhz(rc.rc_gap_high) + "MHz");
+    beep(shell, 3);
+    if (!shell.language_is_english) {
+        append_message(shell, "您设置的 RC 振荡器的频率可能在此片 MCU 的频率盲区内，");
+        append_message(shell, "频率盲区：" + mhz(rc.rc_gap_low) + " -- " + mhz(rc.rc_gap_high) + "MHz");
     }
     return false;
 }

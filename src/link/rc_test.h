@@ -4,7 +4,7 @@
 
 #include "link/frame.h"
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 namespace vrk {
 
@@ -23,10 +23,10 @@ Bytes build_rc_frame(std::span<const std::uint8_t, 6> saved, std::span<const Ban
 // The points of the reply; `frame` begins at 68. Points that the frame is too short for are left out.
 std::vector<RcPoint> parse_rc_reply(std::span<const std::uint8_t> frame, std::string_view handshake_baud);
 
-// Fills points, rc_trim and rc_error of form.rc. False: no answer, stopped, or points that no line goes through.
-bool rc_test(MainForm& form, int count);
+// Fills points, rc_trim and rc_error of shell.rc. False: no answer, stopped, or points that no line goes through.
+bool rc_test(Shell& shell, int count);
 
 // The result, said after the download. False: further than 0.25 % off the frequency wanted.
-bool rc_report(MainForm& form);
+bool rc_report(Shell& shell);
 
 } // namespace vrk

@@ -16,11 +16,11 @@ constexpr std::uint8_t end_byte = 0x16;
 constexpr int gathering_baud = 4800; // below it a frame takes long enough to be worth waiting for
 constexpr int gathering_ms = 30;
 
-std::uint8_t read_one(MainForm& form)
+std::uint8_t read_one(Shell& shell)
 {
-    form.MSComm1.InputLen = 1;
-    const auto byte = form.MSComm1.Input();
-    form.MSComm1.InputLen = 0;
+    shell.MSComm1.InputLen = 1;
+    const auto byte = shell.MSComm1.Input();
+    shell.MSComm1.InputLen = 0;
     return byte.empty() ? std::uint8_t{0} : byte[0];
 }
 
@@ -49,13 +49,13 @@ void append_bytes(LinkState& link, std::span<const std::uint8_t> bytes)
 }
 
 // Reads bytes until 46 B9 has passed. False: the header is not complete and nothing waits.
-bool header_passed(MainForm& form)
+bool header_passed(Shell& shell)
 {
-    LinkState& link = form.link;
+    LinkState& link = shell.link;
     while (!link.hdr_46_seen || !link.hdr_b9_seen) {
-        if (form.MSComm1.InBufferCount() == 0)
+        if (shell.MSComm1.InBufferCount() == 0)
             return false;
-        const std::uint8_t byte = read_one(form);
+        const std::uint8_t byte = read_one(shell);
         if (!link.hdr_46_seen) {
             link.hdr_46_seen = byte == 0x46;
             link.hdr_b9_seen = false;
@@ -69,10 +69,10 @@ bool header_passed(MainForm& form)
 }
 
 // Adds the waiting bytes to the frame; the first of a frame is the direction byte, all before it is dropped.
-void collect(MainForm& form)
+void collect(Shell& shell)
 {
-    LinkState& link = form.link;
-    auto chunk = form.MSComm1.Input();
+    LinkState& link = shell.link;
+    auto chunk = shell.MSComm1.Input();
     if (!link.accept_frames)
         return;
     if (link.rx_count == 0) {
@@ -84,28 +84,28 @@ void collect(MainForm& form)
 
 } // namespace
 
-void on_comm(MainForm& form)
+void on_comm(Shell& shell)
 {
-    if (form.MSComm1.CommEvent != CommControl::event_receive || form.link.in_receive_event)
+    if (shell.MSComm1.CommEvent != CommControl::event_receive || shell.link.in_receive_event)
         return;
-    form.link.in_receive_event = true;
-    if (form.MSComm1.baud() < gathering_baud)
-        wait_ms(form, gathering_ms);
-    if (form.link.demo_mode)
-        receive_demo(form);
-    else if (!form.link.terminal_mode)
-        receive_isp(form);
-    form.link.in_receive_event = false;
+    shell.link.in_receive_event = true;
+    if (shell.MSComm1.baud() < gathering_baud)
+        wait_ms(shell, gathering_ms);
+    if (shell.link.demo_mode)
+        receive_demo(shell);
+    else if (!shell.link.terminal_mode)
+        receive_isp(shell);
+    shell.link.in_receive_event = false;
 }
 
-void receive_isp(MainForm& form)
+void receive_isp(Shell& shell)
 {
-    LinkState& link = form.link;
-    form.MSComm1.InputLen = 0;
-    while (form.MSComm1.InBufferCount() > 0) {
-        if (link.header_required && link.rx_count == 0 && !header_passed(form))
+    LinkState& link = shell.link;
+    shell.MSComm1.InputLen = 0;
+    while (shell.MSComm1.InBufferCount() > 0) {
+        if (link.header_required && link.rx_count == 0 && !header_passed(shell))
             return;
-        collect(form);
+        collect(shell);
         if (link.rx_count < 3)
             continue; // the length byte has not come
         const std::int16_t length = link.rx_buffer[2];
@@ -116,7 +116,7 @@ void receive_isp(MainForm& form)
         const auto frame = std::span<const std::uint8_t>{link.rx_buffer}.first(static_cast<std::size_t>(length));
         if (frame.back() != end_byte)
             return drop_frame(link);
-        if (!reply_check_good(frame, wire_check(form))) {
+        if (!reply_check_good(frame, wire_check(shell))) {
             link.reply_bad = true;
             return reset_frame(link);
         }
@@ -127,28 +127,28 @@ void receive_isp(MainForm& form)
     }
 }
 
-void receive_demo(MainForm& form)
+void receive_demo(Shell& shell)
 {
-    LinkState& link = form.link;
-    form.MSComm1.InputLen = 0;
-    while (form.MSComm1.InBufferCount() > 0) {
+    LinkState& link = shell.link;
+    shell.MSComm1.InputLen = 0;
+    while (shell.MSComm1.InBufferCount() > 0) {
         if (link.rx_count < 2) {
             const std::uint8_t wanted = link.rx_count == 0 ? 0x5A : 0xA5;
-            const std::uint8_t byte = read_one(form);
+            const std::uint8_t byte = read_one(shell);
             if (byte == wanted)
                 append_bytes(link, std::span{&byte, 1});
             else
                 drop_frame(link);
             continue;
         }
-        append_bytes(link, form.MSComm1.Input());
+        append_bytes(link, shell.MSComm1.Input());
         if (link.rx_count < 4)
             continue;
         const std::size_t length = link.rx_buffer[2] * 256U + link.rx_buffer[3];
         if (length == 0 || (static_cast<std::size_t>(link.rx_count) < length && length <= LinkState::rx_size))
             continue;
         if (length > LinkState::rx_size || link.rx_buffer[length - 1] != end_byte) {
-            flush_link(form);
+            flush_link(shell);
             return drop_frame(link);
         }
         if (!demo_check_good(std::span<const std::uint8_t>{link.rx_buffer}.first(length)))

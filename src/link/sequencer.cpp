@@ -35,263 +35,263 @@ constexpr Text erase_failed_hint = {
     "Try to use the lower baud. / 请尝试用稍低的波特率下载。", "Try to use the lower baud."};
 
 // In English the firmware must be 4.0 up to letter C, 5.0 behind it; the versions compare as text.
-bool firmware_is_supported(MainForm& form)
+bool firmware_is_supported(Shell& shell)
 {
-    if (!form.language_is_english)
+    if (!shell.language_is_english)
         return true;
-    const std::string_view least = form.target.fw_letter <= "C" ? "4.0" : "5.0";
-    if (form.target.fw_version >= least)
+    const std::string_view least = shell.target.fw_letter <= "C" ? "4.0" : "5.0";
+    if (shell.target.fw_version >= least)
         return true;
-    show_box(form, firmware_too_old.en);
+    show_box(shell, firmware_too_old.en);
     return false;
 }
 
 // Third field of the option byte text.
-bool block_1_is_guarded(const MainForm& form)
+bool block_1_is_guarded(const Shell& shell)
 {
-    const std::string& text = form.options.byte_text;
+    const std::string& text = shell.options.byte_text;
     const std::size_t first = text.find(',');
     const std::size_t second = first == std::string::npos ? first : text.find(',', first + 1);
-    return form.beside.block_bytes == JobState::write_chunk && second != std::string::npos &&
+    return shell.beside.block_bytes == JobState::write_chunk && second != std::string::npos &&
         text.substr(second + 1, 1) == "1";
 }
 
-bool is_allowed(MainForm& form)
+bool is_allowed(Shell& shell)
 {
-    if (!firmware_is_supported(form) || !form.target.target_ok)
+    if (!firmware_is_supported(shell) || !shell.target.target_ok)
         return false;
-    if (!block_1_is_guarded(form))
+    if (!block_1_is_guarded(shell))
         return true;
-    beep(form, 3);
-    append_message(form, block_1_guarded);
-    form.target.target_ok = false;
+    beep(shell, 3);
+    append_message(shell, block_1_guarded);
+    shell.target.target_ok = false;
     return false;
 }
 
-void make_plan(MainForm& form)
+void make_plan(Shell& shell)
 {
-    if (!form.plan.name.empty() || !download_plan(form, Option_Orde(form.target.fw_letter, form.target.fw_version)))
+    if (!shell.plan.name.empty() || !download_plan(shell, Option_Orde(shell.target.fw_letter, shell.target.fw_version)))
         return;
-    beep(form, 2);
-    if (form.language_is_english) {
-        append_message(form, "The Program Code and EEPROM data is too big.");
-        append_message(form, "The exceeding part won't program.");
+    beep(shell, 2);
+    if (shell.language_is_english) {
+        append_message(shell, "The Program Code and EEPROM data is too big.");
+        append_message(shell, "The exceeding part won't program.");
     } else {
-        append_message(form, "程序文件超出此 MCU 固件下载范围, 超出部分不下载。 ");
+        append_message(shell, "程序文件超出此 MCU 固件下载范围, 超出部分不下载。 ");
     }
 }
 
 // Every firmware but the very first can erase.
-bool erase_stage(MainForm& form)
+bool erase_stage(Shell& shell)
 {
-    if (number_in(form.target.fw_version) <= 0.2)
+    if (number_in(shell.target.fw_version) <= 0.2)
         return true;
-    erase_chip(form);
-    if (form.link.stop_requested) {
-        report_stop(form);
-        enable_buttons(form);
+    erase_chip(shell);
+    if (shell.link.stop_requested) {
+        report_stop(shell);
+        enable_buttons(shell);
         return false;
     }
-    if (form.link.reply_ok)
+    if (shell.link.reply_ok)
         return true;
-    beep(form, 3);
-    append_with_end_time(form, erase_failed);
-    append_message(form, erase_failed_hint);
+    beep(shell, 3);
+    append_with_end_time(shell, erase_failed);
+    append_message(shell, erase_failed_hint);
     return false;
 }
 
 // The chip writes the last block out before it takes options.
-void settle(MainForm& form)
+void settle(Shell& shell)
 {
-    const bool same_baud = form.cobBaudMax.text().substr(0, 4) == form.link.handshake_baud;
-    wait_ms(form, same_baud ? 1000 : 100);
-    form.ProgressBar1.set_visible(false);
+    const bool same_baud = shell.form.cobBaudMax.text().substr(0, 4) == shell.link.handshake_baud;
+    wait_ms(shell, same_baud ? 1000 : 100);
+    shell.form.ProgressBar1.set_visible(false);
 }
 
-bool option_stage(MainForm& form)
+bool option_stage(Shell& shell)
 {
-    const McuRecord& record = wire_record(form);
+    const McuRecord& record = wire_record(shell);
     if (record.cap_all_flash_ap || record.cap_no_option_write || record.series == 1)
         return true;
-    commit_options(form);
-    return form.link.reply_ok;
+    commit_options(shell);
+    return shell.link.reply_ok;
 }
 
-void report_success(MainForm& form)
+void report_success(Shell& shell)
 {
-    JobState& job = form.job;
-    job.program_time = minutes_text(seconds_between(job.program_started, form.platform.loop.wall_time()));
-    if (form.language_is_english) {
-        append_message(form, "Program OK");
-        append_message(form, "Verify  OK ( Total: " + job.program_time + " )");
-        append_message(form, "Encrypt OK.");
+    JobState& job = shell.job;
+    job.program_time = minutes_text(seconds_between(job.program_started, shell.platform.loop.wall_time()));
+    if (shell.language_is_english) {
+        append_message(shell, "Program OK");
+        append_message(shell, "Verify  OK ( Total: " + job.program_time + " )");
+        append_message(shell, "Encrypt OK.");
         return;
     }
-    append_message(form, "Program OK / 下载 OK");
-    append_message(form, "Verify  OK / 校验 OK ");
+    append_message(shell, "Program OK / 下载 OK");
+    append_message(shell, "Verify  OK / 校验 OK ");
     if (!job.erase_time.empty())
-        append_message(form, "erase times/擦除时间 :  " + job.erase_time);
-    append_message(form, "program times/下载时间: " + job.program_time);
-    append_message(form, "Encrypt OK/ 已加密");
+        append_message(shell, "erase times/擦除时间 :  " + job.erase_time);
+    append_message(shell, "program times/下载时间: " + job.program_time);
+    append_message(shell, "Encrypt OK/ 已加密");
 }
 
-void count_success(MainForm& form)
+void count_success(Shell& shell)
 {
-    const std::string count = number_text(number_in(form.txtWrite_OK_Count.text()) + 1);
-    form.txtWrite_OK_Count.set_text(count);
-    form.platform.settings.set("Settings", "Write_OK_Count", count);
+    const std::string count = number_text(number_in(shell.form.txtWrite_OK_Count.text()) + 1);
+    shell.form.txtWrite_OK_Count.set_text(count);
+    shell.platform.settings.set("Settings", "Write_OK_Count", count);
 }
 
 bool number_is_programmed(
-    const MainForm& form, const AutoIncrease& record, const FileBuffer& buffer, std::int32_t flash_first)
+    const Shell& shell, const AutoIncrease& record, const FileBuffer& buffer, std::int32_t flash_first)
 {
     const std::int32_t first = record.address + 1 - record.bytes;
     if (!record.valid || record.bytes <= 0 || first < 0 || record.address > buffer.last())
         return true; // nothing was stamped
     const auto bytes =
         std::span{buffer.data}.subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(record.bytes));
-    return is_programmed(form, flash_first + first, bytes);
+    return is_programmed(shell, flash_first + first, bytes);
 }
 
 // The effective length of a file ends its writing, and a number does not make it longer.
-void report_left_out_number(MainForm& form)
+void report_left_out_number(Shell& shell)
 {
-    const std::int32_t data_first = wire_record(form).eeprom_first;
-    if (!number_is_programmed(form, form.code_increase, form.code_buffer, 0) ||
-        !number_is_programmed(form, form.data_increase, form.data_buffer, data_first))
-        append_message(form, number_left_out);
+    const std::int32_t data_first = wire_record(shell).eeprom_first;
+    if (!number_is_programmed(shell, shell.code_increase, shell.code_buffer, 0) ||
+        !number_is_programmed(shell, shell.data_increase, shell.data_buffer, data_first))
+        append_message(shell, number_left_out);
 }
 
 // One chip, from the first sync byte to the last option. True: the chip holds what was planned, and it has been said.
-bool program_one_chip(MainForm& form)
+bool program_one_chip(Shell& shell)
 {
-    form.link.header_required = false;
-    form.textMsg.set_text("");
-    connect_target(form, Purpose::download);
-    if (form.link.stop_requested || !is_allowed(form))
+    shell.link.header_required = false;
+    shell.form.textMsg.set_text("");
+    connect_target(shell, Purpose::download);
+    if (shell.link.stop_requested || !is_allowed(shell))
         return false;
-    make_plan(form);
-    if (!erase_stage(form))
+    make_plan(shell);
+    if (!erase_stage(shell))
         return false;
-    program_all(form);
-    if (!form.job.program_ok)
+    program_all(shell);
+    if (!shell.job.program_ok)
         return false;
-    settle(form);
-    if (!option_stage(form))
+    settle(shell);
+    if (!option_stage(shell))
         return false;
-    report_success(form);
-    report_left_out_number(form);
-    if (form.rc.rc_calibrate && !rc_report(form))
+    report_success(shell);
+    report_left_out_number(shell);
+    if (shell.rc.rc_calibrate && !rc_report(shell))
         return false;
-    count_success(form);
-    if (form.optBeepYes.value())
-        beep(form, 1);
-    form.job.number_for_next = move_numbers(form);
+    count_success(shell);
+    if (shell.form.optBeepYes.value())
+        beep(shell, 1);
+    shell.job.number_for_next = move_numbers(shell);
     return true;
 }
 
-void clear_counts(MainForm& form)
+void clear_counts(Shell& shell)
 {
-    form.MSComm1.clear_InBuffer();
-    form.MSComm1.clear_OutBuffer();
+    shell.MSComm1.clear_InBuffer();
+    shell.MSComm1.clear_OutBuffer();
 }
 
 // The time to change chips. The stop button is not looked at here: the wait runs out, and the next connection stops.
-void count_down_to_next(MainForm& form)
+void count_down_to_next(Shell& shell)
 {
-    leave_isp(form);
-    clear_counts(form);
-    close_link(form);
-    for (int i = static_cast<int>(number_in(form.comDalay_ReDownLoad.text())); i >= 0; --i) {
+    leave_isp(shell);
+    clear_counts(shell);
+    close_link(shell);
+    for (int i = static_cast<int>(number_in(shell.form.comDalay_ReDownLoad.text())); i >= 0; --i) {
         const std::string seconds = std::to_string(i);
-        if (form.language_is_english) {
-            append_message(form, "Program succeed.");
-            append_message(form, "After a few seconds, re-connection will continue.  " + seconds);
+        if (shell.language_is_english) {
+            append_message(shell, "Program succeed.");
+            append_message(shell, "After a few seconds, re-connection will continue.  " + seconds);
         } else {
-            append_message(form, "Program succeed. / 下载成功.");
-            append_message(form, "After a few seconds re-connect will continue.  " + seconds);
-            append_message(form, "Chinese:几秒钟后将继续下载下一个 MCU...  " + seconds);
+            append_message(shell, "Program succeed. / 下载成功.");
+            append_message(shell, "After a few seconds re-connect will continue.  " + seconds);
+            append_message(shell, "Chinese:几秒钟后将继续下载下一个 MCU...  " + seconds);
         }
-        form.Timer10.start();
-        while (form.Timer10.enabled())
-            form.platform.loop.yield();
+        shell.Timer10.start();
+        while (shell.Timer10.enabled())
+            shell.platform.loop.yield();
     }
 }
 
-void finish(MainForm& form)
+void finish(Shell& shell)
 {
-    form.Timer9.stop();
-    form.link.stop_requested = true;
-    form.target.target_ok = false;
-    clear_counts(form);
-    unlock_panel_after_sequence(form);
-    leave_isp(form);
-    close_link(form);
+    shell.Timer9.stop();
+    shell.link.stop_requested = true;
+    shell.target.target_ok = false;
+    clear_counts(shell);
+    unlock_panel_after_sequence(shell);
+    leave_isp(shell);
+    close_link(shell);
 }
 
-void run_download(MainForm& form, int row)
+void run_download(Shell& shell, int row)
 {
-    form.rc.last_rc_trim = no_rc_trim;
-    form.rc.rc_calibrate = series_is_15_16(form.selected.series) && row <= 1;
-    form.link.board_mode = false;
-    close_link(form);
-    if (!form.file_loaded) {
-        show_box(form, in_language(form, no_file));
+    shell.rc.last_rc_trim = no_rc_trim;
+    shell.rc.rc_calibrate = series_is_15_16(shell.selected.series) && row <= 1;
+    shell.link.board_mode = false;
+    close_link(shell);
+    if (!shell.file_loaded) {
+        show_box(shell, in_language(shell, no_file));
         return;
     }
-    if (form.cekReloadFile.value())
-        reload_code_file(form);
-    if (!numbers_fit(form))
+    if (shell.form.cekReloadFile.value())
+        reload_code_file(shell);
+    if (!numbers_fit(shell))
         return; // the number in the buffer is that of another chip
-    lock_panel_for_sequence(form);
-    disable_buttons(form);
-    form.link.stop_requested = false;
-    form.plan = DownloadPlan{};
+    lock_panel_for_sequence(shell);
+    disable_buttons(shell);
+    shell.link.stop_requested = false;
+    shell.plan = DownloadPlan{};
 
     bool another = false; // chip of a repeated download
     do {
-        form.job.succeeded = program_one_chip(form);
-        another = form.job.succeeded && row == 1 && form.job.number_for_next;
+        shell.job.succeeded = program_one_chip(shell);
+        another = shell.job.succeeded && row == 1 && shell.job.number_for_next;
         if (another)
-            count_down_to_next(form);
+            count_down_to_next(shell);
     } while (another);
-    if (form.job.succeeded)
-        finish(form);
-    else if (!form.file_loaded)
+    if (shell.job.succeeded)
+        finish(shell);
+    else if (!shell.file_loaded)
         unlock_panel_after_sequence(
-            form); // the chip was another model: the file has to be opened again, or another picked
-    enable_buttons(form);
+            shell); // the chip was another model: the file has to be opened again, or another picked
+    enable_buttons(shell);
 }
 
 } // namespace
 
-void comDownload_Click(MainForm& form, int row)
+void comDownload_Click(Shell& shell, int row)
 {
-    if (form.job.sequence_running)
+    if (shell.job.sequence_running)
         return; // a click that came while the first one was still reading its file
-    form.job.sequence_running = true;
-    form.job.succeeded = false;
-    run_download(form, row);
-    form.job.sequence_running = false;
+    shell.job.sequence_running = true;
+    shell.job.succeeded = false;
+    run_download(shell, row);
+    shell.job.sequence_running = false;
 }
 
-void comStop_Download_Click(MainForm& form)
+void comStop_Download_Click(Shell& shell)
 {
-    form.Timer9.stop();
-    form.link.stop_requested = true;
-    form.target.target_ok = false;
-    clear_counts(form);
-    close_link(form);
-    unlock_panel_after_sequence(form);
+    shell.Timer9.stop();
+    shell.link.stop_requested = true;
+    shell.target.target_ok = false;
+    clear_counts(shell);
+    close_link(shell);
+    unlock_panel_after_sequence(shell);
 }
 
-void leave_isp(MainForm& form)
+void leave_isp(Shell& shell)
 {
-    send_short_command(form, command::leave_isp);
-    form.Timer7.start(100);
-    while (!form.link.reply_ok && form.Timer7.enabled())
-        form.platform.loop.yield();
-    form.Timer7.stop();
+    send_short_command(shell, command::leave_isp);
+    shell.Timer7.start(100);
+    while (!shell.link.reply_ok && shell.Timer7.enabled())
+        shell.platform.loop.yield();
+    shell.Timer7.stop();
 }
 
 } // namespace vrk

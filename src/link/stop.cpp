@@ -8,21 +8,21 @@ constexpr Text connection_failed = {"Connection failed. / 握手失败 (End: ", 
 
 }
 
-void report_stop(MainForm& form)
+void report_stop(Shell& shell)
 {
-    beep(form, 1);
-    append_message(form, stop_text);
+    beep(shell, 1);
+    append_message(shell, stop_text);
 }
 
-void report_connection_failed(MainForm& form, int beeps)
+void report_connection_failed(Shell& shell, int beeps)
 {
-    beep(form, beeps);
-    append_with_end_time(form, connection_failed);
+    beep(shell, beeps);
+    append_with_end_time(shell, connection_failed);
 }
 
-void append_with_end_time(MainForm& form, const Text& text)
+void append_with_end_time(Shell& shell, const Text& text)
 {
-    append_message(form, std::string{in_language(form, text)} + clock_now(form) + ")");
+    append_message(shell, std::string{in_language(shell, text)} + clock_now(shell) + ")");
 }
 
 } // namespace vrk

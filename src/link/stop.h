@@ -5,12 +5,12 @@
 
 namespace vrk {
 
-void report_stop(MainForm& form); // one beep and the stop text
+void report_stop(Shell& shell); // one beep and the stop text
 // Beeps, then "Connection failed. (End: hh:mm:ss)".
-void report_connection_failed(MainForm& form, int beeps);
+void report_connection_failed(Shell& shell, int beeps);
 
 // "text" + the time of day + ")".
-void append_with_end_time(MainForm& form, const Text& text);
+void append_with_end_time(Shell& shell, const Text& text);
 
 constexpr Text stop_text = {"Operation stopped. / 操作被停止.", "Operation stopped. "};
 

@@ -116,10 +116,10 @@ const PageOfSeries* row_of_series(int series)
 }
 
 // What the box of a key's row says; nothing where the page has no such row, or the form no such box.
-std::optional<std::string> box_text(const MainForm& form, int page, std::string_view key)
+std::optional<std::string> box_text(const Shell& shell, int page, std::string_view key)
 {
-    const int row = find_key(form.option_table, page, key);
-    const Control* box = row < 0 ? nullptr : control_of_row(form, page, row);
+    const int row = find_key(shell.option_table, page, key);
+    const Control* box = row < 0 ? nullptr : control_of_row(shell, page, row);
     if (box == nullptr)
         return std::nullopt;
     return read_property(*box, "Text");
@@ -130,15 +130,15 @@ void put_field(std::uint8_t& byte, std::uint8_t field, int bits)
     byte = static_cast<std::uint8_t>((byte & ~field) | (bits & field));
 }
 
-void write_numeric_options(MainForm& form, int page)
+void write_numeric_options(Shell& shell, int page)
 {
-    auto& bytes = form.options.option_bytes;
+    auto& bytes = shell.options.option_bytes;
     const int row = watchdog_byte(page);
-    if (const auto divider = box_text(form, page, "WDT_Prescalar"); divider && row >= 0)
+    if (const auto divider = box_text(shell, page, "WDT_Prescalar"); divider && row >= 0)
         put_field(bytes[row][0], watchdog_field, watchdog_code(*divider));
-    if (const auto divider = box_text(form, page, "RC30K_Divder"))
+    if (const auto divider = box_text(shell, page, "RC30K_Divder"))
         put_field(bytes[rc30k_byte][0], rc30k_field, rc30k_code(*divider) * 16);
-    write_rc_bytes(form);
+    write_rc_bytes(shell);
 }
 
 } // namespace
@@ -234,62 +234,62 @@ int watchdog_divider(std::int16_t status_byte) { return 2 << (status_byte & watc
 
 std::uint8_t rc30k_code(std::string_view divider) { return code_in(rc30k_dividers, divider); }
 
-void fill_divider_lists(MainForm& form)
+void fill_divider_lists(Shell& shell)
 {
-    form.comWDT_Prescalar[0].set_items({std::begin(watchdog_dividers), std::end(watchdog_dividers)});
-    form.comWDT_Prescalar[1].set_items({std::begin(rc30k_dividers), std::end(rc30k_dividers)});
+    shell.form.comWDT_Prescalar[0].set_items({std::begin(watchdog_dividers), std::end(watchdog_dividers)});
+    shell.form.comWDT_Prescalar[1].set_items({std::begin(rc30k_dividers), std::end(rc30k_dividers)});
 }
 
-int find_key(const MainForm& form, std::string_view key)
+int find_key(const Shell& shell, std::string_view key)
 {
-    return find_key(form.option_table, option_page_of_series(form.selected.series).page, key);
+    return find_key(shell.option_table, option_page_of_series(shell.selected.series).page, key);
 }
 
-void clear_snapshot(MainForm& form)
+void clear_snapshot(Shell& shell)
 {
-    clear_snapshot(form.option_table, option_page_of_series(form.selected.series).page);
+    clear_snapshot(shell.option_table, option_page_of_series(shell.selected.series).page);
 }
 
-void snapshot_controls(MainForm& form)
+void snapshot_controls(Shell& shell)
 {
-    clear_snapshot(form);
-    const auto [page, last_row] = option_page_of_series(form.selected.series);
+    clear_snapshot(shell);
+    const auto [page, last_row] = option_page_of_series(shell.selected.series);
     for (int row = 0; row <= last_row; ++row) {
-        if (form.option_table.cell(page, row, OptionColumn::bit_code).empty())
+        if (shell.option_table.cell(page, row, OptionColumn::bit_code).empty())
             continue;
-        if (const Control* control = control_of_row(form, page, row)) {
-            const std::string& property = form.option_table.cell(page, row, OptionColumn::property);
-            form.option_table.set_cell(page, row, OptionColumn::snapshot, read_property(*control, property));
+        if (const Control* control = control_of_row(shell, page, row)) {
+            const std::string& property = shell.option_table.cell(page, row, OptionColumn::property);
+            shell.option_table.set_cell(page, row, OptionColumn::snapshot, read_property(*control, property));
         }
     }
 }
 
-void build_option_bytes(MainForm& form)
+void build_option_bytes(Shell& shell)
 {
-    const auto group = option_group(form.selected.series);
+    const auto group = option_group(shell.selected.series);
     if (!group)
         return;
-    const OptionPage page = option_page_of_series(form.selected.series);
-    snapshot_controls(form);
-    reset_option_bytes(form.options, *group);
-    write_chosen_bits(form.options, form.option_table, page);
-    write_numeric_options(form, page.page);
-    if (option_family(form.selected.series) == 4) {
-        form.options.spare_row_16 = form.options.option_bytes[16][0];
-        form.options.option_bytes[16][0] = 255;
+    const OptionPage page = option_page_of_series(shell.selected.series);
+    snapshot_controls(shell);
+    reset_option_bytes(shell.options, *group);
+    write_chosen_bits(shell.options, shell.option_table, page);
+    write_numeric_options(shell, page.page);
+    if (option_family(shell.selected.series) == 4) {
+        shell.options.spare_row_16 = shell.options.option_bytes[16][0];
+        shell.options.option_bytes[16][0] = 255;
     }
 }
 
-void decode_option_bytes(MainForm& form, OptionPage page)
+void decode_option_bytes(Shell& shell, OptionPage page)
 {
-    decode_option_bytes(form.option_table, page, form.options);
+    decode_option_bytes(shell.option_table, page, shell.options);
 }
 
-bool is_chosen(const MainForm& form, std::string_view key)
+bool is_chosen(const Shell& shell, std::string_view key)
 {
-    const int page = option_page_of_series(form.selected.series).page;
+    const int page = option_page_of_series(shell.selected.series).page;
     const std::string& snapshot =
-        form.option_table.cell(page, find_key(form.option_table, page, key), OptionColumn::snapshot);
+        shell.option_table.cell(page, find_key(shell.option_table, page, key), OptionColumn::snapshot);
     return snapshot == "True" || number_in(snapshot) > 0;
 }
 

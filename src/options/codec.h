@@ -2,7 +2,7 @@
 // on the rows of the option table. Nothing is coded an option: the rows carry their bits.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 #include <cstdint>
 #include <optional>
@@ -49,17 +49,17 @@ int watchdog_byte(int page); // row of option_bytes that holds it; -1: none
 int watchdog_divider(std::int16_t status_byte); // 2 to 256
 std::uint8_t rc30k_code(std::string_view divider); // 0 for "4096" to 3 for "32768" and everything else
 
-// ---- on the form, for the selected model
+// ---- on the shell, for the selected model
 // --------------------------------------------------------------------------------
 
-void fill_divider_lists(MainForm& form); // once, before anything is chosen
-int find_key(const MainForm& form, std::string_view key);
-void clear_snapshot(MainForm& form);
-void snapshot_controls(MainForm& form); // the panel as it stands
-void build_option_bytes(MainForm& form); // takes a snapshot; then column 0 is what the chip shall hold
-void decode_option_bytes(MainForm& form, OptionPage page);
+void fill_divider_lists(Shell& shell); // once, before anything is chosen
+int find_key(const Shell& shell, std::string_view key);
+void clear_snapshot(Shell& shell);
+void snapshot_controls(Shell& shell); // the panel as it stands
+void build_option_bytes(Shell& shell); // takes a snapshot; then column 0 is what the chip shall hold
+void decode_option_bytes(Shell& shell, OptionPage page);
 
 // After a snapshot: its button is the chosen one. After a decode: it holds in the chip.
-bool is_chosen(const MainForm& form, std::string_view key);
+bool is_chosen(const Shell& shell, std::string_view key);
 
 } // namespace vrk

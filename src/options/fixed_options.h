@@ -1,10 +1,10 @@
 // The panel of a model whose options cannot be written: lines that tell how it leaves the factory.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 namespace vrk {
 
-void show_fixed_options(MainForm& form); // series 5 to 17
+void show_fixed_options(Shell& shell); // series 5 to 17
 
 } // namespace vrk

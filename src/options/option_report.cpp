@@ -41,25 +41,25 @@ constexpr std::uint8_t double_speed_bit = 8;
 
 constexpr Text firmware_text = {"   固件版本号: ", "  Firmware Version: "};
 
-const McuRecord& chip_of(const MainForm& form) { return form.target.identified ? form.connected : form.selected; }
+const McuRecord& chip_of(const Shell& shell) { return shell.target.identified ? shell.connected : shell.selected; }
 
 // The watchdog's divider has no bit of its own: it is a number in a field. Its line is always said.
-void decode_watchdog(MainForm& form, OptionPage page)
+void decode_watchdog(Shell& shell, OptionPage page)
 {
-    OptionTable& table = form.option_table;
+    OptionTable& table = shell.option_table;
     const int row = find_key(table, page.page, "WDT_Prescalar");
     const int byte = watchdog_byte(page.page);
     if (row < 0 || byte < 0)
         return;
     const int power_on = find_key(table, page.page, "Power_On_Run_WDT_YES");
     const bool runs = table.cell(page.page, power_on, OptionColumn::snapshot) == "1";
-    const int divider = watchdog_divider(form.options.status_bytes[byte]);
+    const int divider = watchdog_divider(shell.options.status_bytes[byte]);
     table.set_cell(page.page, row, OptionColumn::snapshot, runs ? "1" : std::to_string(divider));
 }
 
-std::vector<std::string> lines_of(const MainForm& form, OptionPage page)
+std::vector<std::string> lines_of(const Shell& shell, OptionPage page)
 {
-    const OptionTable& table = form.option_table;
+    const OptionTable& table = shell.option_table;
     std::vector<std::string> lines;
     for (int row = 0; row <= page.last_row; ++row) {
         const std::string& report = table.cell(page.page, row, OptionColumn::report);
@@ -67,39 +67,39 @@ std::vector<std::string> lines_of(const MainForm& form, OptionPage page)
             continue;
         std::string line = report;
         if (table.cell(page.page, row, OptionColumn::key) == "WDT_Prescalar")
-            line += " " + std::to_string(watchdog_divider(form.options.status_bytes[watchdog_byte(page.page)]));
+            line += " " + std::to_string(watchdog_divider(shell.options.status_bytes[watchdog_byte(page.page)]));
         lines.push_back(std::move(line));
     }
     return lines;
 }
 
-void show_on_label(MainForm& form, std::size_t label, std::string_view line)
+void show_on_label(Shell& shell, std::size_t label, std::string_view line)
 {
-    form.LabLock[label].set_caption(line);
-    form.LabLock[label].set_visible(true);
+    shell.form.LabLock[label].set_caption(line);
+    shell.form.LabLock[label].set_visible(true);
 }
 
-void show_check_page(MainForm& form, const std::vector<std::string>& lines)
+void show_check_page(Shell& shell, const std::vector<std::string>& lines)
 {
-    clear_check_page(form);
-    const TargetFacts& target = form.target;
-    show_on_label(form, 1,
-        " MCU: " + target.target_name + std::string{in_language(form, firmware_text)} + target.fw_version +
+    clear_check_page(shell);
+    const TargetFacts& target = shell.target;
+    show_on_label(shell, 1,
+        " MCU: " + target.target_name + std::string{in_language(shell, firmware_text)} + target.fw_version +
             target.fw_letter);
     for (std::size_t i = 0; i < lines.size() && i < most_line_labels; ++i)
-        show_on_label(form, first_line_label + i, lines[i]);
+        show_on_label(shell, first_line_label + i, lines[i]);
 }
 
-void decode_and_say(MainForm& form, OptionPage page)
+void decode_and_say(Shell& shell, OptionPage page)
 {
-    const char letter = form.target.fw_letter[0];
-    decode_option_bytes(form, page);
-    write_report_voltages(form, page.page, letter, chip_of(form));
-    decode_watchdog(form, page);
-    const std::vector<std::string> lines = lines_of(form, page);
+    const char letter = shell.target.fw_letter[0];
+    decode_option_bytes(shell, page);
+    write_report_voltages(shell, page.page, letter, chip_of(shell));
+    decode_watchdog(shell, page);
+    const std::vector<std::string> lines = lines_of(shell, page);
     for (const std::string& line : lines)
-        append_message(form, line);
-    show_check_page(form, lines);
+        append_message(shell, line);
+    show_check_page(shell, lines);
 }
 
 } // namespace
@@ -115,44 +115,44 @@ OptionPage option_page_of_letter(std::string_view letter)
     return {};
 }
 
-void report_options(MainForm& form)
+void report_options(Shell& shell)
 {
-    const OptionPage page = option_page_of_letter(form.target.fw_letter);
+    const OptionPage page = option_page_of_letter(shell.target.fw_letter);
     if (!page.exists())
         return;
-    auto& status = form.options.status_bytes;
-    if (form.target.fw_letter != "R")
-        return decode_and_say(form, page);
+    auto& status = shell.options.status_bytes;
+    if (shell.target.fw_letter != "R")
+        return decode_and_say(shell, page);
     // Letter R keeps in byte 12 what the page looks for in byte 8.
     const std::int16_t kept = status[8];
     status[8] = status[12];
     status[12] = 255;
-    decode_and_say(form, page);
+    decode_and_say(shell, page);
     status[12] = status[8];
     status[8] = kept;
 }
 
-void report_old_firmware(MainForm& form)
+void report_old_firmware(Shell& shell)
 {
-    const TargetFacts& target = form.target;
+    const TargetFacts& target = shell.target;
     if (target.fw_letter != "A" && target.fw_letter != "B")
         return;
-    clear_check_page(form);
-    show_on_label(form, 1, "MCU Type is:                      " + target.target_name);
-    show_on_label(form, 2, "MCU Firmware Version / MCU 固件版本号: " + target.fw_version + target.fw_letter);
+    clear_check_page(shell);
+    show_on_label(shell, 1, "MCU Type is:                      " + target.target_name);
+    show_on_label(shell, 2, "MCU Firmware Version / MCU 固件版本号: " + target.fw_version + target.fw_letter);
     if (target.fw_letter == "B")
-        return show_on_label(form, 3, "Double speed (6 clock) / 双倍速:     Unknown");
-    const bool doubled = (form.link.rx_buffer[old_options_index] & double_speed_bit) != 0;
+        return show_on_label(shell, 3, "Double speed (6 clock) / 双倍速:     Unknown");
+    const bool doubled = (shell.link.rx_buffer[old_options_index] & double_speed_bit) != 0;
     show_on_label(
-        form, 3, doubled ? "Double speed (6 clock) / 双倍速:       Yes" : "Double speed (6 clock) / 双倍速:        No");
+        shell, 3, doubled ? "Double speed (6 clock) / 双倍速:       Yes" : "Double speed (6 clock) / 双倍速:        No");
 }
 
-void clear_check_page(MainForm& form)
+void clear_check_page(Shell& shell)
 {
-    form.LabLock[head_label].set_visible(true);
-    form.LabLock[foot_label].set_visible(true);
+    shell.form.LabLock[head_label].set_visible(true);
+    shell.form.LabLock[foot_label].set_visible(true);
     for (std::size_t label = 1; label <= last_cleared_label; ++label)
-        form.LabLock[label].set_caption("");
+        shell.form.LabLock[label].set_caption("");
 }
 
 } // namespace vrk

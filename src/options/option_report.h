@@ -10,12 +10,12 @@ namespace vrk {
 OptionPage option_page_of_letter(std::string_view letter);
 
 // Decodes status_bytes and says every choice that holds. Nothing for a letter without a page.
-void report_options(MainForm& form);
+void report_options(Shell& shell);
 
 // The check page of the two oldest letters, from the status frame in rx_buffer.
-void report_old_firmware(MainForm& form);
+void report_old_firmware(Shell& shell);
 
 // The check page when a model is selected: head and foot, nothing between.
-void clear_check_page(MainForm& form);
+void clear_check_page(Shell& shell);
 
 } // namespace vrk

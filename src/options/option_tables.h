@@ -1,7 +1,7 @@
 // Fills the option table: the pages of the panel row by row, and the page of the project fields.
 #pragma once
 
-#include "form/option_table.h"
+#include "options/option_table.h"
 
 namespace vrk {
 

@@ -35,112 +35,112 @@ constexpr int no_low_voltage_item = 15;
 
 bool is_older_newer(int series) { return series >= 3 && series <= 5; }
 
-std::array<std::span<OptionButton>, 14> option_groups(MainForm& form)
+std::array<std::span<OptionButton>, 14> option_groups(Shell& shell)
 {
-    return {form.Option0, form.Option1, form.Option2, form.Option3, form.Option4, form.Option5, form.Option6,
-        form.Option7, form.Option8, form.Option9, form.Option10, form.Option11, form.Option12, form.Option13};
+    return {shell.form.Option0, shell.form.Option1, shell.form.Option2, shell.form.Option3, shell.form.Option4, shell.form.Option5, shell.form.Option6,
+        shell.form.Option7, shell.form.Option8, shell.form.Option9, shell.form.Option10, shell.form.Option11, shell.form.Option12, shell.form.Option13};
 }
 
-void hide_all(MainForm& form)
+void hide_all(Shell& shell)
 {
     const auto hide = [](auto& controls) {
         for (auto& control : controls)
             control.set_visible(false);
     };
-    for (const std::span<OptionButton> group : option_groups(form)) {
+    for (const std::span<OptionButton> group : option_groups(shell)) {
         for (OptionButton& button : group) {
             button.set_value(false);
             button.set_visible(false);
         }
     }
-    hide(form.LabOption);
-    for (Label& label : form.LabOption)
+    hide(shell.form.LabOption);
+    for (Label& label : shell.form.LabOption)
         label.set_caption(""); // a note without words must not keep those of the model before
-    hide(form.LabOptionC);
-    hide(form.Picture2);
-    hide(form.comWDT_Prescalar);
+    hide(shell.form.LabOptionC);
+    hide(shell.form.Picture2);
+    hide(shell.form.comWDT_Prescalar);
     for (Control* control : std::initializer_list<Control*>{
-             &form.Frame15, &form.Frame20, &form.Frame23, &form.Picture4, &form.Picture7, &form.Label20})
+             &shell.form.Frame15, &shell.form.Frame20, &shell.form.Frame23, &shell.form.Picture4, &shell.form.Picture7, &shell.form.Label20})
         control->set_visible(false);
 }
 
 // Boxes of the RC oscillator: only two families have them.
-void show_rc_boxes(MainForm& form)
+void show_rc_boxes(Shell& shell)
 {
-    const bool shown = form.series_is_15_16;
-    for (Label& label : form.Label8)
+    const bool shown = shell.series_is_15_16;
+    for (Label& label : shell.form.Label8)
         label.set_visible(false);
-    for (ComboBox& box : form.com_RC_frequency)
+    for (ComboBox& box : shell.form.com_RC_frequency)
         box.set_visible(false);
-    form.txt_RC_frequency.set_visible(false);
-    form.txt_RC_frequency.set_enabled(false);
+    shell.form.txt_RC_frequency.set_visible(false);
+    shell.form.txt_RC_frequency.set_enabled(false);
     for (const std::size_t box : {0U, 4U, 5U})
-        form.com_RC_frequency[box].set_visible(shown);
+        shell.form.com_RC_frequency[box].set_visible(shown);
     // The frequency wanted and the low voltage have strips of their own on the Chinese page.
-    form.Label8[0].set_visible(shown && form.language_is_english);
-    form.Label8[3].set_visible(shown && form.language_is_english);
-    form.Label8[4].set_visible(shown);
+    shell.form.Label8[0].set_visible(shown && shell.language_is_english);
+    shell.form.Label8[3].set_visible(shown && shell.language_is_english);
+    shell.form.Label8[4].set_visible(shown);
     if (shown)
-        fill_low_voltage_list(form, no_low_voltage_item);
-    if (form.series_is_15_16_17)
-        sync_rc_divider(form);
+        fill_low_voltage_list(shell, no_low_voltage_item);
+    if (shell.series_is_15_16_17)
+        sync_rc_divider(shell);
 }
 
-void show_pin_group(MainForm& form)
+void show_pin_group(Shell& shell)
 {
-    const int series = form.selected.series;
+    const int series = shell.selected.series;
     const bool shown = series == 2 || series_is_rc_group(series) || is_older_newer(series) || series == 18;
-    form.Picture4.set_visible(shown);
-    form.Picture7.set_visible(shown);
+    shell.form.Picture4.set_visible(shown);
+    shell.form.Picture7.set_visible(shown);
 }
 
-bool strip_is_shown(const MainForm& form, int strip)
+bool strip_is_shown(const Shell& shell, int strip)
 {
-    const bool small = is_older_newer(form.selected.series) && form.selected.ap_last < all_strips_from;
+    const bool small = is_older_newer(shell.selected.series) && shell.selected.ap_last < all_strips_from;
     return !small || strip <= last_strip_of_small || strip >= second_stack;
 }
 
-void show_strips(MainForm& form, int page)
+void show_strips(Shell& shell, int page)
 {
-    for (int row = 0; row < form.option_table.filled_rows(page); ++row) {
-        if (form.option_table.cell(page, row, OptionColumn::control) != "LabOption")
+    for (int row = 0; row < shell.option_table.filled_rows(page); ++row) {
+        if (shell.option_table.cell(page, row, OptionColumn::control) != "LabOption")
             continue;
-        const int strip = static_cast<int>(number_in(form.option_table.cell(page, row, OptionColumn::index)));
-        form.Picture2[strip].set_visible(strip_is_shown(form, strip));
+        const int strip = static_cast<int>(number_in(shell.option_table.cell(page, row, OptionColumn::index)));
+        shell.form.Picture2[strip].set_visible(strip_is_shown(shell, strip));
     }
 }
 
-void apply_rows(MainForm& form, int page)
+void apply_rows(Shell& shell, int page)
 {
-    for (int row = 0; row < form.option_table.filled_rows(page); ++row) {
-        if (Control* control = control_of_row(form, page, row))
-            apply_option_row(form, page, *control, row);
+    for (int row = 0; row < shell.option_table.filled_rows(page); ++row) {
+        if (Control* control = control_of_row(shell, page, row))
+            apply_option_row(shell, page, *control, row);
     }
 }
 
-void show_note(MainForm& form, const Text& note)
+void show_note(Shell& shell, const Text& note)
 {
-    form.LabOptionC[0].set_caption(in_language(form, note));
-    form.LabOptionC[0].set_visible(!in_language(form, note).empty());
+    shell.form.LabOptionC[0].set_caption(in_language(shell, note));
+    shell.form.LabOptionC[0].set_visible(!in_language(shell, note).empty());
 }
 
-void build_from_page(MainForm& form)
+void build_from_page(Shell& shell)
 {
-    const int series = form.selected.series;
+    const int series = shell.selected.series;
     const int page = option_page_of_series(series).page;
-    form.FrameX[3].set_caption(in_language(form, step_4));
-    show_strips(form, page);
-    write_panel_voltages(form, page);
-    apply_rows(form, page);
-    show_pin_group(form);
+    shell.form.FrameX[3].set_caption(in_language(shell, step_4));
+    show_strips(shell, page);
+    write_panel_voltages(shell, page);
+    apply_rows(shell, page);
+    show_pin_group(shell);
     if (series == 0) {
-        form.LabOption[0].set_caption(in_language(form, double_speed_label));
-        show_note(form, double_speed_note);
+        shell.form.LabOption[0].set_caption(in_language(shell, double_speed_label));
+        show_note(shell, double_speed_note);
     } else if (series == 1) {
-        show_note(form, aspen_note);
+        show_note(shell, aspen_note);
     }
-    if (is_older_newer(series) && form.selected.ap_last < internal_clock_below)
-        form.Option0[0].set_value(true);
+    if (is_older_newer(series) && shell.selected.ap_last < internal_clock_below)
+        shell.form.Option0[0].set_value(true);
 }
 
 OptionColumn enable_column(std::int16_t panel_state)
@@ -156,35 +156,35 @@ OptionColumn enable_column(std::int16_t panel_state)
 }
 
 // The oldest families with a watchdog: one that a reset stops has nothing more to choose.
-void enable_watchdog_rows(MainForm& form)
+void enable_watchdog_rows(Shell& shell)
 {
-    const bool enabled = !form.Option10[1].value();
+    const bool enabled = !shell.form.Option10[1].value();
     for (Control* control : std::initializer_list<Control*>{
-             &form.Label9, &form.comWDT_Prescalar[0], &form.LabOption[11], &form.Option11[0], &form.Option11[1]})
+             &shell.form.Label9, &shell.form.comWDT_Prescalar[0], &shell.form.LabOption[11], &shell.form.Option11[0], &shell.form.Option11[1]})
         control->set_enabled(enabled);
 }
 
 } // namespace
 
-void build_option_panel(MainForm& form)
+void build_option_panel(Shell& shell)
 {
-    form.textMsg.set_text("");
-    hide_all(form);
-    show_rc_boxes(form);
-    if (form.selected.cap_no_option_write) {
-        form.FrameX[3].set_caption(in_language(form, step_4_fixed));
-        show_fixed_options(form);
+    shell.form.textMsg.set_text("");
+    hide_all(shell);
+    show_rc_boxes(shell);
+    if (shell.selected.cap_no_option_write) {
+        shell.form.FrameX[3].set_caption(in_language(shell, step_4_fixed));
+        show_fixed_options(shell);
     } else {
-        build_from_page(form);
+        build_from_page(shell);
     }
-    apply_options_to_controls(form);
+    apply_options_to_controls(shell);
 }
 
 // Where the row's other columns would place or enable a control, they have no effect here: the window lays its strips
 // out by itself, and what can be changed is a matter of the panel state.
-void apply_option_row(MainForm& form, int page, Control& control, int row)
+void apply_option_row(Shell& shell, int page, Control& control, int row)
 {
-    const OptionTable& table = form.option_table;
+    const OptionTable& table = shell.option_table;
     const std::string& value = table.cell(page, row, OptionColumn::value);
     if (!value.empty())
         write_property(control, table.cell(page, row, OptionColumn::property), value);
@@ -193,24 +193,24 @@ void apply_option_row(MainForm& form, int page, Control& control, int row)
         control.set_visible(number_in(visible) != 0);
 }
 
-void apply_options_to_controls(MainForm& form)
+void apply_options_to_controls(Shell& shell)
 {
-    const OptionColumn column = enable_column(form.job.panel_state);
-    for (const int page : {option_page::project_fields, option_page_of_series(form.selected.series).page}) {
-        for (int row = 0; row < form.option_table.filled_rows(page); ++row) {
-            if (Control* control = control_of_row(form, page, row))
-                control->set_enabled(number_in(form.option_table.cell(page, row, column)) != 0);
+    const OptionColumn column = enable_column(shell.job.panel_state);
+    for (const int page : {option_page::project_fields, option_page_of_series(shell.selected.series).page}) {
+        for (int row = 0; row < shell.option_table.filled_rows(page); ++row) {
+            if (Control* control = control_of_row(shell, page, row))
+                control->set_enabled(number_in(shell.option_table.cell(page, row, column)) != 0);
         }
     }
     // A model without a data flash has no file whose sum could be told, and no number in it.
-    if (!has_eeprom_buffer(form.selected)) {
-        form.txtDataFileCheckSum.set_enabled(false);
-        form.cheData_Auto_Increase.set_enabled(false);
+    if (!has_eeprom_buffer(shell.selected)) {
+        shell.form.txtDataFileCheckSum.set_enabled(false);
+        shell.form.cheData_Auto_Increase.set_enabled(false);
     }
-    enable_number_fields(form);
+    enable_number_fields(shell);
 }
 
-void enable_number_fields(MainForm& form)
+void enable_number_fields(Shell& shell)
 {
     const auto enable = [](const CheckBox& box, auto& fields, auto& systems) {
         const bool enabled = box.enabled() && !box.value();
@@ -219,34 +219,34 @@ void enable_number_fields(MainForm& form)
         for (OptionButton& system : systems)
             system.set_enabled(enabled);
     };
-    enable(form.cheAuto_Increase, form.texAuto_Increase, form.optAuto_Increase);
-    enable(form.cheData_Auto_Increase, form.texData_Auto_Increase, form.optData_Auto_Increase);
+    enable(shell.form.cheAuto_Increase, shell.form.texAuto_Increase, shell.form.optAuto_Increase);
+    enable(shell.form.cheData_Auto_Increase, shell.form.texData_Auto_Increase, shell.form.optData_Auto_Increase);
 }
 
-void change_low_voltage_default(MainForm& form, std::string_view node_key)
+void change_low_voltage_default(Shell& shell, std::string_view node_key)
 {
-    const int series = form.selected.series;
+    const int series = shell.selected.series;
     const int page = option_page_of_series(series).page;
-    const int row = find_key(form.option_table, page, "LowU_Reset_YES_Clew");
-    if (!is_older_newer(series) || form.language_is_english || row < 0)
+    const int row = find_key(shell.option_table, page, "LowU_Reset_YES_Clew");
+    if (!is_older_newer(series) || shell.language_is_english || row < 0)
         return;
     const bool high = node_key.ends_with("Series") || series == 5;
-    form.option_table.set_cell(page, row + 1, OptionColumn::value, high ? "1" : "0");
-    form.option_table.set_cell(page, row + 3, OptionColumn::value, high ? "0" : "1");
+    shell.option_table.set_cell(page, row + 1, OptionColumn::value, high ? "1" : "0");
+    shell.option_table.set_cell(page, row + 3, OptionColumn::value, high ? "0" : "1");
 }
 
-void option_button_click(MainForm& form, int strip, int index)
+void option_button_click(Shell& shell, int strip, int index)
 {
-    const int series = form.selected.series;
+    const int series = shell.selected.series;
     const bool reset_pin_is_bound_to_clock = series >= 7 && !series_is_rc_group(series);
-    if (strip == 0 && index == 0 && reset_pin_is_bound_to_clock && form.Option0[0].value())
-        form.Option1[1].set_value(true); // the internal oscillator needs the pin as RESET
+    if (strip == 0 && index == 0 && reset_pin_is_bound_to_clock && shell.form.Option0[0].value())
+        shell.form.Option1[1].set_value(true); // the internal oscillator needs the pin as RESET
     if (strip == 1 && index == 0 && reset_pin_is_bound_to_clock)
-        form.Option0[1].set_value(true);
+        shell.form.Option0[1].set_value(true);
     if (strip == 9 && series < 3)
-        enable_watchdog_rows(form);
+        enable_watchdog_rows(shell);
     if (strip >= 9 && strip <= 13 && series >= 3)
-        apply_options_to_controls(form);
+        apply_options_to_controls(shell);
 }
 
 } // namespace vrk

@@ -18,40 +18,40 @@ constexpr std::string_view clash = "请不要用同一个 I/O 口线控制 485 �
 
 } // namespace
 
-void fill_pin_lists(MainForm& form)
+void fill_pin_lists(Shell& shell)
 {
     const std::vector<std::string> list{std::begin(pins), std::end(pins)};
-    form.comb_485_pin.set_items(list);
-    form.comb_External_WDT.set_items(list);
+    shell.form.comb_485_pin.set_items(list);
+    shell.form.comb_External_WDT.set_items(list);
 }
 
-void check_pin_clash(MainForm& form)
+void check_pin_clash(Shell& shell)
 {
-    if (form.comb_485_pin.text() == form.comb_External_WDT.text())
-        show_box(form, clash);
+    if (shell.form.comb_485_pin.text() == shell.form.comb_External_WDT.text())
+        show_box(shell, clash);
 }
 
-void comb_485_pin_Click(MainForm& form)
+void comb_485_pin_Click(Shell& shell)
 {
-    check_pin_clash(form);
-    arm_save(form);
+    check_pin_clash(shell);
+    arm_save(shell);
 }
 
-void comb_External_WDT_Click(MainForm& form) { check_pin_clash(form); }
+void comb_External_WDT_Click(Shell& shell) { check_pin_clash(shell); }
 
-void opt_485_pin_Click(MainForm& form)
+void opt_485_pin_Click(Shell& shell)
 {
-    const bool used = !form.opt_485_pin[0].value();
-    form.comb_485_pin.set_enabled(used);
-    form.Lab_485_pin.set_enabled(used);
-    form.opt_485_logic[0].set_enabled(used);
-    form.opt_485_logic[1].set_enabled(used);
+    const bool used = !shell.form.opt_485_pin[0].value();
+    shell.form.comb_485_pin.set_enabled(used);
+    shell.form.Lab_485_pin.set_enabled(used);
+    shell.form.opt_485_logic[0].set_enabled(used);
+    shell.form.opt_485_logic[1].set_enabled(used);
 }
 
-void opt_External_WDT_Click(MainForm& form) { form.comb_External_WDT.set_enabled(!form.opt_External_WDT[0].value()); }
+void opt_External_WDT_Click(Shell& shell) { shell.form.comb_External_WDT.set_enabled(!shell.form.opt_External_WDT[0].value()); }
 
-void opt_485_logic_Click(MainForm& form) { arm_save(form); }
+void opt_485_logic_Click(Shell& shell) { arm_save(shell); }
 
-void opt_ISP_DEMO_WDT_Click(MainForm& form) { form.comb_WDT.set_enabled(form.opt_ISP_DEMO_WDT[1].value()); }
+void opt_ISP_DEMO_WDT_Click(Shell& shell) { shell.form.comb_WDT.set_enabled(shell.form.opt_ISP_DEMO_WDT[1].value()); }
 
 } // namespace vrk

@@ -65,50 +65,50 @@ std::vector<std::string> places(int count)
 
 } // namespace
 
-void fill_rc_lists(MainForm& form)
+void fill_rc_lists(Shell& shell)
 {
-    form.com_RC_frequency[0].set_items(items(wanted_mhz));
-    form.com_RC_frequency[1].set_items(items(band_mhz));
-    form.com_RC_frequency[2].set_items(places(trims));
-    form.com_RC_frequency[3].set_items(places(dividers));
-    form.com_RC_frequency[4].set_items(items(voltage_codes));
-    form.com_RC_frequency[5].set_items(items(test_mhz));
+    shell.form.com_RC_frequency[0].set_items(items(wanted_mhz));
+    shell.form.com_RC_frequency[1].set_items(items(band_mhz));
+    shell.form.com_RC_frequency[2].set_items(places(trims));
+    shell.form.com_RC_frequency[3].set_items(places(dividers));
+    shell.form.com_RC_frequency[4].set_items(items(voltage_codes));
+    shell.form.com_RC_frequency[5].set_items(items(test_mhz));
 }
 
-void fill_low_voltage_list(MainForm& form, int default_index)
+void fill_low_voltage_list(Shell& shell, int default_index)
 {
-    ComboBox& list = form.com_RC_frequency[4];
+    ComboBox& list = shell.form.com_RC_frequency[4];
     list.set_items({});
-    if (series_is_15_16(form.selected.series)) {
-        const bool v5 = voltage_class(form.selected) == VoltageClass::V5;
+    if (series_is_15_16(shell.selected.series)) {
+        const bool v5 = voltage_class(shell.selected) == VoltageClass::V5;
         list.set_items(v5 ? items(low_voltages_5v) : items(low_voltages_3v));
     }
     list.choose(default_index);
 }
 
-void sync_rc_divider(MainForm& form)
+void sync_rc_divider(Shell& shell)
 {
-    const bool low_band = form.com_RC_frequency[1].index_chosen() < first_high_band;
-    form.com_RC_frequency[3].choose(low_band ? divider_of_low_bands : divider_of_high_bands);
-    arm_save(form);
+    const bool low_band = shell.form.com_RC_frequency[1].index_chosen() < first_high_band;
+    shell.form.com_RC_frequency[3].choose(low_band ? divider_of_low_bands : divider_of_high_bands);
+    arm_save(shell);
 }
 
-void com_RC_frequency_Click(MainForm& form) { sync_rc_divider(form); }
+void com_RC_frequency_Click(Shell& shell) { sync_rc_divider(shell); }
 
-void write_rc_bytes(MainForm& form)
+void write_rc_bytes(Shell& shell)
 {
-    auto& bytes = form.options.option_bytes;
-    const int series = form.selected.series;
+    auto& bytes = shell.options.option_bytes;
+    const int series = shell.selected.series;
     if (series_is_15_16_17(series)) {
         // A list without a choice counts as its first item.
-        const int band = std::max(0, form.com_RC_frequency[1].index_chosen());
-        const int trim = std::max(0, form.com_RC_frequency[2].index_chosen());
+        const int band = std::max(0, shell.form.com_RC_frequency[1].index_chosen());
+        const int trim = std::max(0, shell.form.com_RC_frequency[2].index_chosen());
         bytes[3][0] = static_cast<std::uint8_t>((band * 64 + trim) | always_set_in_byte_3);
-        const double wanted = round_half_even(number_in(form.txt_RC_frequency.text()));
+        const double wanted = round_half_even(number_in(shell.form.txt_RC_frequency.text()));
         bytes[4][0] = static_cast<std::uint8_t>(std::clamp(wanted, 0.0, 255.0));
     }
     if (series_is_15_16(series)) {
-        const int place = form.com_RC_frequency[4].index_chosen();
+        const int place = shell.form.com_RC_frequency[4].index_chosen();
         const bool chosen = place >= 0 && place < low_voltage_places;
         const int field = chosen ? low_voltage_places - 1 - place : no_low_voltage;
         bytes[1][0] = static_cast<std::uint8_t>((bytes[1][0] & 0xF8) | field);

@@ -4,13 +4,13 @@
 
 namespace vrk {
 
-Control* control_of_row(const MainForm& form, int page, int row)
+Control* control_of_row(const Shell& shell, int page, int row)
 {
-    const std::string& name = form.option_table.cell(page, row, OptionColumn::control);
-    const std::string& index = form.option_table.cell(page, row, OptionColumn::index);
+    const std::string& name = shell.option_table.cell(page, row, OptionColumn::control);
+    const std::string& index = shell.option_table.cell(page, row, OptionColumn::index);
     if (name.empty())
         return nullptr;
-    return form.controls.find(name, index.empty() ? Control::no_index : static_cast<int>(number_in(index)));
+    return shell.form.controls.find(name, index.empty() ? Control::no_index : static_cast<int>(number_in(index)));
 }
 
 std::string read_property(const Control& control, std::string_view property)

@@ -1,7 +1,7 @@
 // From a row of the option table to its control and back.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 #include <string>
 #include <string_view>
@@ -9,7 +9,7 @@
 namespace vrk {
 
 // Null where the row names none, or one that the form does not have.
-Control* control_of_row(const MainForm& form, int page, int row);
+Control* control_of_row(const Shell& shell, int page, int row);
 
 // Property "Value" ("True" or "False"), "Text" or "text", "Caption". Empty where the control lacks it.
 std::string read_property(const Control& control, std::string_view property);

@@ -46,11 +46,11 @@ int Option_Orde(const std::string& letter, const std::string& version)
     return newer_order ? 5 : 0;
 }
 
-void decode_status_frame(MainForm& form, StatusLayout layout)
+void decode_status_frame(Shell& shell, StatusLayout layout)
 {
-    const auto& rx = form.link.rx_buffer;
-    auto& rows = form.options.status_bytes;
-    const TargetFacts& target = form.target;
+    const auto& rx = shell.link.rx_buffer;
+    auto& rows = shell.options.status_bytes;
+    const TargetFacts& target = shell.target;
     const std::string& letter = target.fw_letter;
     const bool answer = layout == StatusLayout::answer;
     const std::size_t window = answer ? answer_options_index : window_index;
@@ -61,8 +61,8 @@ void decode_status_frame(MainForm& form, StatusLayout layout)
             rows[row] = rx[index];
     };
 
-    rows[16] = form.options.option_bytes[16][0];
-    if (target.identified && option_family(form.connected.series) == 4) {
+    rows[16] = shell.options.option_bytes[16][0];
+    if (target.identified && option_family(shell.connected.series) == 4) {
         for (int row = 0; row < 16; ++row)
             fill(row, window + static_cast<std::size_t>(row));
     } else if (letter < "D") {
@@ -81,10 +81,10 @@ void decode_status_frame(MainForm& form, StatusLayout layout)
     }
 }
 
-bool enable_disp_RC_frequency(const MainForm& form, int mode)
+bool enable_disp_RC_frequency(const Shell& shell, int mode)
 {
-    const std::uint8_t length = form.link.rx_buffer[2];
-    return form.target.fw_version >= "6.3" && (mode == 0 ? length > 56 : length >= 14);
+    const std::uint8_t length = shell.link.rx_buffer[2];
+    return shell.target.fw_version >= "6.3" && (mode == 0 ? length > 56 : length >= 14);
 }
 
 } // namespace vrk

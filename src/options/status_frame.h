@@ -2,7 +2,7 @@
 // direction byte 68; byte 2 is the length, and tests on it say which fields the frame has.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 #include <array>
 #include <cstdint>
@@ -24,9 +24,9 @@ int version_times_ten(const std::string& version);
 int Option_Orde(const std::string& letter, const std::string& version);
 
 // Fills status_bytes from the frame in rx_buffer. Which bytes exist depends on the stepping letter.
-void decode_status_frame(MainForm& form, StatusLayout layout);
+void decode_status_frame(Shell& shell, StatusLayout layout);
 
 // True for the two frames that carry an RC report, from version 6.3 on: mode 0 the status frame, 1 the erase answer.
-bool enable_disp_RC_frequency(const MainForm& form, int mode);
+bool enable_disp_RC_frequency(const Shell& shell, int mode);
 
 } // namespace vrk

@@ -119,14 +119,14 @@ constexpr CaptionRow captions[] = {
 
 } // namespace
 
-void apply_captions(MainForm& form)
+void apply_captions(Shell& shell)
 {
     for (const CaptionRow& row : captions) {
-        Control* control = form.controls.find(row.control, row.index);
+        Control* control = shell.form.controls.find(row.control, row.index);
         if (auto* captioned = dynamic_cast<CaptionControl*>(control))
-            captioned->set_caption(in_language(form, row.caption));
+            captioned->set_caption(in_language(shell, row.caption));
         else if (auto* box = dynamic_cast<TextBox*>(control))
-            box->set_hint(in_language(form, row.caption));
+            box->set_hint(in_language(shell, row.caption));
     }
 }
 

@@ -1,10 +1,10 @@
 // The captions of the window, both languages side by side.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 namespace vrk {
 
-void apply_captions(MainForm& form);
+void apply_captions(Shell& shell);
 
 } // namespace vrk

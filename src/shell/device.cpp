@@ -65,12 +65,12 @@ constexpr TreeRow model_order[] = {
 };
 // clang-format on
 
-bool is_shown(const MainForm& form, Shown shown)
+bool is_shown(const Shell& shell, Shown shown)
 {
     switch (shown) {
     case Shown::new_series: return show_new_series;
     case Shown::unreleased: return show_new_series && show_unreleased;
-    case Shown::chinese: return !form.language_is_english;
+    case Shown::chinese: return !shell.language_is_english;
     case Shown::always: return true;
     }
     return false;
@@ -85,104 +85,104 @@ const Family* family_of_key(std::string_view key)
     return nullptr;
 }
 
-void add_models(const MainForm& form, const Family& family, std::vector<Tree::Node>& nodes)
+void add_models(const Shell& shell, const Family& family, std::vector<Tree::Node>& nodes)
 {
     for (int row = 0; row < McuTable::row_count; ++row) {
-        const std::string& name = form.mcu_table.cell(family.series, row, 9);
-        if (!name.empty() && number_in(form.mcu_table.cell(family.series, row, 13)) >= 1)
+        const std::string& name = shell.mcu_table.cell(family.series, row, 9);
+        if (!name.empty() && number_in(shell.mcu_table.cell(family.series, row, 13)) >= 1)
             nodes.push_back({name, name, std::string{family.key}});
     }
 }
 
 } // namespace
 
-void build_device_tree(MainForm& form)
+void build_device_tree(Shell& shell)
 {
-    form.TreeViewDevice.set_visible(false);
-    form.txtDevice.set_enabled(true);
+    shell.form.TreeViewDevice.set_visible(false);
+    shell.form.txtDevice.set_enabled(true);
     std::vector<Tree::Node> nodes;
     for (const TreeRow& row : family_order) {
         const Family* family = family_of_key(row.family);
-        if (family != nullptr && is_shown(form, row.shown))
+        if (family != nullptr && is_shown(shell, row.shown))
             nodes.push_back({std::string{family->key}, std::string{family->label}, ""});
     }
     for (const TreeRow& row : model_order) {
         const Family* family = family_of_key(row.family);
-        if (family != nullptr && is_shown(form, row.shown))
-            add_models(form, *family, nodes);
+        if (family != nullptr && is_shown(shell, row.shown))
+            add_models(shell, *family, nodes);
     }
-    form.TreeViewDevice.set_nodes(std::move(nodes));
+    shell.form.TreeViewDevice.set_nodes(std::move(nodes));
 }
 
-void open_device_tree(MainForm& form)
+void open_device_tree(Shell& shell)
 {
-    form.txtDevice.set_enabled(false);
-    form.TreeViewDevice.set_visible(true);
+    shell.form.txtDevice.set_enabled(false);
+    shell.form.TreeViewDevice.set_visible(true);
 }
 
-void close_device_tree(MainForm& form)
+void close_device_tree(Shell& shell)
 {
-    form.txtDevice.set_enabled(form.job.panel_state == panel::free); // a click beside the tree unlocks nothing
-    form.TreeViewDevice.set_visible(false);
+    shell.form.txtDevice.set_enabled(shell.job.panel_state == panel::free); // a click beside the tree unlocks nothing
+    shell.form.TreeViewDevice.set_visible(false);
 }
 
-void TreeViewDevice_NodeClick(MainForm& form, std::string_view key)
+void TreeViewDevice_NodeClick(Shell& shell, std::string_view key)
 {
     if (key.substr(0, 6) == "Family")
         return;
-    form.TreeViewDevice.select(key);
-    form.txtDevice.set_text(key);
-    form.target.target_ok = false;
-    clear_buffer(form, 0, form.code_buffer);
-    clear_buffer(form, 0, form.data_buffer);
-    if (form.txtDevice.text().empty())
+    shell.form.TreeViewDevice.select(key);
+    shell.form.txtDevice.set_text(key);
+    shell.target.target_ok = false;
+    clear_buffer(shell, 0, shell.code_buffer);
+    clear_buffer(shell, 0, shell.data_buffer);
+    if (shell.form.txtDevice.text().empty())
         return;
-    close_device_tree(form);
-    if (!apply_selected_device(form))
+    close_device_tree(shell);
+    if (!apply_selected_device(shell))
         return;
-    change_low_voltage_default(form, key);
-    build_option_panel(form);
+    change_low_voltage_default(shell, key);
+    build_option_panel(shell);
 }
 
-bool apply_selected_device(MainForm& form)
+bool apply_selected_device(Shell& shell)
 {
-    form.beside.block_bytes = 128;
-    form.beside.has_rom_image = true;
-    form.selected.ap_abuts_isp = false;
-    if (find_mcu_by_name(form, trimmed(form.txtDevice.text()), form.selected).empty())
+    shell.beside.block_bytes = 128;
+    shell.beside.has_rom_image = true;
+    shell.selected.ap_abuts_isp = false;
+    if (find_mcu_by_name(shell, trimmed(shell.form.txtDevice.text()), shell.selected).empty())
         return false;
-    form.link.link_parity_even = form.selected.cap_parity_even;
-    form.series_is_15_16_17 = series_is_15_16_17(form.selected.series);
-    form.series_is_15_16 = series_is_15_16(form.selected.series);
-    form.option_family = option_family(form.selected.series);
-    form.cheData_Auto_Increase.set_value(false);
-    form.data_increase.valid = false;
-    enable_eeprom_controls(form, has_eeprom_buffer(form.selected));
-    show_ap_isp_range(form);
-    show_tabs_of_model(form);
-    clear_check_page(form);
-    arm_save(form);
-    build_option_panel(form);
+    shell.link.link_parity_even = shell.selected.cap_parity_even;
+    shell.series_is_15_16_17 = series_is_15_16_17(shell.selected.series);
+    shell.series_is_15_16 = series_is_15_16(shell.selected.series);
+    shell.option_family = option_family(shell.selected.series);
+    shell.form.cheData_Auto_Increase.set_value(false);
+    shell.data_increase.valid = false;
+    enable_eeprom_controls(shell, has_eeprom_buffer(shell.selected));
+    show_ap_isp_range(shell);
+    show_tabs_of_model(shell);
+    clear_check_page(shell);
+    arm_save(shell);
+    build_option_panel(shell);
     return true;
 }
 
-void restore_device(MainForm& form)
+void restore_device(Shell& shell)
 {
-    std::string key = form.platform.settings.get("Settings", "DeviceProducts", std::string{first_choice});
-    const Tree::Node* node = form.TreeViewDevice.find(key);
+    std::string key = shell.platform.settings.get("Settings", "DeviceProducts", std::string{first_choice});
+    const Tree::Node* node = shell.form.TreeViewDevice.find(key);
     if (node == nullptr || node->parent.empty())
         key = first_choice;
-    form.TreeViewDevice.select(key);
-    form.txtDevice.set_text(key);
-    apply_selected_device(form);
+    shell.form.TreeViewDevice.select(key);
+    shell.form.txtDevice.set_text(key);
+    apply_selected_device(shell);
 }
 
-void show_ap_isp_range(MainForm& form)
+void show_ap_isp_range(Shell& shell)
 {
-    const IspStart range = derive_isp_start(form.selected);
-    form.selected.isp_start = range.isp_start;
-    form.LabISP_reange[0].set_caption(four_hex_digits(form.selected.ap_first));
-    form.LabISP_reange[1].set_caption(four_hex_digits(range.shown_last));
+    const IspStart range = derive_isp_start(shell.selected);
+    shell.selected.isp_start = range.isp_start;
+    shell.form.LabISP_reange[0].set_caption(four_hex_digits(shell.selected.ap_first));
+    shell.form.LabISP_reange[1].set_caption(four_hex_digits(range.shown_last));
 }
 
 } // namespace vrk

@@ -1,26 +1,26 @@
 // The device tree and the selected model.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 #include <string_view>
 
 namespace vrk {
 
-void build_device_tree(MainForm& form); // once, at start; the language of that moment decides which families appear
+void build_device_tree(Shell& shell); // once, at start; the language of that moment decides which families appear
 
-void open_device_tree(MainForm& form);
-void close_device_tree(MainForm& form);
+void open_device_tree(Shell& shell);
+void close_device_tree(Shell& shell);
 
 // A click on a node. Family nodes only open and close; a model becomes the selected one, with empty buffers.
-void TreeViewDevice_NodeClick(MainForm& form, std::string_view key);
+void TreeViewDevice_NodeClick(Shell& shell, std::string_view key);
 
 // Makes the text of txtDevice the selected model: record, ranges, tabs. False: no such model; the box has said so.
-bool apply_selected_device(MainForm& form);
+bool apply_selected_device(Shell& shell);
 
 // Takes the stored model, or Hazel-1 where the tree has no such node.
-void restore_device(MainForm& form);
+void restore_device(Shell& shell);
 
-void show_ap_isp_range(MainForm& form);
+void show_ap_isp_range(Shell& shell);
 
 } // namespace vrk

@@ -23,199 +23,199 @@ namespace vrk {
 
 namespace {
 
-void comClear_OK_Count_Click(MainForm& form)
+void comClear_OK_Count_Click(Shell& shell)
 {
     constexpr Text question = {"您要把下载成功计数清0吗(Y/N)? ", "Do you want to clear the number of success programs to 0 (Y/N)?"};
-    if (!ask_yes_no(form, in_language(form, question)))
+    if (!ask_yes_no(shell, in_language(shell, question)))
         return;
-    form.txtWrite_OK_Count.set_text("0");
-    form.platform.settings.set("Settings", "Write_OK_Count", "0");
+    shell.form.txtWrite_OK_Count.set_text("0");
+    shell.platform.settings.set("Settings", "Write_OK_Count", "0");
 }
 
 // A project may be chosen in the dialog of either buffer.
-void open_if_project(MainForm& form, Chosen chosen)
+void open_if_project(Shell& shell, Chosen chosen)
 {
     if (chosen != Chosen::project)
         return;
-    form.TabStrip2.select(form.TabStrip2.find("Batch_quantity"));
-    TabStrip2_Click(form);
-    open_project(form, form.loader.current_path);
+    shell.form.TabStrip2.select(shell.form.TabStrip2.find("Batch_quantity"));
+    TabStrip2_Click(shell);
+    open_project(shell, shell.loader.current_path);
 }
 
 struct EventRow {
     std::string_view control;
-    void (*event)(MainForm& form, int index);
+    void (*event)(Shell& shell, int index);
 };
 
 // clang-format off
 // What follows a click or, of a list, tab strip or scroll bar, a change by hand. A control that is not listed holds its
 // state and nothing else.
 constexpr EventRow events[] = {
-    { "txtDevice",          [](MainForm& form, int) { open_device_tree(form); } },
-    { "FrameX",             [](MainForm& form, int) { close_device_tree(form); } },
-    { "comLoadFile",        [](MainForm& form, int) { open_if_project(form, comLoadFile_Click(form)); } },
-    { "comLoadDataFile",    [](MainForm& form, int) { open_if_project(form, comLoadDataFile_Click(form)); } },
-    { "comDownload",        [](MainForm& form, int index) { comDownload_Click(form, index); } },
-    { "comStop_Download",   [](MainForm& form, int) { comStop_Download_Click(form); } },
-    { "comClear_OK_Count",  [](MainForm& form, int) { comClear_OK_Count_Click(form); } },
-    { "Option0",            [](MainForm& form, int index) { option_button_click(form, 0, index); } },
-    { "Option1",            [](MainForm& form, int index) { option_button_click(form, 1, index); } },
-    { "Option2",            [](MainForm& form, int index) { option_button_click(form, 2, index); } },
-    { "Option3",            [](MainForm& form, int index) { option_button_click(form, 3, index); } },
-    { "Option4",            [](MainForm& form, int index) { option_button_click(form, 4, index); } },
-    { "Option5",            [](MainForm& form, int index) { option_button_click(form, 5, index); } },
-    { "Option6",            [](MainForm& form, int index) { option_button_click(form, 6, index); } },
-    { "Option7",            [](MainForm& form, int index) { option_button_click(form, 7, index); } },
-    { "Option8",            [](MainForm& form, int index) { option_button_click(form, 8, index); } },
-    { "Option9",            [](MainForm& form, int index) { option_button_click(form, 9, index); } },
-    { "Option10",           [](MainForm& form, int index) { option_button_click(form, 10, index); } },
-    { "Option11",           [](MainForm& form, int index) { option_button_click(form, 11, index); } },
-    { "Option12",           [](MainForm& form, int index) { option_button_click(form, 12, index); } },
-    { "Option13",           [](MainForm& form, int index) { option_button_click(form, 13, index); } },
-    { "com_RC_frequency",   [](MainForm& form, int) { com_RC_frequency_Click(form); } },
-    { "comb_485_pin",       [](MainForm& form, int) { comb_485_pin_Click(form); } },
-    { "opt_485_pin",        [](MainForm& form, int) { opt_485_pin_Click(form); } },
-    { "opt_485_logic",      [](MainForm& form, int) { opt_485_logic_Click(form); } },
-    { "comb_External_WDT",  [](MainForm& form, int) { comb_External_WDT_Click(form); } },
-    { "opt_External_WDT",   [](MainForm& form, int) { opt_External_WDT_Click(form); } },
-    { "opt_ISP_DEMO_WDT",   [](MainForm& form, int) { opt_ISP_DEMO_WDT_Click(form); } },
-    { "comReadChipLock",    [](MainForm& form, int) { comReadChipLock_Click(form); } },
-    { "comOpenBatchFile",   [](MainForm& form, int) { comOpenBatchFile_Click(form); } },
-    { "comSaveBatchFile",   [](MainForm& form, int) { comSaveBatchFile_Click(form); } },
-    { "comLockOptions",     [](MainForm& form, int) { comLockOptions_Click(form); } },
-    { "comUnlockOptions",   [](MainForm& form, int) { comUnlockOptions_Click(form); } },
-    { "Command1",           [](MainForm& form, int) { Command1_Click(form); } },
-    { "TabStrip1",          [](MainForm& form, int) { TabStrip1_Click(form); } },
-    { "TabStrip2",          [](MainForm& form, int) { TabStrip2_Click(form); } },
-    { "vscFile",            [](MainForm& form, int index) { vscFile_Change(form, index); } },
-    { "txtBuffer2",         [](MainForm& form, int) { highlight_digit(form.txtBuffer2); } },
-    { "tetDataFlash2",      [](MainForm& form, int) { highlight_digit(form.tetDataFlash2); } },
-    { "cheAuto_Increase",   [](MainForm& form, int) { cheAuto_Increase_Click(form); } },
-    { "cheData_Auto_Increase", [](MainForm& form, int) { cheData_Auto_Increase_Click(form); } },
-    { "comStoreFile",       [](MainForm& form, int) { comStoreFile_Click(form); } },
+    { "txtDevice",          [](Shell& shell, int) { open_device_tree(shell); } },
+    { "FrameX",             [](Shell& shell, int) { close_device_tree(shell); } },
+    { "comLoadFile",        [](Shell& shell, int) { open_if_project(shell, comLoadFile_Click(shell)); } },
+    { "comLoadDataFile",    [](Shell& shell, int) { open_if_project(shell, comLoadDataFile_Click(shell)); } },
+    { "comDownload",        [](Shell& shell, int index) { comDownload_Click(shell, index); } },
+    { "comStop_Download",   [](Shell& shell, int) { comStop_Download_Click(shell); } },
+    { "comClear_OK_Count",  [](Shell& shell, int) { comClear_OK_Count_Click(shell); } },
+    { "Option0",            [](Shell& shell, int index) { option_button_click(shell, 0, index); } },
+    { "Option1",            [](Shell& shell, int index) { option_button_click(shell, 1, index); } },
+    { "Option2",            [](Shell& shell, int index) { option_button_click(shell, 2, index); } },
+    { "Option3",            [](Shell& shell, int index) { option_button_click(shell, 3, index); } },
+    { "Option4",            [](Shell& shell, int index) { option_button_click(shell, 4, index); } },
+    { "Option5",            [](Shell& shell, int index) { option_button_click(shell, 5, index); } },
+    { "Option6",            [](Shell& shell, int index) { option_button_click(shell, 6, index); } },
+    { "Option7",            [](Shell& shell, int index) { option_button_click(shell, 7, index); } },
+    { "Option8",            [](Shell& shell, int index) { option_button_click(shell, 8, index); } },
+    { "Option9",            [](Shell& shell, int index) { option_button_click(shell, 9, index); } },
+    { "Option10",           [](Shell& shell, int index) { option_button_click(shell, 10, index); } },
+    { "Option11",           [](Shell& shell, int index) { option_button_click(shell, 11, index); } },
+    { "Option12",           [](Shell& shell, int index) { option_button_click(shell, 12, index); } },
+    { "Option13",           [](Shell& shell, int index) { option_button_click(shell, 13, index); } },
+    { "com_RC_frequency",   [](Shell& shell, int) { com_RC_frequency_Click(shell); } },
+    { "comb_485_pin",       [](Shell& shell, int) { comb_485_pin_Click(shell); } },
+    { "opt_485_pin",        [](Shell& shell, int) { opt_485_pin_Click(shell); } },
+    { "opt_485_logic",      [](Shell& shell, int) { opt_485_logic_Click(shell); } },
+    { "comb_External_WDT",  [](Shell& shell, int) { comb_External_WDT_Click(shell); } },
+    { "opt_External_WDT",   [](Shell& shell, int) { opt_External_WDT_Click(shell); } },
+    { "opt_ISP_DEMO_WDT",   [](Shell& shell, int) { opt_ISP_DEMO_WDT_Click(shell); } },
+    { "comReadChipLock",    [](Shell& shell, int) { comReadChipLock_Click(shell); } },
+    { "comOpenBatchFile",   [](Shell& shell, int) { comOpenBatchFile_Click(shell); } },
+    { "comSaveBatchFile",   [](Shell& shell, int) { comSaveBatchFile_Click(shell); } },
+    { "comLockOptions",     [](Shell& shell, int) { comLockOptions_Click(shell); } },
+    { "comUnlockOptions",   [](Shell& shell, int) { comUnlockOptions_Click(shell); } },
+    { "Command1",           [](Shell& shell, int) { Command1_Click(shell); } },
+    { "TabStrip1",          [](Shell& shell, int) { TabStrip1_Click(shell); } },
+    { "TabStrip2",          [](Shell& shell, int) { TabStrip2_Click(shell); } },
+    { "vscFile",            [](Shell& shell, int index) { vscFile_Change(shell, index); } },
+    { "txtBuffer2",         [](Shell& shell, int) { highlight_digit(shell.form.txtBuffer2); } },
+    { "tetDataFlash2",      [](Shell& shell, int) { highlight_digit(shell.form.tetDataFlash2); } },
+    { "cheAuto_Increase",   [](Shell& shell, int) { cheAuto_Increase_Click(shell); } },
+    { "cheData_Auto_Increase", [](Shell& shell, int) { cheData_Auto_Increase_Click(shell); } },
+    { "comStoreFile",       [](Shell& shell, int) { comStoreFile_Click(shell); } },
 };
 // clang-format on
 
-void run_event(MainForm& form, const Control& control)
+void run_event(Shell& shell, const Control& control)
 {
-    arm_save_after(form, control);
+    arm_save_after(shell, control);
     for (const EventRow& row : events) {
         if (row.control == control.name)
-            return row.event(form, control.index);
+            return row.event(shell, control.index);
     }
 }
 
 } // namespace
 
-bool click(MainForm& form, Control& control)
+bool click(Shell& shell, Control& control)
 {
     if (!control.enabled())
         return false;
     if (auto* box = dynamic_cast<CheckBox*>(&control))
-        return set_checked(form, *box, !box->value());
+        return set_checked(shell, *box, !box->value());
     if (auto* button = dynamic_cast<OptionButton*>(&control))
-        return choose_option(form, *button);
-    run_event(form, control);
+        return choose_option(shell, *button);
+    run_event(shell, control);
     return true;
 }
 
-bool type_text(MainForm& form, Control& control, std::string_view text)
+bool type_text(Shell& shell, Control& control, std::string_view text)
 {
     if (!control.enabled())
         return false;
     if (auto* box = dynamic_cast<TextBox*>(&control)) {
         box->set_text(text);
-        arm_save_after(form, control);
+        arm_save_after(shell, control);
     } else if (auto* list = dynamic_cast<ComboBox*>(&control); list != nullptr && list->editable) {
         list->set_text(text);
-        run_event(form, control);
+        run_event(shell, control);
     } else {
         return false;
     }
     return true;
 }
 
-bool choose_item(MainForm& form, ComboBox& box, int item)
+bool choose_item(Shell& shell, ComboBox& box, int item)
 {
     if (!box.enabled() || item < 0 || static_cast<std::size_t>(item) >= box.items().size())
         return false;
     box.choose(item);
-    run_event(form, box);
+    run_event(shell, box);
     return true;
 }
 
-bool set_checked(MainForm& form, CheckBox& box, bool value)
+bool set_checked(Shell& shell, CheckBox& box, bool value)
 {
     if (!box.enabled())
         return false;
     box.set_value(value);
-    run_event(form, box);
+    run_event(shell, box);
     return true;
 }
 
-bool choose_option(MainForm& form, OptionButton& button)
+bool choose_option(Shell& shell, OptionButton& button)
 {
     if (!button.enabled())
         return false;
     button.set_value(true);
-    run_event(form, button);
+    run_event(shell, button);
     return true;
 }
 
-bool choose_tab(MainForm& form, TabStrip& strip, int tab)
+bool choose_tab(Shell& shell, TabStrip& strip, int tab)
 {
     if (!strip.enabled() || tab < 0 || static_cast<std::size_t>(tab) >= strip.tabs().size())
         return false;
     strip.select(tab);
-    run_event(form, strip);
+    run_event(shell, strip);
     return true;
 }
 
-bool choose_node(MainForm& form, Tree& tree, std::string_view key)
+bool choose_node(Shell& shell, Tree& tree, std::string_view key)
 {
     if (!tree.enabled() || tree.find(key) == nullptr)
         return false;
-    TreeViewDevice_NodeClick(form, key);
+    TreeViewDevice_NodeClick(shell, key);
     return true;
 }
 
-bool scroll_to(MainForm& form, ScrollBar& bar, int value)
+bool scroll_to(Shell& shell, ScrollBar& bar, int value)
 {
     if (!bar.enabled())
         return false;
     bar.set_value(value);
-    run_event(form, bar);
+    run_event(shell, bar);
     return true;
 }
 
-bool press_key(MainForm& form, Control& control, std::string_view key)
+bool press_key(Shell& shell, Control& control, std::string_view key)
 {
     if (!control.enabled())
         return false;
-    if (&control == &form.TreeViewDevice && key == "Esc")
-        close_device_tree(form);
-    if (&control == &form.txtBuffer2)
-        press_edit_key(form, form.code_buffer, key);
-    if (&control == &form.tetDataFlash2)
-        press_edit_key(form, form.data_buffer, key);
-    arm_save_after(form, control);
+    if (&control == &shell.form.TreeViewDevice && key == "Esc")
+        close_device_tree(shell);
+    if (&control == &shell.form.txtBuffer2)
+        press_edit_key(shell, shell.code_buffer, key);
+    if (&control == &shell.form.tetDataFlash2)
+        press_edit_key(shell, shell.data_buffer, key);
+    arm_save_after(shell, control);
     return true;
 }
 
-bool put_caret(MainForm& form, TextBox& box, int position, int length)
+bool put_caret(Shell& shell, TextBox& box, int position, int length)
 {
     if (!box.enabled())
         return false;
     box.select(position, length);
-    if (length == 0 && (&box == &form.txtBuffer2 || &box == &form.tetDataFlash2))
-        run_event(form, box);
+    if (length == 0 && (&box == &shell.form.txtBuffer2 || &box == &shell.form.tetDataFlash2))
+        run_event(shell, box);
     return true;
 }
 
-void Timer12_Timer(MainForm& form)
+void Timer12_Timer(Shell& shell)
 {
-    if (watch_code_file(form))
-        comDownload_Click(form, 0);
+    if (watch_code_file(shell))
+        comDownload_Click(shell, 0);
 }
 
 } // namespace vrk

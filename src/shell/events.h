@@ -2,7 +2,7 @@
 // so that neither can do what the other cannot.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 #include <string_view>
 
@@ -10,19 +10,19 @@ namespace vrk {
 
 // Each acts as a hand would: the control takes its new state, then its event runs. A disabled control refuses and
 // answers false. Hidden ones take it: what is not in view now can still be reached.
-bool click(MainForm& form, Control& control); // buttons, labels, boxes that are clicked; toggles a check box
-bool type_text(MainForm& form, Control& control, std::string_view text); // a text box, or the text of an editable list
-bool choose_item(MainForm& form, ComboBox& box, int item);
-bool set_checked(MainForm& form, CheckBox& box, bool value);
-bool choose_option(MainForm& form, OptionButton& button);
-bool choose_tab(MainForm& form, TabStrip& strip, int tab);
-bool choose_node(MainForm& form, Tree& tree, std::string_view key);
-bool scroll_to(MainForm& form, ScrollBar& bar, int value);
-bool press_key(MainForm& form, Control& control, std::string_view key); // "Esc", "PageUp", "a" ...
+bool click(Shell& shell, Control& control); // buttons, labels, boxes that are clicked; toggles a check box
+bool type_text(Shell& shell, Control& control, std::string_view text); // a text box, or the text of an editable list
+bool choose_item(Shell& shell, ComboBox& box, int item);
+bool set_checked(Shell& shell, CheckBox& box, bool value);
+bool choose_option(Shell& shell, OptionButton& button);
+bool choose_tab(Shell& shell, TabStrip& strip, int tab);
+bool choose_node(Shell& shell, Tree& tree, std::string_view key);
+bool scroll_to(Shell& shell, ScrollBar& bar, int value);
+bool press_key(Shell& shell, Control& control, std::string_view key); // "Esc", "PageUp", "a" ...
 // A click between the characters, or a stretch of text drawn over. A click into a dump highlights a digit.
-bool put_caret(MainForm& form, TextBox& box, int position, int length = 0);
+bool put_caret(Shell& shell, TextBox& box, int position, int length = 0);
 
 // Once a second: the code file has changed on disk, and the user wants it to be downloaded when it does.
-void Timer12_Timer(MainForm& form);
+void Timer12_Timer(Shell& shell);
 
 } // namespace vrk

@@ -59,25 +59,25 @@ void fill_line(Texts bauds, ComboBox& baud, ComboBox& parity, ComboBox& data, Co
 
 } // namespace
 
-void fill_lists(MainForm& form)
+void fill_lists(Shell& shell)
 {
-    form.cobBaudMax.set_items(items(max_bauds));
-    form.cobBaudMin.set_items(items(min_bauds));
-    form.comDalay_ReDownLoad.set_items(items(repeat_delays_s));
-    form.comb_WDT.set_items(all_pins());
-    fill_divider_lists(form);
-    fill_rc_lists(form);
-    fill_pin_lists(form);
+    shell.form.cobBaudMax.set_items(items(max_bauds));
+    shell.form.cobBaudMin.set_items(items(min_bauds));
+    shell.form.comDalay_ReDownLoad.set_items(items(repeat_delays_s));
+    shell.form.comb_WDT.set_items(all_pins());
+    fill_divider_lists(shell);
+    fill_rc_lists(shell);
+    fill_pin_lists(shell);
 
-    form.com_Debug_COM.set_items(port_names());
-    fill_line(terminal_bauds, form.com_Debug_Baud, form.com_Debug_ParityCheck, form.com_Debug_DataBits,
-        form.com_Debug_StopBits);
+    shell.form.com_Debug_COM.set_items(port_names());
+    fill_line(terminal_bauds, shell.form.com_Debug_Baud, shell.form.com_Debug_ParityCheck, shell.form.com_Debug_DataBits,
+        shell.form.com_Debug_StopBits);
     fill_line(
-        max_bauds, form.cobUserCodeBaud, form.cobUserCodeParity, form.cobUserCodeDataBits, form.cobUserCodeStopBits);
-    fill_line(demo_bauds, form.cob_DEMO_DownLoad_Baud, form.cob_DEMO_DownLoad_Parity, form.cob_DEMO_DownLoad_DataBits,
-        form.cob_DEMO_DownLoad_StopBits);
-    fill_line(max_bauds, form.cob_DEMO_UserCode_Baud, form.cob_DEMO_UserCode_Parity, form.cob_DEMO_UserCode_DataBits,
-        form.cob_DEMO_UserCode_StopBits);
+        max_bauds, shell.form.cobUserCodeBaud, shell.form.cobUserCodeParity, shell.form.cobUserCodeDataBits, shell.form.cobUserCodeStopBits);
+    fill_line(demo_bauds, shell.form.cob_DEMO_DownLoad_Baud, shell.form.cob_DEMO_DownLoad_Parity, shell.form.cob_DEMO_DownLoad_DataBits,
+        shell.form.cob_DEMO_DownLoad_StopBits);
+    fill_line(max_bauds, shell.form.cob_DEMO_UserCode_Baud, shell.form.cob_DEMO_UserCode_Parity, shell.form.cob_DEMO_UserCode_DataBits,
+        shell.form.cob_DEMO_UserCode_StopBits);
 }
 
 } // namespace vrk

@@ -43,14 +43,14 @@ constexpr Text check_number    = { "    您打开的工程文件启用了自动�
                                    "Please check the next value whether it is correct or not(10 base)." };
 // clang-format on
 
-FileDialog project_dialog(const MainForm& form, FileDialog::Kind kind, const Text& title)
+FileDialog project_dialog(const Shell& shell, FileDialog::Kind kind, const Text& title)
 {
     FileDialog dialog;
     dialog.kind = kind;
-    dialog.title = in_language(form, title);
+    dialog.title = in_language(shell, title);
     dialog.filter = project_filter;
-    dialog.initial_dir = project_folder(form.loader);
-    dialog.file_name = form.texBatchFileName.text();
+    dialog.initial_dir = project_folder(shell.loader);
+    dialog.file_name = shell.form.texBatchFileName.text();
     dialog.must_exist = kind == FileDialog::Kind::open;
     return dialog;
 }
@@ -66,154 +66,154 @@ std::span<const std::uint8_t> loaded_bytes(const FileBuffer& buffer)
 // ---- opening
 
 // The model of the file, or nothing after the user was told why the file cannot be used.
-const std::string* model_of(MainForm& form, const Project& project)
+const std::string* model_of(Shell& shell, const Project& project)
 {
     if (project.version == Project::Version::old)
-        show_box(form, in_language(form, old_version));
+        show_box(shell, in_language(shell, old_version));
     if (project.version == Project::Version::refused) {
-        show_box(form, in_language(form, refused_version));
+        show_box(shell, in_language(shell, refused_version));
         return nullptr;
     }
     const std::string* model = project.find("MCU_Type");
     if (model == nullptr || model->empty()) {
-        show_box(form, in_language(form, no_model));
+        show_box(shell, in_language(shell, no_model));
         return nullptr;
     }
     return model;
 }
 
 // False: no such model, the user was told, and the one before is in force as it was.
-bool select_model(MainForm& form, const std::string& model)
+bool select_model(Shell& shell, const std::string& model)
 {
-    const std::string text_before = form.txtDevice.text();
-    const std::string shown_before = form.Label2[6].caption();
-    const BesideRecord beside_before = form.beside;
-    const bool abuts_before = form.selected.ap_abuts_isp;
-    const std::int16_t panel_before = form.job.panel_state;
+    const std::string text_before = shell.form.txtDevice.text();
+    const std::string shown_before = shell.form.Label2[6].caption();
+    const BesideRecord beside_before = shell.beside;
+    const bool abuts_before = shell.selected.ap_abuts_isp;
+    const std::int16_t panel_before = shell.job.panel_state;
 
     // A model without options to write ignores the panel state, and would stay in the one it came into.
-    set_panel_state(form, panel::free);
-    form.txtDevice.set_text(model);
-    form.Label2[6].set_caption(std::string{model_shown} + model);
-    if (!apply_selected_device(form)) {
-        form.txtDevice.set_text(text_before);
-        form.Label2[6].set_caption(shown_before);
-        form.beside = beside_before;
-        form.selected.ap_abuts_isp = abuts_before;
-        set_panel_state(form, panel_before);
+    set_panel_state(shell, panel::free);
+    shell.form.txtDevice.set_text(model);
+    shell.form.Label2[6].set_caption(std::string{model_shown} + model);
+    if (!apply_selected_device(shell)) {
+        shell.form.txtDevice.set_text(text_before);
+        shell.form.Label2[6].set_caption(shown_before);
+        shell.beside = beside_before;
+        shell.selected.ap_abuts_isp = abuts_before;
+        set_panel_state(shell, panel_before);
         return false;
     }
-    form.target.target_ok = false;
-    form.TreeViewDevice.select(model); // not all models have a node
-    change_low_voltage_default(form, model);
-    build_option_panel(form);
+    shell.target.target_ok = false;
+    shell.form.TreeViewDevice.select(model); // not all models have a node
+    change_low_voltage_default(shell, model);
+    build_option_panel(shell);
     return true;
 }
 
-void clear_job(MainForm& form)
+void clear_job(Shell& shell)
 {
-    form.code_increase.valid = false;
-    form.data_increase.valid = false;
-    clear_buffer(form, 0, form.code_buffer);
-    clear_buffer(form, 0, form.data_buffer);
+    shell.code_increase.valid = false;
+    shell.data_increase.valid = false;
+    clear_buffer(shell, 0, shell.code_buffer);
+    clear_buffer(shell, 0, shell.data_buffer);
 }
 
-void take_image(MainForm& form, const ProjectImage& image, FileBuffer& buffer, const Text& wrong_sum)
+void take_image(Shell& shell, const ProjectImage& image, FileBuffer& buffer, const Text& wrong_sum)
 {
     if (image.found) {
         std::ranges::copy(image.bytes, buffer.data.begin());
         buffer.high = static_cast<std::int32_t>(image.bytes.size()) - 1;
         buffer.view_high = buffer.high;
         buffer.loaded = true;
-        update_view(form, buffer);
+        update_view(shell, buffer);
     }
     if (!image.sum_is_right)
-        show_box(form, in_language(form, wrong_sum));
+        show_box(shell, in_language(shell, wrong_sum));
 }
 
 // The number in the image is the one for the next chip: it is not stamped anew.
-void take_up_numbers(MainForm& form)
+void take_up_numbers(Shell& shell)
 {
-    const bool code_on = form.cheAuto_Increase.value();
-    const bool data_on = form.cheData_Auto_Increase.value();
+    const bool code_on = shell.form.cheAuto_Increase.value();
+    const bool data_on = shell.form.cheData_Auto_Increase.value();
     if (!code_on && !data_on)
         return;
-    read_records(form);
+    read_records(shell);
     if (code_on)
-        check_record(form, form.code_increase);
+        check_record(shell, shell.code_increase);
     if (data_on)
-        check_record(form, form.data_increase);
-    vscFile_Change(form, 0);
-    vscFile_Change(form, 1);
-    show_box(form, in_language(form, check_number));
+        check_record(shell, shell.data_increase);
+    vscFile_Change(shell, 0);
+    vscFile_Change(shell, 1);
+    show_box(shell, in_language(shell, check_number));
 }
 
 } // namespace
 
-void comSaveBatchFile_Click(MainForm& form)
+void comSaveBatchFile_Click(Shell& shell)
 {
-    if (!form.file_loaded)
-        return show_box(form, in_language(form, no_code_file));
-    make_folder(project_folder(form.loader));
-    const auto chosen = form.platform.dialogs.choose(project_dialog(form, FileDialog::Kind::save, save_title));
+    if (!shell.file_loaded)
+        return show_box(shell, in_language(shell, no_code_file));
+    make_folder(project_folder(shell.loader));
+    const auto chosen = shell.platform.dialogs.choose(project_dialog(shell, FileDialog::Kind::save, save_title));
     if (chosen && !trimmed(*chosen).empty())
-        save_project(form, *chosen);
+        save_project(shell, *chosen);
 }
 
-void save_project(MainForm& form, const std::string& chosen)
+void save_project(Shell& shell, const std::string& chosen)
 {
     const std::string path{trimmed(chosen)};
-    form.texBatchFileName.set_text(path);
-    ProjectContent content{project_values(form), loaded_bytes(form.code_buffer), std::nullopt};
-    if (form.data_buffer.loaded)
-        content.data = loaded_bytes(form.data_buffer);
+    shell.form.texBatchFileName.set_text(path);
+    ProjectContent content{project_values(shell), loaded_bytes(shell.code_buffer), std::nullopt};
+    if (shell.data_buffer.loaded)
+        content.data = loaded_bytes(shell.data_buffer);
     const std::string text = project_text(content);
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     const std::string reason = write_whole_file(path, {bytes, text.size()});
     if (!reason.empty())
-        show_box(form, std::string{in_language(form, not_saved)} + path + "\n" + reason);
+        show_box(shell, std::string{in_language(shell, not_saved)} + path + "\n" + reason);
 }
 
-void comOpenBatchFile_Click(MainForm& form)
+void comOpenBatchFile_Click(Shell& shell)
 {
-    const auto chosen = form.platform.dialogs.choose(project_dialog(form, FileDialog::Kind::open, open_title));
+    const auto chosen = shell.platform.dialogs.choose(project_dialog(shell, FileDialog::Kind::open, open_title));
     if (chosen && !trimmed(*chosen).empty())
-        open_project(form, *chosen);
+        open_project(shell, *chosen);
 }
 
-void open_project(MainForm& form, const std::string& chosen)
+void open_project(Shell& shell, const std::string& chosen)
 {
     // The buttons that lead here are off then; only a dialog that was left open can come this far.
-    if (form.job.sequence_running)
+    if (shell.job.sequence_running)
         return;
     const std::string path{trimmed(chosen)};
-    form.texBatchFileName.set_text(path);
+    shell.form.texBatchFileName.set_text(path);
     const auto text = read_project_file(path);
     if (!text)
-        return show_box(form, in_language(form, not_found));
-    take_project(form, *text);
+        return show_box(shell, in_language(shell, not_found));
+    take_project(shell, *text);
 }
 
-void take_project(MainForm& form, std::string_view text)
+void take_project(Shell& shell, std::string_view text)
 {
     const Project project = parse_project(text);
-    const std::string* model = model_of(form, project);
-    if (model == nullptr || !select_model(form, *model))
+    const std::string* model = model_of(shell, project);
+    if (model == nullptr || !select_model(shell, *model))
         return;
-    clear_job(form);
-    apply_project_values(form, project);
-    take_image(form, project.code, form.code_buffer, wrong_code_sum);
+    clear_job(shell);
+    apply_project_values(shell, project);
+    take_image(shell, project.code, shell.code_buffer, wrong_code_sum);
     if (project.has_data)
-        take_image(form, project.data, form.data_buffer, wrong_data_sum);
-    show_effective_lengths(form);
-    take_up_numbers(form);
+        take_image(shell, project.data, shell.data_buffer, wrong_data_sum);
+    show_effective_lengths(shell);
+    take_up_numbers(shell);
     // Only now: events have been served under the boxes, and half a job must not be downloaded.
-    form.file_loaded = project.code.found;
-    form.loader.code_is_project = project.code.found;
-    set_panel_state(form, panel::locked);
+    shell.file_loaded = project.code.found;
+    shell.loader.code_is_project = project.code.found;
+    set_panel_state(shell, panel::locked);
 }
 
-void comLockOptions_Click(MainForm& form) { set_panel_state(form, panel::locked); }
-void comUnlockOptions_Click(MainForm& form) { set_panel_state(form, panel::free); }
+void comLockOptions_Click(Shell& shell) { set_panel_state(shell, panel::locked); }
+void comUnlockOptions_Click(Shell& shell) { set_panel_state(shell, panel::free); }
 
 } // namespace vrk

@@ -1,7 +1,7 @@
 // Project files on the disk: where they lie, and how one is read.
 #pragma once
 
-#include "form/file_buffer.h"
+#include "image/file_buffer.h"
 
 #include <optional>
 #include <string>

@@ -5,7 +5,7 @@
 
 namespace vrk {
 
-void Command1_Click(MainForm& form)
+void Command1_Click(Shell& shell)
 {
     // clang-format off
     constexpr Text title = { "VRK 工程文件使用说明", "How to use VRK project files" };
@@ -35,7 +35,7 @@ void Command1_Click(MainForm& form)
         "when the project file is opened the next time.",
     };
     // clang-format on
-    show_box(form, in_language(form, usage), in_language(form, title));
+    show_box(shell, in_language(shell, usage), in_language(shell, title));
 }
 
 } // namespace vrk

@@ -69,7 +69,7 @@ constexpr OldName old_names[] = {
 };
 // clang-format on
 
-int page_of_model(const MainForm& form) { return option_page_of_series(form.selected.series).page; }
+int page_of_model(const Shell& shell) { return option_page_of_series(shell.selected.series).page; }
 
 // ---- from the controls
 
@@ -80,18 +80,18 @@ std::string text_of(const Control& control, std::string_view property)
     return read_property(control, property);
 }
 
-std::string text_of_row(const MainForm& form, int page, int row)
+std::string text_of_row(const Shell& shell, int page, int row)
 {
-    const Control* control = control_of_row(form, page, row);
-    return control == nullptr ? "" : text_of(*control, form.option_table.cell(page, row, OptionColumn::property));
+    const Control* control = control_of_row(shell, page, row);
+    return control == nullptr ? "" : text_of(*control, shell.option_table.cell(page, row, OptionColumn::property));
 }
 
 // Choices as the snapshot has them; boxes, which are no part of it, as they stand.
-std::string option_text(const MainForm& form, int page, int row)
+std::string option_text(const Shell& shell, int page, int row)
 {
-    if (form.option_table.cell(page, row, OptionColumn::bit_code).empty())
-        return text_of_row(form, page, row);
-    return form.option_table.cell(page, row, OptionColumn::snapshot);
+    if (shell.option_table.cell(page, row, OptionColumn::bit_code).empty())
+        return text_of_row(shell, page, row);
+    return shell.option_table.cell(page, row, OptionColumn::snapshot);
 }
 
 // ---- to the controls
@@ -144,27 +144,27 @@ void write_value(Control& control, const std::string& property, const std::strin
     }
 }
 
-void write_row(MainForm& form, int page, int row, const std::string& value)
+void write_row(Shell& shell, int page, int row, const std::string& value)
 {
-    if (Control* control = control_of_row(form, page, row))
-        write_value(*control, form.option_table.cell(page, row, OptionColumn::property), value);
+    if (Control* control = control_of_row(shell, page, row))
+        write_value(*control, shell.option_table.cell(page, row, OptionColumn::property), value);
 }
 
 // The captions of the panel have keys too, and are no part of a project.
-bool is_option(const MainForm& form, int page, int row)
+bool is_option(const Shell& shell, int page, int row)
 {
-    return row >= 0 && form.option_table.cell(page, row, OptionColumn::property) != "Caption";
+    return row >= 0 && shell.option_table.cell(page, row, OptionColumn::property) != "Caption";
 }
 
-void apply_value(MainForm& form, std::string_view key, const std::string& value)
+void apply_value(Shell& shell, std::string_view key, const std::string& value)
 {
-    const int common = find_key(form.option_table, option_page::project_fields, key);
+    const int common = find_key(shell.option_table, option_page::project_fields, key);
     if (common >= 0)
-        return write_row(form, option_page::project_fields, common, value);
-    const int page = page_of_model(form);
-    const int row = find_key(form.option_table, page, key);
-    if (is_option(form, page, row))
-        write_row(form, page, row, value);
+        return write_row(shell, option_page::project_fields, common, value);
+    const int page = page_of_model(shell);
+    const int row = find_key(shell.option_table, page, key);
+    if (is_option(shell, page, row))
+        write_row(shell, page, row, value);
 }
 
 std::string_view name_of_today(std::string_view key)
@@ -183,30 +183,30 @@ std::span<const std::string_view> old_project_keys(int page)
     return found == std::end(old_layouts) ? std::span<const std::string_view>{} : found->keys;
 }
 
-std::vector<ProjectValue> project_values(MainForm& form)
+std::vector<ProjectValue> project_values(Shell& shell)
 {
     std::vector<ProjectValue> values;
     constexpr int common = option_page::project_fields;
-    for (int row = 0; row < form.option_table.filled_rows(common); ++row)
-        values.push_back({form.option_table.cell(common, row, OptionColumn::key), text_of_row(form, common, row)});
-    snapshot_controls(form);
-    const int page = page_of_model(form);
+    for (int row = 0; row < shell.option_table.filled_rows(common); ++row)
+        values.push_back({shell.option_table.cell(common, row, OptionColumn::key), text_of_row(shell, common, row)});
+    snapshot_controls(shell);
+    const int page = page_of_model(shell);
     for (const std::string_view key : option_keys) {
-        const int row = find_key(form.option_table, page, key);
+        const int row = find_key(shell.option_table, page, key);
         if (row >= 0)
-            values.push_back({std::string{key}, option_text(form, page, row)});
+            values.push_back({std::string{key}, option_text(shell, page, row)});
     }
     return values;
 }
 
-void apply_project_values(MainForm& form, const Project& project)
+void apply_project_values(Shell& shell, const Project& project)
 {
     const bool old = project.version == Project::Version::old;
-    const auto keys = old ? old_project_keys(page_of_model(form)) : std::span<const std::string_view>{};
+    const auto keys = old ? old_project_keys(page_of_model(shell)) : std::span<const std::string_view>{};
     for (const auto& [key, value] : project.values) {
         const bool listed = keys.empty() || std::ranges::find(keys, key) != keys.end();
         if (listed && key != model_key)
-            apply_value(form, old ? name_of_today(key) : std::string_view{key}, value);
+            apply_value(shell, old ? name_of_today(key) : std::string_view{key}, value);
     }
 }
 

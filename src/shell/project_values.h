@@ -1,7 +1,7 @@
 // What a project keeps of the controls, and the way back.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 #include "image/project_format.h"
 
 #include <span>
@@ -18,10 +18,10 @@ std::span<const std::string_view> project_option_keys();
 std::span<const std::string_view> old_project_keys(int page);
 
 // Of the selected model. Takes a snapshot of the panel.
-std::vector<ProjectValue> project_values(MainForm& form);
+std::vector<ProjectValue> project_values(Shell& shell);
 
 // Writes the values to their controls; the handlers of these do not run. A key that the model has no use for and a
 // value that its control cannot take are passed over. The model itself is not written: selecting it comes before.
-void apply_project_values(MainForm& form, const Project& project);
+void apply_project_values(Shell& shell, const Project& project);
 
 } // namespace vrk

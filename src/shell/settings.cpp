@@ -16,14 +16,14 @@ namespace {
 
 constexpr const char* section = "Settings";
 
-std::string get(MainForm& form, std::string_view key, std::string_view fallback)
+std::string get(Shell& shell, std::string_view key, std::string_view fallback)
 {
-    return form.platform.settings.get(section, std::string{key}, std::string{fallback});
+    return shell.platform.settings.get(section, std::string{key}, std::string{fallback});
 }
 
-void set(MainForm& form, std::string_view key, const std::string& value)
+void set(Shell& shell, std::string_view key, const std::string& value)
 {
-    form.platform.settings.set(section, std::string{key}, value);
+    shell.platform.settings.set(section, std::string{key}, value);
 }
 
 // Numbers. Far more than any list or screen has, and still a number that every type here can hold.
@@ -50,35 +50,35 @@ struct Setting {
     Control* control; // of an array of buttons the first
 };
 
-template <typename Act> void for_each_setting(const MainForm& form, Act act)
+template <typename Act> void for_each_setting(const Shell& shell, Act act)
 {
     for (const SettingRow& row : setting_rows()) {
         if (row.index == SettingRow::each) {
-            for (int i = 0; Control* control = form.controls.find(row.control, i); ++i)
+            for (int i = 0; Control* control = shell.form.controls.find(row.control, i); ++i)
                 act(Setting{std::string{row.key} + "_" + std::to_string(i), row, control});
         } else {
             const int index = row.holds == Holds::choice ? 0 : row.index;
-            if (Control* control = form.controls.find(row.control, index))
+            if (Control* control = shell.form.controls.find(row.control, index))
                 act(Setting{std::string{row.key}, row, control});
         }
     }
 }
 
-OptionButton* button_at(const MainForm& form, const SettingRow& row, int index)
+OptionButton* button_at(const Shell& shell, const SettingRow& row, int index)
 {
-    return dynamic_cast<OptionButton*>(form.controls.find(row.control, index));
+    return dynamic_cast<OptionButton*>(shell.form.controls.find(row.control, index));
 }
 
-int chosen_of(const MainForm& form, const SettingRow& row)
+int chosen_of(const Shell& shell, const SettingRow& row)
 {
-    for (int i = 0; const OptionButton* button = button_at(form, row, i); ++i) {
+    for (int i = 0; const OptionButton* button = button_at(shell, row, i); ++i) {
         if (button->value())
             return i;
     }
     return 0;
 }
 
-std::string value_of(const MainForm& form, const Setting& setting)
+std::string value_of(const Shell& shell, const Setting& setting)
 {
     const auto* box = dynamic_cast<const TextBox*>(setting.control);
     const auto* list = dynamic_cast<const ComboBox*>(setting.control);
@@ -95,7 +95,7 @@ std::string value_of(const MainForm& form, const Setting& setting)
     case Holds::button:
         return on_text(button != nullptr && button->value());
     case Holds::choice:
-        return std::to_string(chosen_of(form, setting.row));
+        return std::to_string(chosen_of(shell, setting.row));
     }
     return {};
 }
@@ -116,16 +116,16 @@ void choose_text(ComboBox& list, const std::string& text)
         list.choose(0);
 }
 
-void choose_button(const MainForm& form, const SettingRow& row, int index)
+void choose_button(const Shell& shell, const SettingRow& row, int index)
 {
-    OptionButton* button = button_at(form, row, index);
+    OptionButton* button = button_at(shell, row, index);
     if (button == nullptr)
-        button = button_at(form, row, 0);
+        button = button_at(shell, row, 0);
     if (button != nullptr)
         button->set_value(true);
 }
 
-void take_value(const MainForm& form, const Setting& setting, const std::string& value)
+void take_value(const Shell& shell, const Setting& setting, const std::string& value)
 {
     auto* box = dynamic_cast<TextBox*>(setting.control);
     auto* list = dynamic_cast<ComboBox*>(setting.control);
@@ -155,50 +155,50 @@ void take_value(const MainForm& form, const Setting& setting, const std::string&
             button->set_value(true);
         break;
     case Holds::choice:
-        choose_button(form, setting.row, whole_number_of(value));
+        choose_button(shell, setting.row, whole_number_of(value));
         break;
     }
 }
 
-void load_rows(MainForm& form)
+void load_rows(Shell& shell)
 {
-    for_each_setting(form, [&form](const Setting& setting) {
+    for_each_setting(shell, [&shell](const Setting& setting) {
         const char* fallback = setting.row.fallback;
-        take_value(form, setting, get(form, setting.key, fallback != nullptr ? fallback : value_of(form, setting)));
+        take_value(shell, setting, get(shell, setting.key, fallback != nullptr ? fallback : value_of(shell, setting)));
     });
 }
 
-void save_rows(MainForm& form)
+void save_rows(Shell& shell)
 {
-    for_each_setting(form, [&form](const Setting& setting) { set(form, setting.key, value_of(form, setting)); });
+    for_each_setting(shell, [&shell](const Setting& setting) { set(shell, setting.key, value_of(shell, setting)); });
 }
 
 // The model. Where no model's node is selected, the oldest family stands in for it.
-void save_device(MainForm& form)
+void save_device(Shell& shell)
 {
     constexpr int birch = 2;
     constexpr int name_column = 9;
-    std::string key = form.TreeViewDevice.selected_key();
+    std::string key = shell.form.TreeViewDevice.selected_key();
     if (key.empty() || key.starts_with("Family"))
-        key = form.mcu_table.cell(birch, 0, name_column);
-    set(form, "DeviceProducts", key);
+        key = shell.mcu_table.cell(birch, 0, name_column);
+    set(shell, "DeviceProducts", key);
 }
 
 // Written for whoever looks into the store, and not read: where the panel starts is a matter of the model.
-void save_for_the_record(MainForm& form)
+void save_for_the_record(Shell& shell)
 {
     const int first_three =
-        (form.Option0[0].value() ? 4 : 0) + (form.Option1[0].value() ? 2 : 0) + (form.Option2[0].value() ? 1 : 0);
-    set(form, "安全锁", std::to_string(first_three));
-    set(form, "fillbyte", "00");
+        (shell.form.Option0[0].value() ? 4 : 0) + (shell.form.Option1[0].value() ? 2 : 0) + (shell.form.Option2[0].value() ? 1 : 0);
+    set(shell, "安全锁", std::to_string(first_three));
+    set(shell, "fillbyte", "00");
 }
 
-void load_beep(MainForm& form)
+void load_beep(Shell& shell)
 {
-    OptionButton& chosen = is_on(get(form, "BeepYesNo", "True")) ? form.optBeepYes : form.optBeepNo;
+    OptionButton& chosen = is_on(get(shell, "BeepYesNo", "True")) ? shell.form.optBeepYes : shell.form.optBeepNo;
     chosen.set_value(true);
 }
-void save_beep(MainForm& form) { set(form, "BeepYesNo", on_text(form.optBeepYes.value())); }
+void save_beep(Shell& shell) { set(shell, "BeepYesNo", on_text(shell.form.optBeepYes.value())); }
 
 struct PlaceKey {
     const char* key;
@@ -212,19 +212,19 @@ constexpr PlaceKey place_keys[] = {
 };
 constexpr const char* splitter_key = "Frame24_Width";
 
-float stored_place(MainForm& form, const char* key, float otherwise)
+float stored_place(Shell& shell, const char* key, float otherwise)
 {
-    return static_cast<float>(number_of(get(form, key, place_text(otherwise))));
+    return static_cast<float>(number_of(get(shell, key, place_text(otherwise))));
 }
 
 // The right half has what the window is wider than standard.
-void load_window(MainForm& form)
+void load_window(Shell& shell)
 {
     constexpr WindowPlace standard;
     for (const PlaceKey& row : place_keys)
-        form.window.*row.field = stored_place(form, row.key, standard.*row.field);
-    form.window.debug_width = standard.debug_width + form.window.width - standard.width;
-    form.window.frame24_width = splitter_held(stored_place(form, splitter_key, standard.frame24_width), form.window);
+        shell.form.window.*row.field = stored_place(shell, row.key, standard.*row.field);
+    shell.form.window.debug_width = standard.debug_width + shell.form.window.width - standard.width;
+    shell.form.window.frame24_width = splitter_held(stored_place(shell, splitter_key, standard.frame24_width), shell.form.window);
 }
 
 bool is_option_button(std::string_view name)
@@ -244,34 +244,34 @@ bool arms_save(std::string_view control)
 
 } // namespace
 
-void load_settings(MainForm& form)
+void load_settings(Shell& shell)
 {
-    restore_device(form);
-    load_rows(form);
-    load_beep(form);
-    load_window(form);
+    restore_device(shell);
+    load_rows(shell);
+    load_beep(shell);
+    load_window(shell);
 }
 
-void save_settings(MainForm& form)
+void save_settings(Shell& shell)
 {
-    save_device(form);
-    save_for_the_record(form);
-    save_rows(form);
-    save_beep(form);
-    save_window(form);
+    save_device(shell);
+    save_for_the_record(shell);
+    save_rows(shell);
+    save_beep(shell);
+    save_window(shell);
 }
 
-void save_window(MainForm& form)
+void save_window(Shell& shell)
 {
     for (const PlaceKey& row : place_keys)
-        set(form, row.key, place_text(form.window.*row.field));
-    set(form, splitter_key, place_text(form.window.frame24_width));
+        set(shell, row.key, place_text(shell.form.window.*row.field));
+    set(shell, splitter_key, place_text(shell.form.window.frame24_width));
 }
 
-void arm_save_after(MainForm& form, const Control& control)
+void arm_save_after(Shell& shell, const Control& control)
 {
     if (arms_save(control.name))
-        arm_save(form);
+        arm_save(shell);
 }
 
 } // namespace vrk

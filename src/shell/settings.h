@@ -7,18 +7,18 @@
 #pragma once
 
 #include "form/arm_save.h"
-#include "form/main_form.h"
+#include "form/shell.h"
 
 namespace vrk {
 
 // Reads everything, the model first, since choosing it redraws the option panel. Lists are to be filled by then.
-void load_settings(MainForm& form);
+void load_settings(Shell& shell);
 
-void save_settings(MainForm& form); // writes everything
-void save_window(MainForm& form); // the window's place alone
+void save_settings(Shell& shell); // writes everything
+void save_window(Shell& shell); // the window's place alone
 
 // After a change by hand: arms the save where the control is one that is kept, or one of the few that bring their
 // neighbours into the store.
-void arm_save_after(MainForm& form, const Control& control);
+void arm_save_after(Shell& shell, const Control& control);
 
 } // namespace vrk

@@ -24,97 +24,97 @@ namespace vrk {
 namespace {
 
 // What a user finds at every start, or until the settings say otherwise.
-void choose_defaults(MainForm& form)
+void choose_defaults(Shell& shell)
 {
-    form.cobBaudMax.choose(0); // 115200
-    form.comWDT_Prescalar[0].choose(7); // 256
-    form.comb_WDT.choose(0);
-    form.opt_ISP_DEMO_WDT[0].set_value(true);
-    form.optHexSend[0].set_value(true);
-    form.optFillbyte[0].set_value(true);
-    form.txtAP_FileStart.set_text("0000");
-    form.txtDataFileStart.set_text("0000");
-    form.txt_Start_Address.set_text("0000");
-    form.txt_length.set_text("10000");
-    form.cheClearAP_Buffer.set_value(true);
-    form.cheClearDataBuffer.set_value(true);
+    shell.form.cobBaudMax.choose(0); // 115200
+    shell.form.comWDT_Prescalar[0].choose(7); // 256
+    shell.form.comb_WDT.choose(0);
+    shell.form.opt_ISP_DEMO_WDT[0].set_value(true);
+    shell.form.optHexSend[0].set_value(true);
+    shell.form.optFillbyte[0].set_value(true);
+    shell.form.txtAP_FileStart.set_text("0000");
+    shell.form.txtDataFileStart.set_text("0000");
+    shell.form.txt_Start_Address.set_text("0000");
+    shell.form.txt_length.set_text("10000");
+    shell.form.cheClearAP_Buffer.set_value(true);
+    shell.form.cheClearDataBuffer.set_value(true);
     for (const int head : {0, 2}) {
-        form.txtBufferAddress[head].set_text("地 址");
-        form.txtBufferAddress[head + 1].set_text(" 00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F ");
+        shell.form.txtBufferAddress[head].set_text("地 址");
+        shell.form.txtBufferAddress[head + 1].set_text(" 00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F ");
     }
 }
 
-void unload(MainForm& form)
+void unload(Shell& shell)
 {
-    form.unloaded = true;
-    save_window(form);
-    close_link(form);
-    if (form.on_unload)
-        form.on_unload();
+    shell.unloaded = true;
+    save_window(shell);
+    close_link(shell);
+    if (shell.on_unload)
+        shell.on_unload();
 }
 
-void tie_timers_and_port(MainForm& form)
+void tie_timers_and_port(Shell& shell)
 {
-    form.MSComm1.on_comm = [&form] { on_comm(form); };
-    form.platform.ports.on_list_changed = [&form] { refresh_ports(form); };
-    form.Timer9.on_tick = [&form] { show_guidance(form); };
-    form.Timer3.on_tick = [&form] {
-        save_settings(form);
-        opt_485_pin_Click(form);
-        opt_External_WDT_Click(form);
+    shell.MSComm1.on_comm = [&shell] { on_comm(shell); };
+    shell.platform.ports.on_list_changed = [&shell] { refresh_ports(shell); };
+    shell.Timer9.on_tick = [&shell] { show_guidance(shell); };
+    shell.Timer3.on_tick = [&shell] {
+        save_settings(shell);
+        opt_485_pin_Click(shell);
+        opt_External_WDT_Click(shell);
     };
-    form.Timer12.on_tick = [&form] { Timer12_Timer(form); };
-    form.TimerUnload.on_tick = [&form] { unload(form); };
+    shell.Timer12.on_tick = [&shell] { Timer12_Timer(shell); };
+    shell.TimerUnload.on_tick = [&shell] { unload(shell); };
 }
 
 } // namespace
 
-void start_up(MainForm& form)
+void start_up(Shell& shell)
 {
-    tie_timers_and_port(form);
-    apply_captions(form);
-    set_up_tabs(form);
-    load_mcu_tables(form.mcu_table, false);
-    load_option_tables(form.option_table, form.language_is_english);
-    build_device_tree(form);
-    fill_lists(form);
-    choose_defaults(form);
-    refresh_ports(form);
-    show_port_open(form, false);
-    form.ProgressBar1.set_visible(false);
-    clear_buffer(form, 0, form.code_buffer);
-    clear_buffer(form, 0, form.data_buffer);
-    load_settings(form);
-    load_increase_settings(form);
-    cheAuto_Increase_Click(form);
-    cheData_Auto_Increase_Click(form);
-    enable_buttons(form);
-    form.Timer12.start();
+    tie_timers_and_port(shell);
+    apply_captions(shell);
+    set_up_tabs(shell);
+    load_mcu_tables(shell.mcu_table, false);
+    load_option_tables(shell.option_table, shell.language_is_english);
+    build_device_tree(shell);
+    fill_lists(shell);
+    choose_defaults(shell);
+    refresh_ports(shell);
+    show_port_open(shell, false);
+    shell.form.ProgressBar1.set_visible(false);
+    clear_buffer(shell, 0, shell.code_buffer);
+    clear_buffer(shell, 0, shell.data_buffer);
+    load_settings(shell);
+    load_increase_settings(shell);
+    cheAuto_Increase_Click(shell);
+    cheData_Auto_Increase_Click(shell);
+    enable_buttons(shell);
+    shell.Timer12.start();
 }
 
-void close_request(MainForm& form)
+void close_request(Shell& shell)
 {
-    form.closing = true;
-    comStop_Download_Click(form);
-    form.TimerUnload.start();
+    shell.closing = true;
+    comStop_Download_Click(shell);
+    shell.TimerUnload.start();
 }
 
-void refresh_ports(MainForm& form)
+void refresh_ports(Shell& shell)
 {
-    const std::vector<PortInfo> ports = form.platform.ports.list();
+    const std::vector<PortInfo> ports = shell.platform.ports.list();
     std::vector<std::string> paths;
     std::vector<std::string> captions;
     for (const PortInfo& port : ports) {
         paths.push_back(port.path);
         captions.push_back(port.caption);
     }
-    if (captions == form.combCommPort.items() && paths == form.MSComm1.port_paths)
+    if (captions == shell.form.combCommPort.items() && paths == shell.MSComm1.port_paths)
         return;
-    const std::string chosen = form.combCommPort.text();
-    form.MSComm1.port_paths = std::move(paths);
-    form.combCommPort.set_items(captions);
+    const std::string chosen = shell.form.combCommPort.text();
+    shell.MSComm1.port_paths = std::move(paths);
+    shell.form.combCommPort.set_items(captions);
     const auto still_there = std::find(captions.begin(), captions.end(), chosen);
-    form.combCommPort.choose(still_there == captions.end() ? 0 : static_cast<int>(still_there - captions.begin()));
+    shell.form.combCommPort.choose(still_there == captions.end() ? 0 : static_cast<int>(still_there - captions.begin()));
 }
 
 } // namespace vrk

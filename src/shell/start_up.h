@@ -1,18 +1,18 @@
 // How the program comes up and goes down.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 namespace vrk {
 
 // Everything that happens before the window shows: tables, tree, lists, model, buffers. language_is_english is to be
 // set before.
-void start_up(MainForm& form);
+void start_up(Shell& shell);
 
 // The user wants to leave. Stops what runs; TimerUnload ends the program when it has wound down: see `unloaded`.
-void close_request(MainForm& form);
+void close_request(Shell& shell);
 
 // The ports in the list: those of the system as they are now. The chosen one stays chosen if it is still there.
-void refresh_ports(MainForm& form);
+void refresh_ports(Shell& shell);
 
 } // namespace vrk

@@ -27,50 +27,50 @@ constexpr Page right_pages[] = {
 };
 // clang-format on
 
-void fill(const MainForm& form, TabStrip& strip, std::span<const Page> pages)
+void fill(const Shell& shell, TabStrip& strip, std::span<const Page> pages)
 {
     std::vector<TabStrip::Tab> tabs;
     for (const Page& page : pages)
-        tabs.push_back({std::string{page.key}, std::string{in_language(form, page.caption)}});
+        tabs.push_back({std::string{page.key}, std::string{in_language(shell, page.caption)}});
     strip.set_tabs(std::move(tabs));
 }
 
 // A tab that is hidden cannot stay selected: the first takes its place.
-void show_selected(MainForm& form, TabStrip& strip, std::span<const Page> pages)
+void show_selected(Shell& shell, TabStrip& strip, std::span<const Page> pages)
 {
     const auto selected = static_cast<std::size_t>(strip.selected());
     if (strip.tabs()[selected].caption == TabStrip::hidden_caption)
         strip.select(0);
     for (const Page& page : pages)
-        (form.*page.frame).set_visible(page.key == strip.selected_key());
+        (shell.form.*page.frame).set_visible(page.key == strip.selected_key());
 }
 
 } // namespace
 
-void set_up_tabs(MainForm& form)
+void set_up_tabs(Shell& shell)
 {
-    fill(form, form.TabStrip1, left_pages);
-    fill(form, form.TabStrip2, right_pages);
+    fill(shell, shell.form.TabStrip1, left_pages);
+    fill(shell, shell.form.TabStrip2, right_pages);
 }
 
-void show_tabs_of_model(MainForm& form)
+void show_tabs_of_model(Shell& shell)
 {
     for (const Page& page : right_pages) {
-        const bool hidden = page.key == "EEPROM_File" && !has_eeprom_buffer(form.selected);
-        form.TabStrip2.set_caption(page.key, hidden ? TabStrip::hidden_caption : in_language(form, page.caption));
+        const bool hidden = page.key == "EEPROM_File" && !has_eeprom_buffer(shell.selected);
+        shell.form.TabStrip2.set_caption(page.key, hidden ? TabStrip::hidden_caption : in_language(shell, page.caption));
     }
-    TabStrip1_Click(form);
-    TabStrip2_Click(form);
+    TabStrip1_Click(shell);
+    TabStrip2_Click(shell);
 }
 
-void TabStrip1_Click(MainForm& form)
+void TabStrip1_Click(Shell& shell)
 {
-    show_selected(form, form.TabStrip1, left_pages);
+    show_selected(shell, shell.form.TabStrip1, left_pages);
 }
 
-void TabStrip2_Click(MainForm& form)
+void TabStrip2_Click(Shell& shell)
 {
-    show_selected(form, form.TabStrip2, right_pages);
+    show_selected(shell, shell.form.TabStrip2, right_pages);
 }
 
 } // namespace vrk

@@ -1,14 +1,14 @@
 // The pages of the two tab strips.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 namespace vrk {
 
-void set_up_tabs(MainForm& form);
-void show_tabs_of_model(MainForm& form); // hides what the selected model has no use for
+void set_up_tabs(Shell& shell);
+void show_tabs_of_model(Shell& shell); // hides what the selected model has no use for
 
-void TabStrip1_Click(MainForm& form); // shows the frame of the selected tab
-void TabStrip2_Click(MainForm& form);
+void TabStrip1_Click(Shell& shell); // shows the frame of the selected tab
+void TabStrip2_Click(Shell& shell);
 
 } // namespace vrk

@@ -85,19 +85,19 @@ std::string from_qt(const QString& text)
     return text.toStdString();
 }
 
-Binder::Binder(MainForm& form)
-    : form_(form)
+Binder::Binder(Shell& shell)
+    : shell_(shell)
 {
     since_refresh_.start();
     refresh_timer_.setSingleShot(true);
     connect(&refresh_timer_, &QTimer::timeout, this, [this] { refresh(); });
-    form_.controls.changes.take(); // widgets show the present state when they are made
-    form_.controls.changes.on_first = [this] { changed(); };
+    shell_.form.controls.changes.take(); // widgets show the present state when they are made
+    shell_.form.controls.changes.on_first = [this] { changed(); };
 }
 
 Binder::~Binder()
 {
-    form_.controls.changes.on_first = nullptr;
+    shell_.form.controls.changes.on_first = nullptr;
 }
 
 void Binder::bind(Control& control, QWidget* widget, std::function<void()> show)
@@ -122,7 +122,7 @@ void Binder::changed()
 void Binder::refresh()
 {
     since_refresh_.restart();
-    for (const Control* control : form_.controls.changes.take()) {
+    for (const Control* control : shell_.form.controls.changes.take()) {
         const auto found = shows_.find(control);
         if (found != shows_.end())
             found->second();
@@ -147,7 +147,7 @@ QLabel* Binder::lamp(Image& control, const QString& text, const QString& color)
 QPushButton* Binder::button(Button& control)
 {
     auto* widget = new QPushButton;
-    connect(widget, &QPushButton::clicked, this, [this, &control] { click(form_, control); });
+    connect(widget, &QPushButton::clicked, this, [this, &control] { click(shell_, control); });
     bind(control, widget, [&control, widget] { widget->setText(to_qt(control.caption())); });
     return widget;
 }
@@ -156,7 +156,7 @@ QLineEdit* Binder::line(TextBox& control)
 {
     auto* widget = new QLineEdit;
     connect(widget, &QLineEdit::textEdited, this,
-        [this, &control](const QString& text) { type_text(form_, control, from_qt(text)); });
+        [this, &control](const QString& text) { type_text(shell_, control, from_qt(text)); });
     bind(control, widget, [&control, widget] {
         const QString text = to_qt(control.text());
         if (widget->text() != text)
@@ -181,7 +181,7 @@ QCheckBox* Binder::check(CheckBox& control)
 {
     auto* widget = new QCheckBox;
     connect(widget, &QCheckBox::clicked, this,
-        [this, &control](bool value) { set_checked(form_, control, value); });
+        [this, &control](bool value) { set_checked(shell_, control, value); });
     bind(control, widget, [&control, widget] {
         widget->setText(to_qt(control.caption()));
         widget->setChecked(control.value());
@@ -194,7 +194,7 @@ QRadioButton* Binder::option(OptionButton& control)
     auto* widget = new QRadioButton;
     widget->setAutoExclusive(false); // the control's group knows which belong together
     connect(widget, &QRadioButton::clicked, this, [this, &control, widget] {
-        choose_option(form_, control);
+        choose_option(shell_, control);
         widget->setChecked(control.value());
     });
     bind(control, widget, [&control, widget] {
@@ -208,10 +208,10 @@ QComboBox* Binder::list(ComboBox& control)
 {
     auto* widget = new QComboBox;
     widget->setEditable(control.editable);
-    connect(widget, &QComboBox::activated, this, [this, &control](int item) { choose_item(form_, control, item); });
+    connect(widget, &QComboBox::activated, this, [this, &control](int item) { choose_item(shell_, control, item); });
     if (control.editable) {
         connect(widget->lineEdit(), &QLineEdit::textEdited, this,
-            [this, &control](const QString& text) { type_text(form_, control, from_qt(text)); });
+            [this, &control](const QString& text) { type_text(shell_, control, from_qt(text)); });
     }
     bind(control, widget, [&control, widget] { show_items(*widget, control); });
     return widget;
@@ -242,7 +242,7 @@ QTabBar* Binder::tabs(TabStrip& control)
     auto* widget = new QTabBar;
     widget->setExpanding(false);
     widget->setDrawBase(true);
-    connect(widget, &QTabBar::currentChanged, this, [this, &control](int tab) { choose_tab(form_, control, tab); });
+    connect(widget, &QTabBar::currentChanged, this, [this, &control](int tab) { choose_tab(shell_, control, tab); });
     bind(control, widget, [&control, widget] { show_tabs(*widget, control); });
     return widget;
 }
@@ -264,7 +264,7 @@ QProgressBar* Binder::progress(ProgressBar& control)
 QScrollBar* Binder::scroll(ScrollBar& control)
 {
     auto* widget = new QScrollBar(Qt::Vertical);
-    connect(widget, &QScrollBar::valueChanged, this, [this, &control](int value) { scroll_to(form_, control, value); });
+    connect(widget, &QScrollBar::valueChanged, this, [this, &control](int value) { scroll_to(shell_, control, value); });
     bind(control, widget, [&control, widget] {
         widget->setRange(control.min(), control.max());
         widget->setSingleStep(control.small_step);
@@ -277,8 +277,8 @@ QScrollBar* Binder::scroll(ScrollBar& control)
 bool Binder::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::MouseButtonPress) {
-        if (Control* control = form_.controls.find_full(from_qt(watched->objectName())))
-            click(form_, *control);
+        if (Control* control = shell_.form.controls.find_full(from_qt(watched->objectName())))
+            click(shell_, *control);
     }
     return QObject::eventFilter(watched, event);
 }

@@ -2,7 +2,7 @@
 // of the shell. Widgets are named as their controls ("comDownload(0)"), so that tools and tests find them.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -25,7 +25,7 @@ namespace vrk {
 
 class Binder final : public QObject {
 public:
-    explicit Binder(MainForm& form);
+    explicit Binder(Shell& shell);
     ~Binder() override;
 
     QLabel* label(Label& control);
@@ -47,13 +47,13 @@ public:
     // A widget of one's own: `show` puts the control's state on it, now and after each change.
     void bind(Control& control, QWidget* widget, std::function<void()> show);
 
-    MainForm& form() { return form_; }
+    Shell& shell() { return shell_; }
 
 private:
     void changed();
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    MainForm& form_;
+    Shell& shell_;
     std::unordered_map<const Control*, std::function<void()>> shows_;
     QTimer refresh_timer_;
     QElapsedTimer since_refresh_;

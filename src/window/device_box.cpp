@@ -30,8 +30,8 @@ QTreeWidgetItem* first_model(QTreeWidget& tree, const QString& typed)
 } // namespace
 
 DeviceBox::DeviceBox(Binder& binder, QWidget* over)
-    : form_(binder.form())
-    , box_(binder.line(form_.txtDevice))
+    : shell_(binder.shell())
+    , box_(binder.line(shell_.form.txtDevice))
     , tree_(new QTreeWidget(over))
 {
     box_->setReadOnly(true);
@@ -43,14 +43,14 @@ DeviceBox::DeviceBox(Binder& binder, QWidget* over)
     tree_->setUniformRowHeights(true);
     tree_->installEventFilter(this);
     connect(tree_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) { pick(item); });
-    binder.bind(form_.TreeViewDevice, tree_, [this] { show_tree(); });
+    binder.bind(shell_.form.TreeViewDevice, tree_, [this] { show_tree(); });
 }
 
 void DeviceBox::fill()
 {
     tree_->clear();
     std::map<std::string, QTreeWidgetItem*> families;
-    for (const Tree::Node& node : form_.TreeViewDevice.nodes()) {
+    for (const Tree::Node& node : shell_.form.TreeViewDevice.nodes()) {
         const auto family = families.find(node.parent);
         auto* item = family == families.end() ? new QTreeWidgetItem(tree_) : new QTreeWidgetItem(family->second);
         item->setText(0, to_qt(node.text));
@@ -62,7 +62,7 @@ void DeviceBox::fill()
 
 void DeviceBox::show_tree()
 {
-    if (!form_.TreeViewDevice.visible()) {
+    if (!shell_.form.TreeViewDevice.visible()) {
         tree_->hide();
         return;
     }
@@ -77,7 +77,7 @@ void DeviceBox::show_tree()
     tree_->setGeometry(below.x(), below.y(), std::max(box_->width(), 260), height);
     tree_->collapseAll();
     for (QTreeWidgetItemIterator it(tree_); *it != nullptr; ++it) {
-        if ((*it)->data(0, key_role).toString() == to_qt(form_.TreeViewDevice.selected_key()))
+        if ((*it)->data(0, key_role).toString() == to_qt(shell_.form.TreeViewDevice.selected_key()))
             tree_->setCurrentItem(*it);
     }
     tree_->scrollToItem(tree_->currentItem(), QAbstractItemView::PositionAtCenter);
@@ -92,8 +92,8 @@ void DeviceBox::pick(QTreeWidgetItem* item)
         return;
     if (item->childCount() > 0)
         item->setExpanded(!item->isExpanded());
-    choose_node(form_, form_.TreeViewDevice, from_qt(item->data(0, key_role).toString()));
-    if (!form_.TreeViewDevice.visible())
+    choose_node(shell_, shell_.form.TreeViewDevice, from_qt(item->data(0, key_role).toString()));
+    if (!shell_.form.TreeViewDevice.visible())
         box_->setFocus();
 }
 
@@ -125,7 +125,7 @@ bool DeviceBox::eventFilter(QObject* watched, QEvent* event)
     if (watched == box_ && box_->isEnabled() &&
         (event->type() == QEvent::MouseButtonPress || key == Qt::Key_Down || key == Qt::Key_Space ||
             key == Qt::Key_Return || key == Qt::Key_Enter)) {
-        click(form_, form_.txtDevice);
+        click(shell_, shell_.form.txtDevice);
         return true;
     }
     if (watched == tree_ && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
@@ -135,7 +135,7 @@ bool DeviceBox::eventFilter(QObject* watched, QEvent* event)
     if (watched == tree_ && key != 0 && search(*static_cast<QKeyEvent*>(event)))
         return true;
     if (watched == tree_ && (key == Qt::Key_Escape || event->type() == QEvent::FocusOut)) {
-        press_key(form_, form_.TreeViewDevice, "Esc");
+        press_key(shell_, shell_.form.TreeViewDevice, "Esc");
         if (key == Qt::Key_Escape)
             box_->setFocus();
         return key != 0;

@@ -25,7 +25,7 @@ private:
     bool search(const QKeyEvent& key);
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    MainForm& form_;
+    Shell& shell_;
     QLineEdit* box_;
     QTreeWidget* tree_;
     QString typed_; // letters of a model that is looked for

@@ -47,13 +47,13 @@ int place_in_box(const QPlainTextEdit& pane, int position)
 } // namespace
 
 DumpView::DumpView(Binder& binder, int index)
-    : form_(binder.form())
+    : shell_(binder.shell())
     , index_(index)
-    , box_(index == 0 ? form_.txtBuffer2 : form_.tetDataFlash2)
+    , box_(index == 0 ? shell_.form.txtBuffer2 : shell_.form.tetDataFlash2)
     , pane_(binder.pane(box_))
 {
-    auto* address = binder.line(form_.txtBufferAddress[index == 0 ? 0 : 2]);
-    auto* columns = binder.line(form_.txtBufferAddress[index == 0 ? 1 : 3]);
+    auto* address = binder.line(shell_.form.txtBufferAddress[index == 0 ? 0 : 2]);
+    auto* columns = binder.line(shell_.form.txtBufferAddress[index == 0 ? 1 : 3]);
     for (QLineEdit* head : {address, columns}) {
         head->setReadOnly(true);
         head->setFrame(false);
@@ -85,7 +85,7 @@ DumpView::DumpView(Binder& binder, int index)
     layout->addWidget(address, 0, 0);
     layout->addWidget(columns, 0, 1);
     layout->addWidget(pane_, 1, 0, 1, 2);
-    layout->addWidget(binder.scroll(form_.vscFile[index]), 1, 2);
+    layout->addWidget(binder.scroll(shell_.form.vscFile[index]), 1, 2);
     layout->setColumnStretch(1, 1);
     layout->setRowStretch(1, 1);
 }
@@ -115,13 +115,13 @@ void DumpView::show_dump()
 
 void DumpView::fit_lines()
 {
-    FileBuffer& buffer = index_ == 0 ? form_.code_buffer : form_.data_buffer;
+    FileBuffer& buffer = index_ == 0 ? shell_.code_buffer : shell_.data_buffer;
     const int margins = 2 * static_cast<int>(pane_->document()->documentMargin());
     const int lines = std::max((pane_->viewport()->height() - margins) / pane_->fontMetrics().lineSpacing(), 1);
     if (lines == buffer.view_lines)
         return;
     buffer.view_lines = lines;
-    vscFile_Change(form_, index_);
+    vscFile_Change(shell_, index_);
 }
 
 // The character under the pointer, not the gap nearest to it: a digit is hit on its right half too.
@@ -132,7 +132,7 @@ void DumpView::click_at(const QPoint& point)
     QTextCursor cursor = pane_->cursorForPosition(point);
     if (pane_->cursorRect(cursor).left() > point.x() && !cursor.atBlockStart())
         cursor.movePosition(QTextCursor::PreviousCharacter);
-    put_caret(form_, box_, place_in_box(*pane_, cursor.position()));
+    put_caret(shell_, box_, place_in_box(*pane_, cursor.position()));
     const QSignalBlocker quiet(pane_);
     show_dump();
 }
@@ -143,7 +143,7 @@ void DumpView::take_selection()
     if (!cursor.hasSelection())
         return;
     const int first = place_in_box(*pane_, cursor.selectionStart());
-    put_caret(form_, box_, first, place_in_box(*pane_, cursor.selectionEnd()) - first);
+    put_caret(shell_, box_, first, place_in_box(*pane_, cursor.selectionEnd()) - first);
 }
 
 bool DumpView::take_key(const QKeyEvent& key)
@@ -154,9 +154,9 @@ bool DumpView::take_key(const QKeyEvent& key)
     const auto named = std::find_if(
         std::begin(key_rows), std::end(key_rows), [&key](const KeyRow& row) { return row.key == key.key(); });
     if (named != std::end(key_rows))
-        press_key(form_, box_, named->name);
+        press_key(shell_, box_, named->name);
     else if (key.text().size() == 1)
-        press_key(form_, box_, from_qt(key.text()));
+        press_key(shell_, box_, from_qt(key.text()));
     return true;
 }
 
@@ -165,9 +165,9 @@ void DumpView::scroll_by_wheel(const QWheelEvent& wheel)
     wheel_rest_ += wheel.angleDelta().y() * lines_per_notch;
     const int lines = wheel_rest_ / notch;
     wheel_rest_ -= lines * notch;
-    ScrollBar& bar = form_.vscFile[index_];
+    ScrollBar& bar = shell_.form.vscFile[index_];
     if (lines != 0)
-        scroll_to(form_, bar, bar.value() - lines);
+        scroll_to(shell_, bar, bar.value() - lines);
 }
 
 bool DumpView::eventFilter(QObject* watched, QEvent* event)
@@ -195,7 +195,7 @@ bool DumpView::eventFilter(QObject* watched, QEvent* event)
 
 QLabel* make_edit_hint(Binder& binder)
 {
-    QLabel* hint = binder.label(binder.form().LabEdit_Clew);
+    QLabel* hint = binder.label(binder.shell().form.LabEdit_Clew);
     QSizePolicy keeps_place = hint->sizePolicy();
     keeps_place.setRetainSizeWhenHidden(true);
     hint->setSizePolicy(keeps_place);

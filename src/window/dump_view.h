@@ -25,7 +25,7 @@ private:
     void scroll_by_wheel(const QWheelEvent& wheel);
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    MainForm& form_;
+    Shell& shell_;
     int index_;
     TextBox& box_;
     QPlainTextEdit* pane_;

@@ -44,9 +44,9 @@ QHBoxLayout* row_of(std::initializer_list<QWidget*> widgets)
 
 } // namespace
 
-MainWindow::MainWindow(MainForm& form)
-    : form_(form)
-    , binder_(form)
+MainWindow::MainWindow(Shell& shell)
+    : shell_(shell)
+    , binder_(shell)
     , option_panel_(binder_)
 {
     setWindowTitle(window_title);
@@ -59,14 +59,14 @@ MainWindow::MainWindow(MainForm& form)
     halves->setStretchFactor(0, 3);
     halves->setStretchFactor(1, 4);
     take_stored_place();
-    form_.on_unload = [this] { close(); };
+    shell_.on_unload = [this] { close(); };
 }
 
 // Where it stood when it was last used; that may be off the screen. No larger than the screens together, whatever is
 // stored. The first time it comes up with room for a report under the steps, as far as the screen goes.
 void MainWindow::take_stored_place()
 {
-    const WindowPlace& place = form_.window;
+    const WindowPlace& place = shell_.form.window;
     const bool never_sized = place.width == WindowPlace::standard_width && place.height == WindowPlace::standard_height;
     const QSize with_report = (minimumSizeHint() + QSize(0, report_lines * fontMetrics().lineSpacing()))
                                   .boundedTo(screen()->availableSize() * 0.92);
@@ -79,10 +79,10 @@ void MainWindow::note_place()
 {
     if (!isVisible())
         return;
-    form_.window.left = units(x());
-    form_.window.top = units(y());
-    form_.window.width = units(width());
-    form_.window.height = units(height());
+    shell_.form.window.left = units(x());
+    shell_.form.window.top = units(y());
+    shell_.form.window.width = units(width());
+    shell_.form.window.height = units(height());
 }
 
 void MainWindow::moveEvent(QMoveEvent* event)
@@ -95,7 +95,7 @@ void MainWindow::resizeEvent(QResizeEvent* event)
 {
     QMainWindow::resizeEvent(event);
     note_place();
-    arm_save(form_); // one save for the whole pull at the frame
+    arm_save(shell_); // one save for the whole pull at the frame
 }
 
 void MainWindow::add_panel(QWidget* panel) { static_cast<QSplitter*>(centralWidget())->addWidget(panel); }
@@ -115,55 +115,55 @@ QWidget* MainWindow::make_left()
 
 QWidget* MainWindow::make_model_step()
 {
-    QGroupBox* frame = binder_.frame(form_.FrameX[0]);
+    QGroupBox* frame = binder_.frame(shell_.form.FrameX[0]);
     device_box_ = std::make_unique<DeviceBox>(binder_, this);
     auto* layout = new QHBoxLayout(frame);
-    layout->addWidget(binder_.label(form_.Label2[0]));
+    layout->addWidget(binder_.label(shell_.form.Label2[0]));
     layout->addWidget(device_box_->box(), 1);
     layout->addSpacing(12);
-    layout->addWidget(binder_.label(form_.Label2[1]));
-    layout->addWidget(binder_.label(form_.LabISP_reange[0]));
-    layout->addWidget(binder_.label(form_.Label2[2]));
-    layout->addWidget(binder_.label(form_.LabISP_reange[1]));
+    layout->addWidget(binder_.label(shell_.form.Label2[1]));
+    layout->addWidget(binder_.label(shell_.form.LabISP_reange[0]));
+    layout->addWidget(binder_.label(shell_.form.Label2[2]));
+    layout->addWidget(binder_.label(shell_.form.LabISP_reange[1]));
     return frame;
 }
 
 QWidget* MainWindow::make_file_step()
 {
-    QGroupBox* frame = binder_.frame(form_.FrameX[1]);
+    QGroupBox* frame = binder_.frame(shell_.form.FrameX[1]);
     auto* grid = new QGridLayout(frame);
-    QLineEdit* code_start = binder_.line(form_.txtAP_FileStart);
-    QLineEdit* data_start = binder_.line(form_.txtDataFileStart);
+    QLineEdit* code_start = binder_.line(shell_.form.txtAP_FileStart);
+    QLineEdit* data_start = binder_.line(shell_.form.txtDataFileStart);
     for (QLineEdit* start : {code_start, data_start}) {
         start->setMaxLength(4);
         start->setFixedWidth(8 * start->fontMetrics().averageCharWidth());
     }
-    grid->addWidget(binder_.label(form_.Label2[3]), 0, 0);
+    grid->addWidget(binder_.label(shell_.form.Label2[3]), 0, 0);
     grid->addWidget(code_start, 0, 1);
-    grid->addWidget(binder_.check(form_.cheClearAP_Buffer), 0, 2);
-    grid->addWidget(binder_.button(form_.comLoadFile), 0, 3);
-    grid->addWidget(binder_.label(form_.Label2[4]), 1, 0);
+    grid->addWidget(binder_.check(shell_.form.cheClearAP_Buffer), 0, 2);
+    grid->addWidget(binder_.button(shell_.form.comLoadFile), 0, 3);
+    grid->addWidget(binder_.label(shell_.form.Label2[4]), 1, 0);
     grid->addWidget(data_start, 1, 1);
-    grid->addWidget(binder_.check(form_.cheClearDataBuffer), 1, 2);
-    grid->addWidget(binder_.button(form_.comLoadDataFile), 1, 3);
+    grid->addWidget(binder_.check(shell_.form.cheClearDataBuffer), 1, 2);
+    grid->addWidget(binder_.button(shell_.form.comLoadDataFile), 1, 3);
     grid->setColumnStretch(2, 1);
     return frame;
 }
 
 QWidget* MainWindow::make_line_step()
 {
-    QGroupBox* frame = binder_.frame(form_.FrameX[2]);
+    QGroupBox* frame = binder_.frame(shell_.form.FrameX[2]);
     auto* grid = new QGridLayout(frame);
-    grid->addWidget(binder_.label(form_.Label2[5]), 0, 0);
-    grid->addWidget(binder_.list(form_.combCommPort), 0, 1, 1, 2);
-    QLabel* open = binder_.lamp(form_.imgOpen_sys, "\u25CF", "#2e9e44");
-    QLabel* closed = binder_.lamp(form_.imgNotOpen_sys, "\u25CB", "#808080");
+    grid->addWidget(binder_.label(shell_.form.Label2[5]), 0, 0);
+    grid->addWidget(binder_.list(shell_.form.combCommPort), 0, 1, 1, 2);
+    QLabel* open = binder_.lamp(shell_.form.imgOpen_sys, "\u25CF", "#2e9e44");
+    QLabel* closed = binder_.lamp(shell_.form.imgNotOpen_sys, "\u25CB", "#808080");
     grid->addLayout(row_of({open, closed}), 0, 3);
-    grid->addWidget(binder_.label(form_.LabMaxBaud), 1, 0);
-    grid->addWidget(binder_.list(form_.cobBaudMax), 1, 1);
-    grid->addWidget(binder_.label(form_.Label4), 1, 2);
-    grid->addWidget(binder_.list(form_.cobBaudMin), 1, 3);
-    grid->addWidget(binder_.check(form_.cheTL), 1, 4);
+    grid->addWidget(binder_.label(shell_.form.LabMaxBaud), 1, 0);
+    grid->addWidget(binder_.list(shell_.form.cobBaudMax), 1, 1);
+    grid->addWidget(binder_.label(shell_.form.Label4), 1, 2);
+    grid->addWidget(binder_.list(shell_.form.cobBaudMin), 1, 3);
+    grid->addWidget(binder_.check(shell_.form.cheTL), 1, 4);
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
     return frame;
@@ -171,7 +171,7 @@ QWidget* MainWindow::make_line_step()
 
 QWidget* MainWindow::make_option_step()
 {
-    QGroupBox* frame = binder_.frame(form_.FrameX[3]);
+    QGroupBox* frame = binder_.frame(shell_.form.FrameX[3]);
     auto* stack = new QVBoxLayout(frame);
     stack->setSpacing(strip_spacing);
     option_panel_.fill_upper(stack);
@@ -180,28 +180,28 @@ QWidget* MainWindow::make_option_step()
 
 QWidget* MainWindow::make_download_step()
 {
-    QGroupBox* frame = binder_.frame(form_.FrameX[4]);
+    QGroupBox* frame = binder_.frame(shell_.form.FrameX[4]);
     auto* layout = new QVBoxLayout(frame);
-    QPushButton* download = binder_.button(form_.comDownload[0]);
+    QPushButton* download = binder_.button(shell_.form.comDownload[0]);
     QFont bold = download->font();
     bold.setBold(true);
     download->setFont(bold);
-    layout->addLayout(row_of({download, binder_.button(form_.comStop_Download), binder_.button(form_.comDownload[1])}));
+    layout->addLayout(row_of({download, binder_.button(shell_.form.comStop_Download), binder_.button(shell_.form.comDownload[1])}));
 
     auto* progress = new QHBoxLayout;
-    progress->addWidget(binder_.progress(form_.ProgressBar1), 1);
-    QLabel* kilobytes = binder_.label(form_.labKbyte);
+    progress->addWidget(binder_.progress(shell_.form.ProgressBar1), 1);
+    QLabel* kilobytes = binder_.label(shell_.form.labKbyte);
     kilobytes->setMinimumWidth(10 * kilobytes->fontMetrics().averageCharWidth());
     kilobytes->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     progress->addWidget(kilobytes);
     layout->addLayout(progress);
 
-    layout->addWidget(binder_.pane(form_.textMsg), 1);
+    layout->addWidget(binder_.pane(shell_.form.textMsg), 1);
 
-    QLineEdit* count = binder_.line(form_.txtWrite_OK_Count);
+    QLineEdit* count = binder_.line(shell_.form.txtWrite_OK_Count);
     count->setReadOnly(true);
     count->setMaximumWidth(12 * count->fontMetrics().averageCharWidth());
-    auto* counter = row_of({binder_.label(form_.labWrite_OK_Count), count, binder_.button(form_.comClear_OK_Count)});
+    auto* counter = row_of({binder_.label(shell_.form.labWrite_OK_Count), count, binder_.button(shell_.form.comClear_OK_Count)});
     counter->addStretch(1);
     layout->addLayout(counter);
     return frame;
@@ -211,13 +211,13 @@ QWidget* MainWindow::make_right()
 {
     auto* right = new QWidget;
     auto* layout = new QVBoxLayout(right);
-    layout->addWidget(binder_.tabs(form_.TabStrip2));
+    layout->addWidget(binder_.tabs(shell_.form.TabStrip2));
     layout->addWidget(make_buffer_page(0), 1);
     layout->addWidget(make_buffer_page(1), 1);
     layout->addWidget(make_project_page(binder_), 1);
     layout->addWidget(make_edit_hint(binder_));
     layout->addSpacing(6);
-    layout->addWidget(binder_.tabs(form_.TabStrip1));
+    layout->addWidget(binder_.tabs(shell_.form.TabStrip1));
     layout->addWidget(make_option_page());
     layout->addWidget(make_check_page());
     layout->addWidget(make_increase_page(binder_));
@@ -229,7 +229,7 @@ QWidget* MainWindow::make_right()
 QWidget* MainWindow::make_option_page()
 {
     QLabel* caption = nullptr;
-    QWidget* page = binder_.page(form_.Frame12, caption);
+    QWidget* page = binder_.page(shell_.form.Frame12, caption);
     auto* stack = new QVBoxLayout(page);
     stack->setContentsMargins(0, 0, 0, 0);
     stack->setSpacing(strip_spacing);
@@ -241,30 +241,30 @@ QWidget* MainWindow::make_option_page()
 QWidget* MainWindow::make_check_page()
 {
     QLabel* caption = nullptr;
-    QWidget* page = binder_.page(form_.Frame4, caption);
+    QWidget* page = binder_.page(shell_.form.Frame4, caption);
     auto* stack = new QVBoxLayout(page);
     stack->setContentsMargins(0, 0, 0, 0);
     stack->setSpacing(strip_spacing);
-    auto* head = row_of({binder_.label(form_.LabLock[0]), binder_.button(form_.comReadChipLock)});
+    auto* head = row_of({binder_.label(shell_.form.LabLock[0]), binder_.button(shell_.form.comReadChipLock)});
     head->insertStretch(1, 1);
     stack->addLayout(head);
-    for (std::size_t line = 1; line < std::size(form_.LabLock); ++line)
-        stack->addWidget(binder_.label(form_.LabLock[line]));
+    for (std::size_t line = 1; line < std::size(shell_.form.LabLock); ++line)
+        stack->addWidget(binder_.label(shell_.form.LabLock[line]));
     return page;
 }
 
 QWidget* MainWindow::make_beeps()
 {
-    QGroupBox* beeps = binder_.frame(form_.Frame16);
+    QGroupBox* beeps = binder_.frame(shell_.form.Frame16);
     auto* grid = new QGridLayout(beeps);
     auto* delay =
-        row_of({binder_.label(form_.Label10[0]), binder_.option(form_.optBeepYes), binder_.option(form_.optBeepNo),
-            binder_.label(form_.Label10[1]), binder_.list(form_.comDalay_ReDownLoad), binder_.label(form_.Label10[2])});
+        row_of({binder_.label(shell_.form.Label10[0]), binder_.option(shell_.form.optBeepYes), binder_.option(shell_.form.optBeepNo),
+            binder_.label(shell_.form.Label10[1]), binder_.list(shell_.form.comDalay_ReDownLoad), binder_.label(shell_.form.Label10[2])});
     delay->insertSpacing(3, 12);
     delay->addStretch(1);
     grid->addLayout(delay, 0, 0);
-    grid->addWidget(binder_.check(form_.cekReloadFile), 1, 0);
-    grid->addWidget(binder_.check(form_.cekReloadFileWhileFileChange), 2, 0);
+    grid->addWidget(binder_.check(shell_.form.cekReloadFile), 1, 0);
+    grid->addWidget(binder_.check(shell_.form.cekReloadFileWhileFileChange), 2, 0);
     return beeps;
 }
 
@@ -272,18 +272,18 @@ QWidget* MainWindow::make_buffer_page(int index)
 {
     const bool code = index == 0;
     QLabel* caption = nullptr;
-    QWidget* page = binder_.page(code ? form_.Frame7 : form_.frmDataFlash, caption);
+    QWidget* page = binder_.page(code ? shell_.form.Frame7 : shell_.form.frmDataFlash, caption);
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(caption);
     layout->addWidget(new DumpView(binder_, index), 1);
 
-    QLineEdit* checksum = binder_.line(code ? form_.txtFileCheckSum : form_.txtDataFileCheckSum);
+    QLineEdit* checksum = binder_.line(code ? shell_.form.txtFileCheckSum : shell_.form.txtDataFileCheckSum);
     checksum->setReadOnly(true);
     checksum->setMaximumWidth(18 * checksum->fontMetrics().averageCharWidth());
-    auto* foot = row_of({binder_.label(form_.LabFileCheckSum[index]), checksum});
+    auto* foot = row_of({binder_.label(shell_.form.LabFileCheckSum[index]), checksum});
     foot->addSpacing(12);
-    foot->addWidget(binder_.label(form_.Label7[index + 1]));
+    foot->addWidget(binder_.label(shell_.form.Label7[index + 1]));
     foot->addStretch(1);
     layout->addLayout(foot);
     return page;
@@ -292,13 +292,13 @@ QWidget* MainWindow::make_buffer_page(int index)
 // The first request stops what runs; the window goes when that has wound down.
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    if (form_.unloaded) {
+    if (shell_.unloaded) {
         event->accept();
         return;
     }
     event->ignore();
-    if (!form_.closing)
-        close_request(form_);
+    if (!shell_.closing)
+        close_request(shell_);
 }
 
 } // namespace vrk

@@ -13,7 +13,7 @@ namespace vrk {
 
 class MainWindow final : public QMainWindow {
 public:
-    explicit MainWindow(MainForm& form);
+    explicit MainWindow(Shell& shell);
 
     // Beside everything else, for programs that have more to show.
     void add_panel(QWidget* panel);
@@ -36,7 +36,7 @@ private:
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
-    MainForm& form_;
+    Shell& shell_;
     Binder binder_;
     OptionPanel option_panel_;
     std::unique_ptr<DeviceBox> device_box_;

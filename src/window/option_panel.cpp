@@ -38,7 +38,7 @@ QHBoxLayout* row_of(QWidget* line) { return static_cast<QHBoxLayout*>(line->layo
 
 OptionPanel::OptionPanel(Binder& binder)
     : binder_(binder)
-    , form_(binder.form())
+    , shell_(binder.shell())
 {
     align_timer_.setSingleShot(true);
     connect(&align_timer_, &QTimer::timeout, this, [this] {
@@ -50,12 +50,12 @@ OptionPanel::OptionPanel(Binder& binder)
 void OptionPanel::fill_upper(QVBoxLayout* stack)
 {
     add_options(stack, upper_, 0, first_lower);
-    upper_.push_back(make_strip(nullptr, form_.Label8[0], {}, nullptr));
+    upper_.push_back(make_strip(nullptr, shell_.form.Label8[0], {}, nullptr));
     stack->addWidget(upper_.back().line);
-    for (Label& note : form_.LabOptionC)
+    for (Label& note : shell_.form.LabOptionC)
         stack->addWidget(binder_.label(note));
-    upper_guests_ = {{binder_.list(form_.com_RC_frequency[0]), &form_.Label8[0], first_lower, 0}};
-    upper_[7].box = binder_.list(form_.comWDT_Prescalar[1]);
+    upper_guests_ = {{binder_.list(shell_.form.com_RC_frequency[0]), &shell_.form.Label8[0], first_lower, 0}};
+    upper_[7].box = binder_.list(shell_.form.comWDT_Prescalar[1]);
     row_of(upper_[7].line)->insertWidget(1, upper_[7].box);
     align(upper_, upper_guests_);
 }
@@ -64,41 +64,41 @@ void OptionPanel::fill_lower(QVBoxLayout* stack)
 {
     add_options(stack, lower_, first_lower, strip_count);
     const std::size_t low_voltage = lower_.size();
-    lower_.push_back(make_strip(nullptr, form_.Label8[3], {}, nullptr));
+    lower_.push_back(make_strip(nullptr, shell_.form.Label8[3], {}, nullptr));
     stack->addWidget(lower_.back().line);
-    lower_.push_back(make_strip(nullptr, form_.Label8[4], {}, &form_.com_RC_frequency[5]));
+    lower_.push_back(make_strip(nullptr, shell_.form.Label8[4], {}, &shell_.form.com_RC_frequency[5]));
     stack->addWidget(lower_.back().line);
     lower_guests_ = {
-        {binder_.list(form_.com_RC_frequency[4]), &form_.Label8[3], low_voltage, 10 - first_lower},
-        {binder_.list(form_.comWDT_Prescalar[0]), &form_.Picture2[13], 13 - first_lower, 12 - first_lower},
+        {binder_.list(shell_.form.com_RC_frequency[4]), &shell_.form.Label8[3], low_voltage, 10 - first_lower},
+        {binder_.list(shell_.form.comWDT_Prescalar[0]), &shell_.form.Picture2[13], 13 - first_lower, 12 - first_lower},
     };
 
     auto* transceiver = new QWidget;
     auto* lines = new QVBoxLayout(transceiver);
     lines->setContentsMargins(0, 0, 0, 0);
     lines->setSpacing(stack->spacing());
-    lower_.push_back(make_strip(&form_.Picture4, form_.Lab_485_pin, form_.opt_485_pin, &form_.comb_485_pin));
+    lower_.push_back(make_strip(&shell_.form.Picture4, shell_.form.Lab_485_pin, shell_.form.opt_485_pin, &shell_.form.comb_485_pin));
     lines->addWidget(lower_.back().line);
-    lower_.push_back(make_strip(&form_.Picture4, form_.Lab__485_logic, form_.opt_485_logic, nullptr));
+    lower_.push_back(make_strip(&shell_.form.Picture4, shell_.form.Lab__485_logic, shell_.form.opt_485_logic, nullptr));
     lines->addWidget(lower_.back().line);
     stack->addWidget(transceiver);
-    binder_.bind(form_.Picture4, transceiver, [] {});
+    binder_.bind(shell_.form.Picture4, transceiver, [] {});
 
-    lower_.push_back(make_strip(&form_.Picture7, form_.Label9, form_.opt_External_WDT, &form_.comb_External_WDT));
+    lower_.push_back(make_strip(&shell_.form.Picture7, shell_.form.Label9, shell_.form.opt_External_WDT, &shell_.form.comb_External_WDT));
     stack->addWidget(lower_.back().line);
-    binder_.bind(form_.Picture7, lower_.back().line, [] {});
+    binder_.bind(shell_.form.Picture7, lower_.back().line, [] {});
     align(lower_, lower_guests_);
 }
 
 void OptionPanel::add_options(QVBoxLayout* stack, Stack& strips, std::size_t first, std::size_t end)
 {
-    const std::array<std::span<OptionButton>, strip_count> groups = {form_.Option0, form_.Option1, form_.Option2,
-        form_.Option3, form_.Option4, form_.Option5, form_.Option6, form_.Option7, form_.Option8, form_.Option9,
-        form_.Option10, form_.Option11, form_.Option12, form_.Option13};
+    const std::array<std::span<OptionButton>, strip_count> groups = {shell_.form.Option0, shell_.form.Option1, shell_.form.Option2,
+        shell_.form.Option3, shell_.form.Option4, shell_.form.Option5, shell_.form.Option6, shell_.form.Option7, shell_.form.Option8, shell_.form.Option9,
+        shell_.form.Option10, shell_.form.Option11, shell_.form.Option12, shell_.form.Option13};
     for (std::size_t index = first; index < end; ++index) {
-        strips.push_back(make_strip(&form_.Picture2[index], form_.LabOption[index], groups[index], nullptr));
+        strips.push_back(make_strip(&shell_.form.Picture2[index], shell_.form.LabOption[index], groups[index], nullptr));
         stack->addWidget(strips.back().line);
-        binder_.bind(form_.Picture2[index], strips.back().line, [] {});
+        binder_.bind(shell_.form.Picture2[index], strips.back().line, [] {});
     }
 }
 

@@ -40,7 +40,7 @@ private:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     Binder& binder_;
-    MainForm& form_;
+    Shell& shell_;
     Stack upper_;
     Stack lower_;
     std::vector<Guest> upper_guests_;

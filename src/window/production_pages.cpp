@@ -43,7 +43,7 @@ QGroupBox* make_number_frame(Binder& binder, const NumberControls& number)
 
 QWidget* make_increase_page(Binder& binder)
 {
-    MainForm& form = binder.form();
+    MainForm& form = binder.shell().form;
     QLabel* caption = nullptr;
     QWidget* page = binder.page(form.fraAuto_Increase, caption);
     auto* layout = new QVBoxLayout(page);
@@ -65,7 +65,7 @@ QWidget* make_increase_page(Binder& binder)
 
 QWidget* make_store_page(Binder& binder)
 {
-    MainForm& form = binder.form();
+    MainForm& form = binder.shell().form;
     QLabel* caption = nullptr;
     QWidget* page = binder.page(form.Frame9, caption);
     QLineEdit* start = binder.line(form.txt_Start_Address);

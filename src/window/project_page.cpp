@@ -6,7 +6,7 @@ namespace vrk {
 
 QWidget* make_project_page(Binder& binder)
 {
-    MainForm& form = binder.form();
+    MainForm& form = binder.shell().form;
     QLabel* caption = nullptr;
     QWidget* page = binder.page(form.fra_Batch_quantity, caption);
     auto* grid = new QGridLayout(page);

@@ -3,8 +3,8 @@
 
 #include "catalog/ranges.h"
 #include "catalog/rows.h"
-#include "form/mcu_record.h"
-#include "form/mcu_table.h"
+#include "catalog/mcu_record.h"
+#include "catalog/mcu_table.h"
 
 #include <array>
 #include <string>

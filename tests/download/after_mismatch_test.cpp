@@ -10,21 +10,21 @@ TEST(AfterAMismatch, TheFileCanBeOpenedAgain)
     bench.open_code(Bench::pattern(600));
     bench.chip.report_id(0xD11E);
     bench.download();
-    EXPECT_FALSE(bench.form.job.succeeded);
-    EXPECT_FALSE(bench.form.file_loaded);
+    EXPECT_FALSE(bench.shell.job.succeeded);
+    EXPECT_FALSE(bench.shell.file_loaded);
     EXPECT_TRUE(bench.form.comLoadFile.enabled());
     EXPECT_TRUE(bench.form.txtDevice.enabled());
-    EXPECT_EQ(bench.form.job.panel_state, 0);
+    EXPECT_EQ(bench.shell.job.panel_state, 0);
 }
 
 // The block size of the chip that was there by mistake used to stay, and no right chip of the oldest family matched then.
 TEST(AfterAMismatch, ARightChipOfTheOldestFamilyIsTaken)
 {
     Bench bench("Alder-64");
-    bench.form.beside.block_bytes = 512; // as any other chip leaves it
+    bench.shell.beside.block_bytes = 512; // as any other chip leaves it
     bench.open_code(Bench::pattern(600));
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.flash(0, 599), bench.code(0, 599));
 }
 

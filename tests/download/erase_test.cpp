@@ -24,7 +24,7 @@ std::vector<std::uint8_t> erase_head(const char* model)
     Job bench(model);
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.chip.violations(), "");
     const auto frames = tape.frames(0x84);
     EXPECT_EQ(frames.size(), 1U);
@@ -63,7 +63,7 @@ TEST(EraseStage, TellsItsTime)
     Job bench("Juniper-60Q");
     bench.download();
     EXPECT_TRUE(bench.report_says("\nWe are erasing MCU flash...\n ( 00:0"));
-    EXPECT_EQ(bench.form.job.erase_time.size(), 5U);
+    EXPECT_EQ(bench.shell.job.erase_time.size(), 5U);
 }
 
 TEST(EraseStage, TellsTheSerialNumberInChineseFromVersion63On)
@@ -79,7 +79,7 @@ TEST(EraseStage, TellsNoSerialNumberInEnglish)
     Job bench("Juniper-60Q");
     bench.download();
     EXPECT_FALSE(bench.report_says("F510C42A07319B"));
-    EXPECT_EQ(bench.form.target.serial_number, "F510C42A07319B");
+    EXPECT_EQ(bench.shell.target.serial_number, "F510C42A07319B");
 }
 
 TEST(EraseStage, HasThreeTriesInTheOlderProtocol)
@@ -87,7 +87,7 @@ TEST(EraseStage, HasThreeTriesInTheOlderProtocol)
     Job bench("Birch-8");
     bench.chip.overhear(0x84, 2);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x84), 3);
     EXPECT_TRUE(bench.report_says(" ( 00:1"));
 }
@@ -172,7 +172,7 @@ TEST(EraseStage, LeavesTheDataFlashWhereTheChipKeepsIt)
     const auto data = Bench::pattern(0x400, 9);
     bench.chip.preset_flash(0x9000, data);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.flash(0x9000, 0x93FF), data);
 }
 
@@ -183,7 +183,7 @@ TEST(EraseStage, TakesTheDataFlashWithItWhereTheChipDoesNotKeepIt)
     Job bench(setup);
     bench.chip.preset_flash(0x9000, Bench::pattern(0x400, 9));
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.flash(0x9000, 0x93FF), std::vector<std::uint8_t>(0x400, 0xFF));
 }
 

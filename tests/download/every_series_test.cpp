@@ -10,14 +10,14 @@ namespace {
 // What the download leaves in the chip besides 00 of its padding: the whole code file.
 void expect_success(Bench& bench, std::size_t code_size)
 {
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.report_says("Program OK"));
     EXPECT_EQ(bench.count(), 1);
     EXPECT_EQ(bench.dialogs.shown.size(), 0U);
     EXPECT_EQ(bench.chip.violations(), "");
     EXPECT_EQ(bench.flash(0, code_size - 1), bench.code(0, code_size - 1));
     EXPECT_TRUE(bench.buttons_are_free());
-    EXPECT_FALSE(bench.form.MSComm1.PortOpen());
+    EXPECT_FALSE(bench.shell.MSComm1.PortOpen());
 }
 
 class EverySeries : public ::testing::TestWithParam<const char*> { };
@@ -27,7 +27,7 @@ class EverySeries : public ::testing::TestWithParam<const char*> { };
 TEST_P(EverySeries, TakesItsCode)
 {
     Bench bench(GetParam());
-    const auto size = static_cast<std::size_t>(std::min(bench.form.selected.ap_last + 1, 0x1200));
+    const auto size = static_cast<std::size_t>(std::min(bench.shell.selected.ap_last + 1, 0x1200));
     bench.open_code(Bench::pattern(size));
     bench.download();
     expect_success(bench, size);
@@ -38,15 +38,15 @@ class EveryDataFlash : public ::testing::TestWithParam<const char*> { };
 TEST_P(EveryDataFlash, TakesItsDataBesidesItsCode)
 {
     Bench bench(GetParam());
-    const auto code_size = static_cast<std::size_t>(std::min(bench.form.selected.ap_last + 1, 0x800));
+    const auto code_size = static_cast<std::size_t>(std::min(bench.shell.selected.ap_last + 1, 0x800));
     bench.open_code(Bench::pattern(code_size));
     const auto data = Bench::pattern(0x200, 7);
     bench.open_data(data);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.chip.violations(), "");
     EXPECT_EQ(bench.flash(0, code_size - 1), bench.code(0, code_size - 1));
-    const auto first = static_cast<std::size_t>(bench.form.selected.eeprom_first);
+    const auto first = static_cast<std::size_t>(bench.shell.selected.eeprom_first);
     EXPECT_EQ(bench.flash(first, first + data.size() - 1), data);
 }
 

@@ -17,9 +17,9 @@ struct Job : Bench {
     // A job that may end either way: then what is said is what is true.
     void expect_truth() const
     {
-        EXPECT_EQ(form.job.succeeded, report_says("Program OK"));
-        EXPECT_EQ(form.job.succeeded, count() == 1);
-        EXPECT_TRUE(!form.job.succeeded || chip_holds_the_code());
+        EXPECT_EQ(shell.job.succeeded, report_says("Program OK"));
+        EXPECT_EQ(shell.job.succeeded, count() == 1);
+        EXPECT_TRUE(!shell.job.succeeded || chip_holds_the_code());
         EXPECT_TRUE(buttons_are_free());
     }
 };
@@ -73,7 +73,7 @@ TEST_P(EveryReply, InTwoPiecesIsPutTogether)
 {
     bench.chip.split_reply(GetParam().reply, 4, 40);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     bench.expect_truth();
 }
 
@@ -81,7 +81,7 @@ TEST_P(EveryReply, BehindNoiseIsFound)
 {
     bench.chip.noise_before_reply(GetParam().reply, {0x00, 0x16, 0x46, 0xFF});
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     bench.expect_truth();
 }
 

@@ -15,7 +15,7 @@ void expect_wrong_model_en(Bench& bench)
     ASSERT_EQ(bench.dialogs.shown.size(), 1U);
     EXPECT_EQ(bench.dialogs.shown[0].box.text, wrong_model_en);
     EXPECT_EQ(bench.dialogs.beeps, 3);
-    EXPECT_FALSE(bench.form.file_loaded);
+    EXPECT_FALSE(bench.shell.file_loaded);
     EXPECT_EQ(bench.chip.frame_count(0x84), 0) << "a wrong chip must not be erased";
 }
 
@@ -23,10 +23,10 @@ void expect_wrong_model_en(Bench& bench)
 void read_only(Bench& bench)
 {
     bench.loop.call_at(bench.loop.now_us(), [&bench] {
-        bench.form.job.sequence_running = true;
-        bench.form.link.stop_requested = false;
-        connect_target(bench.form, Purpose::read_only);
-        bench.form.job.sequence_running = false;
+        bench.shell.job.sequence_running = true;
+        bench.shell.link.stop_requested = false;
+        connect_target(bench.shell, Purpose::read_only);
+        bench.shell.job.sequence_running = false;
     });
     bench.power_up_after_ms(300);
     bench.run_until_idle();
@@ -94,8 +94,8 @@ TEST(WrongModel, NeverOverwritesTheSelectedOne)
     bench.open_code(Bench::pattern(0x300));
     bench.chip.report_id(0xD17C);
     bench.download();
-    EXPECT_EQ(bench.form.selected.mcu_name, "Juniper-60Q");
-    EXPECT_EQ(bench.form.connected.mcu_name, "Juniper-56Q");
+    EXPECT_EQ(bench.shell.selected.mcu_name, "Juniper-60Q");
+    EXPECT_EQ(bench.shell.connected.mcu_name, "Juniper-56Q");
     EXPECT_EQ(bench.form.txtDevice.text(), "Juniper-60Q");
 }
 
@@ -117,8 +117,8 @@ TEST(LongId, NamesTheChipWhereTheCatalogueHasIt)
     Bench bench(setup);
     bench.open_code(Bench::pattern(0x300));
     bench.download();
-    EXPECT_EQ(bench.form.target.target_id_alt, "D17C");
-    EXPECT_EQ(bench.form.connected.mcu_name, "Juniper-56Q");
+    EXPECT_EQ(bench.shell.target.target_id_alt, "D17C");
+    EXPECT_EQ(bench.shell.connected.mcu_name, "Juniper-56Q");
     EXPECT_TRUE(bench.report_says("MCU Type is: Juniper-56Q"));
 }
 
@@ -129,9 +129,9 @@ TEST(LongId, ThatNobodyKnowsChangesNothing)
     Bench bench(setup);
     bench.open_code(Bench::pattern(0x300));
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
-    EXPECT_EQ(bench.form.target.target_id_alt, "0102");
-    EXPECT_EQ(bench.form.connected.mcu_name, "Juniper-60Q");
+    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_EQ(bench.shell.target.target_id_alt, "0102");
+    EXPECT_EQ(bench.shell.connected.mcu_name, "Juniper-60Q");
 }
 
 TEST(UnreadableId, EndsTheConnection)
@@ -144,7 +144,7 @@ TEST(UnreadableId, EndsTheConnection)
     EXPECT_EQ(bench.times_said("IAP read MCU ID is error!"), 1);
     EXPECT_EQ(bench.dialogs.beeps, 3);
     EXPECT_EQ(bench.chip.frame_count(), 0);
-    EXPECT_TRUE(bench.form.file_loaded);
+    EXPECT_TRUE(bench.shell.file_loaded);
     bench.expect_a_clean_next_download();
 }
 
@@ -164,8 +164,8 @@ TEST(IdByte, BelowD1IsTheWholeId)
     bench.open_code(Bench::pattern(0x300));
     bench.chip.report_id(0xD0FF);
     bench.download();
-    EXPECT_EQ(bench.form.target.target_id_hi, "D0");
-    EXPECT_EQ(bench.form.target.target_id_lo, "");
+    EXPECT_EQ(bench.shell.target.target_id_hi, "D0");
+    EXPECT_EQ(bench.shell.target.target_id_lo, "");
 }
 
 TEST(IdByte, OfD1TakesASecondOne)
@@ -174,9 +174,9 @@ TEST(IdByte, OfD1TakesASecondOne)
     bench.open_code(Bench::pattern(0x300));
     bench.chip.report_id(0xD17C);
     bench.download();
-    EXPECT_EQ(bench.form.target.target_id_hi, "D1");
-    EXPECT_EQ(bench.form.target.target_id_lo, "7C");
-    EXPECT_EQ(bench.form.target.target_name, "Juniper-56Q");
+    EXPECT_EQ(bench.shell.target.target_id_hi, "D1");
+    EXPECT_EQ(bench.shell.target.target_id_lo, "7C");
+    EXPECT_EQ(bench.shell.target.target_name, "Juniper-56Q");
 }
 
 TEST(StatusFrame, OfLength25TellsThatThereAreOptionsAndIsNotComparedYet)
@@ -186,10 +186,10 @@ TEST(StatusFrame, OfLength25TellsThatThereAreOptionsAndIsNotComparedYet)
     bench.press_download();
     bench.power_up_after_ms(300);
     bench.when(sim::Chip::State::speed_set, [&bench] {
-        EXPECT_EQ(bench.form.link.handshake_baud, "2400");
-        EXPECT_TRUE(bench.form.target.status_has_options);
-        EXPECT_EQ(bench.form.target.target_id_hi.size(), 2U);
-        EXPECT_EQ(bench.form.target.target_name, "");
+        EXPECT_EQ(bench.shell.link.handshake_baud, "2400");
+        EXPECT_TRUE(bench.shell.target.status_has_options);
+        EXPECT_EQ(bench.shell.target.target_id_hi.size(), 2U);
+        EXPECT_EQ(bench.shell.target.target_name, "");
     });
     bench.run_until_idle();
     // Without an id the comparison that comes behind the negotiation cannot be passed.
@@ -200,7 +200,7 @@ TEST(Version, ZeroGivesAnEmptyTextAndAHeaderWithoutIt)
 {
     Bench bench(setup_with("Juniper-60Q", 'I', 0x00, sim::StatusLayout::long_id), false);
     read_only(bench);
-    EXPECT_EQ(bench.form.target.fw_version, "");
+    EXPECT_EQ(bench.shell.target.fw_version, "");
     EXPECT_TRUE(bench.report_says("\nMCU Firmware Version: I\nChinese:MCU 固件版本号: I"));
 }
 
@@ -227,7 +227,7 @@ TEST(FirmwareFloor, OfFourHoldsUpToLetterCInEnglish)
     Bench new_chip(setup_with("Birch-8", 'C', 0x40, sim::StatusLayout::flags));
     new_chip.open_code(Bench::pattern(0x300));
     new_chip.download();
-    EXPECT_TRUE(new_chip.form.job.succeeded);
+    EXPECT_TRUE(new_chip.shell.job.succeeded);
 }
 
 TEST(FirmwareFloor, IsNotLookedAtInChinese)
@@ -235,7 +235,7 @@ TEST(FirmwareFloor, IsNotLookedAtInChinese)
     Bench bench(setup_with("Birch-8", 'C', 0x32, sim::StatusLayout::flags), false);
     bench.open_code(Bench::pattern(0x300));
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.dialogs.shown.size(), 0U);
 }
 
@@ -247,10 +247,10 @@ TEST(BootFlags, AskForTheHeaderAndTellTheBootBlock)
     Bench bench(setup);
     bench.open_code(Bench::pattern(0x300));
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded) << "with the header required all goes on as before";
-    EXPECT_TRUE(bench.form.link.header_required);
-    EXPECT_TRUE(bench.form.target.boot_size_known);
-    EXPECT_EQ(bench.form.target.boot_size, 0xA00);
+    EXPECT_TRUE(bench.shell.job.succeeded) << "with the header required all goes on as before";
+    EXPECT_TRUE(bench.shell.link.header_required);
+    EXPECT_TRUE(bench.shell.target.boot_size_known);
+    EXPECT_EQ(bench.shell.target.boot_size, 0xA00);
 }
 
 TEST(BootFlags, OfFourLargeModelsAreNotBelieved)
@@ -260,8 +260,8 @@ TEST(BootFlags, OfFourLargeModelsAreNotBelieved)
     Bench bench(setup);
     bench.open_code(Bench::pattern(0x300));
     bench.download();
-    EXPECT_TRUE(bench.form.target.boot_size_known);
-    EXPECT_EQ(bench.form.target.boot_size, 0);
+    EXPECT_TRUE(bench.shell.target.boot_size_known);
+    EXPECT_EQ(bench.shell.target.boot_size, 0);
 }
 
 TEST(BootFlags, AreReadFromVersion26On)
@@ -272,7 +272,7 @@ TEST(BootFlags, AreReadFromVersion26On)
     Bench bench(setup, false);
     bench.open_code(Bench::pattern(0x300));
     bench.download();
-    EXPECT_FALSE(bench.form.target.boot_size_known);
+    EXPECT_FALSE(bench.shell.target.boot_size_known);
 }
 
 TEST(DoubleSpeed, OfLetterAIsToldAndSaid)
@@ -282,9 +282,9 @@ TEST(DoubleSpeed, OfLetterAIsToldAndSaid)
     Bench bench(setup);
     bench.open_code(Bench::pattern(0x300));
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.report_says("Double speed: Yes"));
-    EXPECT_TRUE(bench.form.target.double_speed_on);
+    EXPECT_TRUE(bench.shell.target.double_speed_on);
 }
 
 TEST(ClockLines, OfEarlyLettersTellBothClocks)
@@ -314,8 +314,8 @@ TEST(ReadOnlyConnection, EndsWithTheStatusFrameOfANewerChip)
 {
     Bench bench("Juniper-60Q");
     read_only(bench);
-    EXPECT_TRUE(bench.form.target.target_ok);
-    EXPECT_TRUE(bench.form.target.options_read_ok);
+    EXPECT_TRUE(bench.shell.target.target_ok);
+    EXPECT_TRUE(bench.shell.target.options_read_ok);
     EXPECT_EQ(bench.chip.frame_count(), 0);
     EXPECT_EQ(bench.chip.violations(), "");
     EXPECT_TRUE(bench.report_says("MCU Type is: Juniper-60Q"));
@@ -326,7 +326,7 @@ TEST(ReadOnlyConnection, TakesAnyModel)
     Bench bench("Juniper-60Q");
     bench.chip.report_id(0xD17C);
     read_only(bench);
-    EXPECT_TRUE(bench.form.target.target_ok);
+    EXPECT_TRUE(bench.shell.target.target_ok);
     EXPECT_TRUE(bench.report_says("MCU Type is: Juniper-56Q"));
     EXPECT_EQ(bench.dialogs.shown.size(), 0U);
 }
@@ -335,7 +335,7 @@ TEST(ReadOnlyConnection, TellsAnOlderChipFiveTimesThatTheToolIsReady)
 {
     Bench bench("Birch-8");
     read_only(bench);
-    EXPECT_TRUE(bench.form.target.target_ok);
+    EXPECT_TRUE(bench.shell.target.target_ok);
     EXPECT_EQ(bench.chip.frame_count(0x80), 5);
     EXPECT_EQ(bench.chip.frame_count(), 5);
     EXPECT_EQ(bench.chip.violations(), "");
@@ -347,9 +347,9 @@ TEST(ShortStatusFrame, IsCompletedByAReadWhereOnlyTheOptionsAreWanted)
     bench.chip.send_status_as(sim::StatusLayout::brief);
     read_only(bench);
     EXPECT_TRUE(bench.report_says("\nWe are Reading options."));
-    EXPECT_FALSE(bench.form.target.status_has_options);
-    EXPECT_TRUE(bench.form.target.options_read_ok);
-    EXPECT_TRUE(bench.form.target.target_ok);
+    EXPECT_FALSE(bench.shell.target.status_has_options);
+    EXPECT_TRUE(bench.shell.target.options_read_ok);
+    EXPECT_TRUE(bench.shell.target.target_ok);
     EXPECT_EQ(bench.chip.frame_count(0x50), 1);
     EXPECT_EQ(bench.chip.violations(), "");
 }
@@ -360,8 +360,8 @@ TEST(ShortStatusFrame, WithoutAnAnswerToTheReadEndsAfterTwelveFrames)
     bench.chip.send_status_as(sim::StatusLayout::brief);
     bench.chip.overhear(0x50, 100);
     read_only(bench);
-    EXPECT_FALSE(bench.form.target.target_ok);
-    EXPECT_FALSE(bench.form.target.options_read_ok);
+    EXPECT_FALSE(bench.shell.target.target_ok);
+    EXPECT_FALSE(bench.shell.target.options_read_ok);
     EXPECT_EQ(bench.chip.frame_count(0x50), 12);
     EXPECT_EQ(bench.dialogs.beeps, 3);
     EXPECT_TRUE(bench.report_says("\nWe are Reading options./ 正在读加密位,双倍速,版本号"));
@@ -375,7 +375,7 @@ TEST(ShortStatusFrame, GoesOnAfterThreeLostReads)
     bench.chip.send_status_as(sim::StatusLayout::brief);
     bench.chip.overhear(0x50, 4);
     read_only(bench);
-    EXPECT_TRUE(bench.form.target.target_ok);
+    EXPECT_TRUE(bench.shell.target.target_ok);
     EXPECT_EQ(bench.chip.frame_count(0x50), 5);
 }
 
@@ -389,7 +389,7 @@ TEST(ShortStatusFrame, ReadIsStoppedByTheUser)
         bench.press_stop_after_ms(2000);
     });
     read_only(bench);
-    EXPECT_FALSE(bench.form.target.target_ok);
+    EXPECT_FALSE(bench.shell.target.target_ok);
     EXPECT_EQ(bench.times_said("\nOperation stopped. "), 1);
     EXPECT_EQ(bench.dialogs.beeps, 1);
     EXPECT_LT(bench.chip.frame_count(0x50), 4);

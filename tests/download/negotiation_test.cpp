@@ -60,7 +60,7 @@ TEST(Negotiation, StaysBelowTheMaximum)
     Job bench;
     bench.form.cobBaudMax.set_text("38400");
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.report_says("Current Baud is: 38400 bps."));
 }
 
@@ -69,7 +69,7 @@ TEST(Negotiation, GoesDownRoundByRoundWhereTheChipDoesNotAnswer)
     Job bench;
     bench.chip.overhear(0x8F, 6);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.report_says("Current Baud is: 38400 bps."));
     EXPECT_EQ(bench.chip.frame_count(0x8F), 7);
 }
@@ -79,7 +79,7 @@ TEST(Negotiation, GivesABaudThreeTries)
     Job bench;
     bench.chip.overhear(0x8F, 2);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.report_says("Current Baud is: 115200 bps."));
     EXPECT_EQ(bench.chip.frame_count(0x8F), 3);
 }
@@ -123,7 +123,7 @@ TEST(Negotiation, SetsTheSpeedOnceMoreWhenTheAnswerIsLost)
     Job bench;
     bench.chip.lose_reply(4);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x8E), 2);
     EXPECT_EQ(bench.chip.violations(), "");
 }
@@ -147,9 +147,9 @@ TEST(Negotiation, WithEqualBaudsLeavesThePortAsItIs)
     bench.form.cobBaudMin.set_text("9600");
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.report_says("Current Baud is: 9600 bps."));
-    EXPECT_EQ(bench.form.MSComm1.Settings(), "9600,e,8,1");
+    EXPECT_EQ(bench.shell.MSComm1.Settings(), "9600,e,8,1");
     EXPECT_EQ(tape.frames(0x8F)[0][10], 120);
     EXPECT_EQ(bench.chip.violations(), "");
 }
@@ -159,7 +159,7 @@ TEST(Negotiation, OfSeries1At2400BaudAsksForAPauseOf140)
     Job bench("Aspen-16");
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     ASSERT_FALSE(tape.frames(0x8F).empty());
     EXPECT_EQ(tape.frames(0x8F)[0][10], 140);
 }
@@ -169,13 +169,13 @@ TEST(Negotiation, OfAnOlderChipSendsTheReloadInTwoBytes)
     Job bench("Birch-8");
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     const auto test = tape.frames(0x8F)[0];
     EXPECT_EQ(test[6], 0xFF);
     EXPECT_EQ(test[7], 256 - 3); // 11.0592 MHz / 32 / 115200
-    EXPECT_EQ(bench.form.target.reload_hi, 0xFF);
-    EXPECT_EQ(bench.form.target.reload_lo, 0xFD);
-    EXPECT_EQ(bench.form.target.reload2_lo, 0xFA);
+    EXPECT_EQ(bench.shell.target.reload_hi, 0xFF);
+    EXPECT_EQ(bench.shell.target.reload_lo, 0xFD);
+    EXPECT_EQ(bench.shell.target.reload2_lo, 0xFA);
 }
 
 class EveryLowBaud : public ::testing::TestWithParam<const char*> { };
@@ -185,7 +185,7 @@ TEST_P(EveryLowBaud, LeadsToAGoodDownloadIntoANewerChip)
     Job bench;
     bench.form.cobBaudMin.set_text(GetParam());
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
     EXPECT_EQ(bench.chip.violations(), "");
 }
@@ -195,7 +195,7 @@ TEST_P(EveryLowBaud, LeadsToAGoodDownloadIntoAnOlderChip)
     Job bench("Birch-8");
     bench.form.cobBaudMin.set_text(GetParam());
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
     EXPECT_EQ(bench.chip.violations(), "");
 }
@@ -210,7 +210,7 @@ TEST_P(EveryClock, LeadsToAGoodDownload)
 {
     Job bench(with_clock("Juniper-8", GetParam() * 1000.0));
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
     EXPECT_EQ(bench.chip.violations(), "");
 }
@@ -225,7 +225,7 @@ TEST(NewerProtocol, AsksForTheStatusUpToThreeTimes)
     Job bench;
     bench.chip.overhear(0x50, 2);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x50), 3 + 1); // the last one reads the options back
 }
 
@@ -259,7 +259,7 @@ TEST(NewerProtocol, EndsWhenTheStatusIsAnsweredWithAnotherCode)
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.times_said("\nConnection failed. (End: 08:00:"), 1);
     EXPECT_EQ(bench.dialogs.beeps, 2);
-    EXPECT_FALSE(bench.form.link.reply_ok);
+    EXPECT_FALSE(bench.shell.link.reply_ok);
     bench.expect_a_clean_next_download();
 }
 
@@ -268,16 +268,16 @@ TEST(FixedSpeed, GivesAGoodDownloadIntoAnOlderChip)
     Job bench("Birch-8");
     bench.form.cheTL.set_value(true);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
     EXPECT_EQ(bench.chip.violations(), "");
     EXPECT_TRUE(bench.report_says("\nCurrent Baud is: 115200 bps."));
     EXPECT_FALSE(bench.report_says("again"));
-    EXPECT_TRUE(bench.form.target.tl_mode_active);
-    EXPECT_EQ(bench.form.MSComm1.Settings(), "115200,n,8,1");
+    EXPECT_TRUE(bench.shell.target.tl_mode_active);
+    EXPECT_EQ(bench.shell.MSComm1.Settings(), "115200,n,8,1");
     EXPECT_EQ(bench.chip.frame_count(0x8F), 1);
     EXPECT_EQ(bench.chip.frame_count(0x8E), 0);
-    EXPECT_NEAR(static_cast<double>(bench.form.target.mcu_clock_hz), 11'059'200.0, 2000.0);
+    EXPECT_NEAR(static_cast<double>(bench.shell.target.mcu_clock_hz), 11'059'200.0, 2000.0);
 }
 
 TEST(FixedSpeed, FailsAfterThreeUnansweredTests)
@@ -328,7 +328,7 @@ TEST(WatchdogPin, IsToldBeforeTheNegotiation)
     bench.form.comb_WDT.set_text("P1.3");
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.chip.feed_pin(), 0x13);
     EXPECT_EQ(bench.chip.frame_count(0x86), 1);
     EXPECT_EQ(tape.codes()[0], 0x86);
@@ -341,7 +341,7 @@ TEST(WatchdogPin, OfNoPinIsFF)
     bench.form.opt_ISP_DEMO_WDT[1].set_value(true);
     bench.form.comb_WDT.set_text("");
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.chip.feed_pin(), 0xFF);
 }
 

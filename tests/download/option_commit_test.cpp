@@ -20,7 +20,7 @@ struct Options : Bench {
     explicit Options(const char* model, bool english = true)
         : Bench(model, english)
     {
-        open_code(pattern(static_cast<std::size_t>(std::min(form.selected.ap_last + 1, 0x400))));
+        open_code(pattern(static_cast<std::size_t>(std::min(shell.selected.ap_last + 1, 0x400))));
     }
     explicit Options(const sim::ChipSetup& setup)
         : Bench(setup)
@@ -33,7 +33,7 @@ struct Options : Bench {
     {
         for (OptionButton& button : buttons_of(strip)) {
             if (button.visible() && !button.value()) {
-                EXPECT_TRUE(click(form, button));
+                EXPECT_TRUE(click(shell, button));
                 return;
             }
         }
@@ -43,13 +43,13 @@ struct Options : Bench {
         for (std::size_t strip = 0; strip < 14; ++strip)
             turn_over(strip);
     }
-    std::uint8_t wanted(std::size_t row) const { return form.options.option_bytes[row][0]; }
+    std::uint8_t wanted(std::size_t row) const { return shell.options.option_bytes[row][0]; }
     void expect_in_the_chip() const { EXPECT_TRUE(chip_holds_the_options()); }
     // The stage has said that it failed; the code is in the chip, and nothing was counted.
     void expect_failed_stage()
     {
-        EXPECT_FALSE(form.job.succeeded);
-        EXPECT_FALSE(form.job.options_done);
+        EXPECT_FALSE(shell.job.succeeded);
+        EXPECT_FALSE(shell.job.options_done);
         EXPECT_EQ(times_said(failed), 1);
         EXPECT_FALSE(report_says("Program OK"));
         EXPECT_FALSE(report_says("Encrypt"));
@@ -62,7 +62,7 @@ struct Options : Bench {
     {
         chip.power_off();
         run_for_ms(100);
-        loop.call_at(loop.now_us(), [this] { click(form, form.comReadChipLock); });
+        loop.call_at(loop.now_us(), [this] { click(shell, form.comReadChipLock); });
         power_up_after_ms(300);
         run_until_idle();
     }
@@ -86,8 +86,8 @@ TEST_P(EveryFamily, TakesEveryChoiceTurnedOver)
     Options bench(GetParam());
     bench.turn_all_over();
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
-    EXPECT_TRUE(bench.form.job.options_done);
+    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.options_done);
     EXPECT_EQ(bench.times_said(taken), 1);
     EXPECT_EQ(bench.count(), 1);
     EXPECT_EQ(bench.chip.violations(), "");
@@ -100,7 +100,7 @@ TEST_P(EveryFamily, IsToldInChineseToo)
     Options bench(GetParam(), false);
     bench.turn_all_over();
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.report_says("设置选项成功。"));
     EXPECT_EQ(bench.chip.violations(), "");
     bench.expect_in_the_chip();
@@ -115,7 +115,7 @@ TEST_P(EveryFamily, ReadsBackWhatWasWritten)
     EXPECT_TRUE(bench.report_says("Reading Options OK. "));
     const std::vector<int> rows = bench.telling_rows();
     EXPECT_TRUE(std::all_of(rows.begin(), rows.end(),
-        [&](int row) { return bench.form.options.status_bytes[row] == bench.wanted(static_cast<std::size_t>(row)); }));
+        [&](int row) { return bench.shell.options.status_bytes[row] == bench.wanted(static_cast<std::size_t>(row)); }));
 }
 
 TEST_P(EveryFamily, ThatCannotWriteItsOptionsFails)
@@ -153,15 +153,15 @@ class Unchanged : public ::testing::TestWithParam<const char*> { };
 TEST_P(Unchanged, OptionsSendNoFrameAndTheResultIsGood)
 {
     Options bench(GetParam());
-    click(bench.form, bench.form.Option0[1]); // an outer clock
+    click(bench.shell, bench.form.Option0[1]); // an outer clock
     bench.download();
-    ASSERT_TRUE(bench.form.job.succeeded);
+    ASSERT_TRUE(bench.shell.job.succeeded);
     const int frames = bench.chip.frame_count(write_options_code);
     bench.chip.power_off();
     bench.run_for_ms(100);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
-    EXPECT_TRUE(bench.form.job.options_done);
+    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.options_done);
     EXPECT_EQ(bench.chip.frame_count(write_options_code), frames);
     EXPECT_FALSE(bench.report_says(taken));
     EXPECT_EQ(bench.count(), 2);
@@ -176,7 +176,7 @@ INSTANTIATE_TEST_SUITE_P(OneModelEach, Unchanged,
 TEST(OptionStage, OfAChipOnItsInternalClockAlwaysWrites)
 {
     Options bench("Maple-4S");
-    ASSERT_TRUE(click(bench.form, bench.form.Option0[0]));
+    ASSERT_TRUE(click(bench.shell, bench.form.Option0[0]));
     bench.download();
     const int frames = bench.chip.frame_count(write_options_code);
     bench.chip.power_off();
@@ -203,8 +203,8 @@ TEST_P(NoOptionStage, SendsNoOptions)
 {
     Options bench(GetParam());
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
-    EXPECT_FALSE(bench.form.job.options_done);
+    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_FALSE(bench.shell.job.options_done);
     EXPECT_EQ(bench.chip.frame_count(write_options_code), 0);
     EXPECT_FALSE(bench.report_says(taken));
     EXPECT_TRUE(bench.report_says("Program OK"));
@@ -219,7 +219,7 @@ TEST(OptionStage, OfAModelWithFixedOptionsSendsNoEndOfCodeEither)
 {
     Options bench("Hazel-5R");
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x69), 0);
 }
 
@@ -233,7 +233,7 @@ TEST(OptionStage, PassesTwoBitsOfByte1ThatTheChipSetsByItself)
     bench.download();
     EXPECT_NE(bench.chip.options()[1], bench.wanted(1));
     EXPECT_EQ(bench.chip.options()[1] | 0x88, bench.wanted(1) | 0x88);
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.report_says(taken));
 }
 
@@ -246,7 +246,7 @@ TEST(OptionStage, FailsOnAnyOtherBitThatStays)
     bench.download();
     EXPECT_NE(bench.chip.options()[1], bench.wanted(1));
     bench.expect_failed_stage();
-    EXPECT_FALSE(bench.form.target.options_read_ok);
+    EXPECT_FALSE(bench.shell.target.options_read_ok);
 }
 
 TEST(OptionStage, TakesFirmwareBelow32AtItsWord)
@@ -259,7 +259,7 @@ TEST(OptionStage, TakesFirmwareBelow32AtItsWord)
     bench.open_code(Bench::pattern(0x200));
     bench.download();
     EXPECT_TRUE(bench.report_says("设置选项成功。"));
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
 }
 
 TEST(OptionStage, OfFirmwareUpTo36LeavesByte3Alone)
@@ -269,7 +269,7 @@ TEST(OptionStage, OfFirmwareUpTo36LeavesByte3Alone)
     Bench bench(setup, false);
     bench.open_code(Bench::pattern(0x200));
     bench.download();
-    EXPECT_EQ(bench.form.options.option_bytes[3][0], 0xFF);
+    EXPECT_EQ(bench.shell.options.option_bytes[3][0], 0xFF);
     EXPECT_EQ(bench.chip.options()[3], 0xFF);
 }
 
@@ -282,7 +282,7 @@ TEST(OptionStage, AnswerNotYetIsFollowedByTheNextTry)
     bench.turn_over(5);
     bench.chip.faults.busy_options = 1;
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.chip.frame_count(write_options_code), 2);
     bench.expect_in_the_chip();
 }
@@ -307,23 +307,23 @@ TEST(OptionStage, OfTheOldestFamilyGivesUpAfterThreeTries)
     bench.download();
     EXPECT_EQ(bench.chip.frame_count(write_options_code), 3);
     EXPECT_EQ(bench.times_said("设置选项失败。"), 1);
-    EXPECT_FALSE(bench.form.job.succeeded);
+    EXPECT_FALSE(bench.shell.job.succeeded);
 }
 
 TEST(OptionStage, OfTheOldestFamilyTellsTheTime)
 {
     Options bench("Alder-64", false);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.report_says("设置选项成功。 (End: "));
 }
 
 TEST(OptionStage, OfTheOldestFamilyTellsItsDoubleSpeed)
 {
     Options bench("Alder-64");
-    click(bench.form, bench.form.Option0[0]);
+    click(bench.shell, bench.form.Option0[0]);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.report_says("Lock Chip, set 6 Clocks OK. (End: "));
 }
 
@@ -353,7 +353,7 @@ TEST(OptionStage, DamagedAnswerIsTriedAgain)
     bench.turn_over(5);
     bench.when(sim::Chip::State::code_ended, [&] { bench.chip.damage_reply(1); });
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     bench.expect_in_the_chip();
 }
 
@@ -370,7 +370,7 @@ TEST(OptionStage, StoppedSaysSoAndBeepsOnce)
     EXPECT_EQ(bench.times_said("Operation stopped. "), 1);
     EXPECT_EQ(bench.dialogs.beeps, 1);
     EXPECT_FALSE(bench.report_says(failed));
-    EXPECT_FALSE(bench.form.job.succeeded);
+    EXPECT_FALSE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.count(), 0);
     EXPECT_TRUE(bench.buttons_are_free());
     bench.expect_a_clean_next_download();
@@ -382,17 +382,17 @@ TEST(OptionStage, StoppedSaysSoAndBeepsOnce)
 TEST(OptionsAtWork, DoubleSpeedIsMeasuredAtTheNextConnection)
 {
     Options bench("Rowan-8");
-    ASSERT_TRUE(click(bench.form, bench.form.Option0[0]));
+    ASSERT_TRUE(click(bench.shell, bench.form.Option0[0]));
     bench.download();
-    const float before = bench.form.target.mcu_clock_saved;
+    const float before = bench.shell.target.mcu_clock_saved;
     bench.read_chip();
-    EXPECT_NEAR(bench.form.target.mcu_clock_saved / before, 2.0, 0.01);
+    EXPECT_NEAR(bench.shell.target.mcu_clock_saved / before, 2.0, 0.01);
 }
 
 TEST(OptionsAtWork, EraseChoiceTakesTheDataFlashOfTheNextDownload)
 {
     Options bench("Juniper-60Q");
-    const auto first = static_cast<std::size_t>(bench.form.selected.eeprom_first);
+    const auto first = static_cast<std::size_t>(bench.shell.selected.eeprom_first);
     bench.chip.preset_flash(first, Bench::pattern(0x200, 9));
     bench.turn_over(5); // erase
     bench.download();
@@ -433,11 +433,11 @@ TEST(CheckPage, LeavesThePanelAsItWas)
     bench.read_chip();
     EXPECT_EQ(bench.form.Option0[0].value(), first);
     EXPECT_EQ(bench.form.Option5[0].value(), sixth);
-    EXPECT_EQ(bench.form.job.panel_state, 0);
+    EXPECT_EQ(bench.shell.job.panel_state, 0);
     EXPECT_TRUE(bench.form.Option0[0].enabled());
     EXPECT_TRUE(bench.form.comReadChipLock.enabled());
     EXPECT_TRUE(bench.buttons_are_free());
-    EXPECT_FALSE(bench.form.MSComm1.PortOpen());
+    EXPECT_FALSE(bench.shell.MSComm1.PortOpen());
 }
 
 TEST(CheckPage, ReadsAChipOfAnotherModelThanTheOneChosen)
@@ -452,7 +452,7 @@ TEST(CheckPage, ReadsAChipOfAnotherModelThanTheOneChosen)
 TEST(CheckPage, NeedsNoFile)
 {
     Bench bench("Juniper-60Q");
-    bench.loop.call_at(bench.loop.now_us(), [&] { click(bench.form, bench.form.comReadChipLock); });
+    bench.loop.call_at(bench.loop.now_us(), [&] { click(bench.shell, bench.form.comReadChipLock); });
     bench.power_up_after_ms(300);
     bench.run_until_idle();
     EXPECT_TRUE(bench.report_says("Reading Options OK. "));
@@ -479,14 +479,14 @@ TEST(CheckPage, OfLetterBReadsTheVersionOnly)
 TEST(CheckPage, StoppedBeforePowerUpLeavesTheButtonsFree)
 {
     Options bench("Juniper-60Q");
-    bench.loop.call_at(bench.loop.now_us(), [&] { click(bench.form, bench.form.comReadChipLock); });
+    bench.loop.call_at(bench.loop.now_us(), [&] { click(bench.shell, bench.form.comReadChipLock); });
     bench.press_stop_after_ms(1000);
     bench.run_until_idle();
     EXPECT_TRUE(bench.report_says("Operation stopped. "));
     EXPECT_FALSE(bench.report_says("OK"));
     EXPECT_TRUE(bench.form.comReadChipLock.enabled());
     EXPECT_TRUE(bench.buttons_are_free());
-    EXPECT_EQ(bench.form.job.panel_state, 0);
+    EXPECT_EQ(bench.shell.job.panel_state, 0);
     bench.expect_a_clean_next_download();
 }
 
@@ -511,8 +511,8 @@ struct LastFamily : Bench {
     LastFamily()
         : Bench(setup(), false)
     {
-        form.selected.series = 18;
-        form.selected.mcu_id = "FE01";
+        shell.selected.series = 18;
+        shell.selected.mcu_id = "FE01";
         open_code(pattern(0x200));
     }
     static sim::ChipSetup setup()
@@ -533,14 +533,14 @@ TEST(LastFamily, IsToldItsSixRowsAndNoClockWhereItHasItsOwn)
     LastFamily bench;
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.report_says("设置选项成功。"));
     ASSERT_EQ(tape.frames(write_options_code).size(), 1U);
     const auto frame = tape.frames(write_options_code)[0];
     EXPECT_EQ((std::vector<std::uint8_t>(frame.begin() + 12, frame.begin() + 16)), std::vector<std::uint8_t>(4, 0xFF));
     EXPECT_EQ(bench.chip.violations(), "");
     for (const std::size_t row : {0U, 3U, 4U, 5U, 8U, 9U})
-        EXPECT_EQ(bench.chip.options()[row], bench.form.options.option_bytes[row][0]) << row;
+        EXPECT_EQ(bench.chip.options()[row], bench.shell.options.option_bytes[row][0]) << row;
 }
 
 TEST(LastFamily, IsToldItsClockWhereItHasNone)
@@ -549,7 +549,7 @@ TEST(LastFamily, IsToldItsClockWhereItHasNone)
     bench.chip.preset_option(3, 0xFD);
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     ASSERT_EQ(tape.frames(write_options_code).size(), 1U);
     const auto frame = tape.frames(write_options_code)[0];
     const int clock = frame[12] << 24 | frame[13] << 16 | frame[14] << 8 | frame[15];
@@ -562,7 +562,7 @@ TEST(LastFamily, ThatRefusesFailsLikeTheOthers)
     LastFamily bench;
     bench.chip.overhear(write_options_code, 100);
     bench.download();
-    EXPECT_FALSE(bench.form.job.succeeded);
+    EXPECT_FALSE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.times_said("设置选项失败。"), 1);
     EXPECT_EQ(bench.chip.frame_count(write_options_code), 4);
     EXPECT_EQ(bench.count(), 0);

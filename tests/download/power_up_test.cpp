@@ -72,7 +72,7 @@ TEST(PowerUp, BeforeFourSecondsBringsNoGuidance)
     bench.press_download();
     bench.power_up_after_ms(3900);
     bench.run_until_idle();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_FALSE(bench.report_says("Connection is failed"));
     EXPECT_EQ(bench.dialogs.beeps, 0);
 }
@@ -82,7 +82,7 @@ TEST(PowerUp, AfterFiveSecondsBringsTheGuidanceAndThenTheUsualMessagesBelowIt)
     Waiting bench;
     bench.power_up_after_ms(5000);
     bench.run_until_idle();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.report_says(page_in_english));
     EXPECT_EQ(bench.dialogs.beeps, 2);
     const std::string& report = bench.form.textMsg.text();
@@ -94,7 +94,7 @@ TEST(PowerUp, OfASilentChipIsAwaitedWithoutEndAndTheGuidanceComesOnce)
 {
     Waiting bench;
     bench.after_ms(300'000, [&bench] {
-        EXPECT_TRUE(bench.form.job.sequence_running);
+        EXPECT_TRUE(bench.shell.job.sequence_running);
         EXPECT_EQ(bench.times_said("Connection is failed"), 1);
         EXPECT_EQ(bench.dialogs.beeps, 2);
         EXPECT_FALSE(bench.form.comDownload[0].enabled());
@@ -110,7 +110,7 @@ TEST(PowerUp, AfterALongWaitIsTakenAsUsual)
     Waiting bench;
     bench.power_up_after_ms(240'000);
     bench.run_until_idle();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
 }
 
@@ -126,8 +126,8 @@ TEST(Guidance, InChineseHasAPageOfItsOwn)
 TEST(Guidance, OfAChipThatRunsUserCodeSpeaksOfTheLineInChinese)
 {
     Bench bench("Juniper-8", false);
-    bench.form.link.demo_mode = true;
-    bench.form.Timer9.start();
+    bench.shell.link.demo_mode = true;
+    bench.shell.Timer9.start();
     bench.run_for_ms(4400);
     EXPECT_EQ(bench.form.textMsg.text(), page_in_chinese_to_user_code);
 }
@@ -135,8 +135,8 @@ TEST(Guidance, OfAChipThatRunsUserCodeSpeaksOfTheLineInChinese)
 TEST(Guidance, InEnglishIsTheSamePageForAChipThatRunsUserCode)
 {
     Bench bench("Juniper-8");
-    bench.form.link.demo_mode = true;
-    bench.form.Timer9.start();
+    bench.shell.link.demo_mode = true;
+    bench.shell.Timer9.start();
     bench.run_for_ms(4400);
     EXPECT_EQ(bench.form.textMsg.text(), page_in_english);
 }
@@ -196,7 +196,7 @@ TEST(Noise, BeforeTheCallDoesNotHurt)
     bench.after_ms(300, [&] { bench.wire.noise_to_target(noise); });
     bench.power_up_after_ms(500);
     bench.run_until_idle();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
 }
 
@@ -207,7 +207,7 @@ TEST(Noise, ThatLooksLikeTheBeginOfAFrameCostsOneStatusFrameAndNoMore)
     bench.after_ms(200, [&] { bench.wire.noise_to_tool(noise); });
     bench.power_up_after_ms(500);
     bench.run_until_idle();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
 }
 
@@ -218,7 +218,7 @@ TEST(Noise, ThatPromisesTheLongestFrameHasBeenSwallowedAfterAFewStatusFrames)
     bench.after_ms(200, [&] { bench.wire.noise_to_tool(noise); });
     bench.power_up_after_ms(500);
     bench.run_until_idle();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
 }
 
@@ -228,7 +228,7 @@ TEST(Noise, InFrontOfTheStatusFrameIsDropped)
     bench.chip.noise_before_reply(1, {0x00, 0xFF, 0x46, 0x00});
     bench.power_up_after_ms(500);
     bench.run_until_idle();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
 }
 
@@ -239,6 +239,6 @@ TEST(Noise, OnTheWayToTheChipDuringTheCallDelaysItOnly)
     bench.power_up_after_ms(500);
     bench.after_ms(520, [&] { bench.wire.noise_to_target(noise); });
     bench.run_until_idle();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
 }

@@ -29,7 +29,7 @@ TEST(WriteRange, ThatBeginsInsideABlockHasAShorterFirstBlock)
     bench.open_code(Bench::pattern(0x110));
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(tape.blocks(), (Blocks{"01F0+10", "0200+80", "0280+80", "0300+80", "0380+80"}));
     EXPECT_EQ(bench.flash(0x1F0, 0x2FF), bench.code(0x1F0, 0x2FF));
 }
@@ -39,7 +39,7 @@ TEST(WriteRange, OfAShortFileGoesOnToTheEndOfASecondBlock)
     Job bench("Birch-8", 0x40);
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(tape.blocks().size(), 8U);
     EXPECT_EQ(tape.blocks().back(), "0380+80");
 }
@@ -50,17 +50,17 @@ TEST(WriteRange, OfSeries0IsWrittenInSingleFramesOf128Bytes)
     bench.chip.refuse_block(0x100, 2);
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(tape.blocks(), (Blocks{"0000+80", "0080+80", "0100+80", "0100+80!", "0100+80!", "0180+80", "0200+80"}));
 }
 
 TEST(WriteRange, AboveTheLimitOfTheSeriesIsCutInSilence)
 {
     Job bench("Larch-12", 0x2000);
-    bench.form.code_buffer.high = 0x5000;
+    bench.shell.code_buffer.high = 0x5000;
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(tape.blocks().back(), "3380+80");
     EXPECT_EQ(bench.dialogs.beeps, 0);
     EXPECT_FALSE(bench.report_says("Enable"));
@@ -72,7 +72,7 @@ TEST(WriteRange, OfCodeAndDataIsBothBuffersMergedIntoOneImage)
     bench.open_data(Bench::pattern(0x180, 5));
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     const Blocks blocks = tape.blocks();
     EXPECT_EQ(blocks.front(), "0000+80");
     EXPECT_EQ(blocks.size(), 20U + 8U); // the code and then the data, a block more of each than they fill
@@ -86,7 +86,7 @@ TEST(BlockAnswer, WithoutASumIsGoodInTheOlderProtocol)
     setup.short_block_answers = true;
     Job bench(setup, 0x300);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x30), 0);
     EXPECT_TRUE(bench.chip_holds_the_code());
 }
@@ -106,7 +106,7 @@ TEST(BlockAnswer, IsComparedByItsLowByteWithLongFramesToo)
     Bench bench("Juniper-8");
     bench.open_code(std::vector<std::uint8_t>(0x300, 0xFE));
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x30), 0);
 }
 
@@ -118,7 +118,7 @@ TEST_P(RefusedBlock, IsRepeatedFromItsBeginWithAMark)
     Job bench("Birch-8", 0x600);
     bench.chip.refuse_block(0x280, times); // the second frame of the second block
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
     EXPECT_EQ(bench.chip.frame_count(0x00), 4 + 2 + 4);
     EXPECT_EQ(bench.chip.frame_count(0x30), 2 * (times - 1) + 4);
@@ -166,7 +166,7 @@ TEST(WrongSum, ThreeTimesIsMadeUpForByRepeats)
     Job bench("Juniper-8", 0x300);
     bench.chip.send_wrong_sum(3);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x30), 2 + 4);
 }
 
@@ -207,9 +207,9 @@ TEST(EndOfCode, AnsweredWithAnotherCodeIsToldInChinese)
 TEST(EndOfCode, IsNotToldToAModelWithoutOptionsToWrite)
 {
     Job bench("Hazel-6R", 0x300);
-    EXPECT_TRUE(bench.form.selected.cap_no_option_write);
+    EXPECT_TRUE(bench.shell.selected.cap_no_option_write);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x69), 0);
 }
 
@@ -220,7 +220,7 @@ TEST(BootBlock, OfTheReportedSizeCutsTheCode)
     Job bench(setup, 0x3800);
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(tape.blocks().back(), "3580+80");
     EXPECT_EQ(bench.dialogs.beeps, 2);
     EXPECT_TRUE(bench.report_says("\nEnable 13K file size for this Version firmware."
@@ -235,7 +235,7 @@ TEST(BootBlock, OfTheReportedSizeCutsTheCodeOfTheLargestAspen)
     Job bench(setup, 0xFC00, false);
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(tape.blocks().back(), "F980+80");
     EXPECT_EQ(bench.dialogs.beeps, 2);
     EXPECT_TRUE(bench.report_says("\nChinese:此版本固件最多可编程 62K, 您的文件已超长，\n        超长部分不下载。"));
@@ -248,8 +248,8 @@ TEST(BootBlock, OfAFirmwareThatDoesNotTellFollowsFromItsVersion)
     setup.boot_size_code = 3;
     Job bench(setup, 0x3800, false);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
-    EXPECT_EQ(bench.form.target.boot_size, 2048);
+    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_EQ(bench.shell.target.boot_size, 2048);
     EXPECT_EQ(bench.dialogs.beeps, 0) << "2 KB end right above the code of this model";
 }
 
@@ -257,7 +257,7 @@ TEST(BootBlock, OfTheSmallestSizeCutsNothing)
 {
     Job bench("Birch-14", 0x3800);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
     EXPECT_EQ(bench.dialogs.beeps, 0);
 }
@@ -286,7 +286,7 @@ TEST(Progress, CountsIn256BytesAbove32Kilobytes)
 {
     Job bench("Juniper-60Q", 0x9000);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.form.ProgressBar1.min(), 0);
     EXPECT_EQ(bench.form.ProgressBar1.max(), 0x92);
     EXPECT_EQ(bench.form.ProgressBar1.value(), 0x92);

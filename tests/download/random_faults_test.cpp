@@ -70,7 +70,7 @@ bool one_download(std::uint32_t seed, const Rates& rates)
     for (std::size_t strip = 0; strip < 14; ++strip) {
         OptionButton& button = bench.buttons_of(strip)[static_cast<std::size_t>(dice.below(2))];
         if (button.visible() && dice.chance(rates.other_choice_percent))
-            click(bench.form, button);
+            click(bench.shell, button);
     }
     if (dice.chance(rates.stop_percent))
         bench.press_stop_after_ms(dice.below(4000));
@@ -79,7 +79,7 @@ bool one_download(std::uint32_t seed, const Rates& rates)
     bench.run_until_idle_or_given_up();
 
     const bool said = bench.report_says("Program OK");
-    EXPECT_EQ(said, bench.form.job.succeeded);
+    EXPECT_EQ(said, bench.shell.job.succeeded);
     EXPECT_EQ(said, bench.count() == 1);
     EXPECT_EQ(said, said && bench.chip_holds_the_code()) << "said to be good, and is not";
     EXPECT_EQ(said, said && bench.chip_holds_the_options()) << "said to hold its options, and does not";

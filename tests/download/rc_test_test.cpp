@@ -32,13 +32,13 @@ TEST(RcTest, FindsTheTrimInTwoExchanges)
     Job bench("11.0592");
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
     EXPECT_EQ(bench.chip.violations(), "");
     ASSERT_EQ(tape.frames(0x65).size(), 2U);
     EXPECT_EQ(tape.frames(0x65)[0][16], 4);
     EXPECT_EQ(tape.frames(0x65)[1][16], 11);
-    EXPECT_LE(std::abs(bench.form.rc.rc_error), 25);
+    EXPECT_LE(std::abs(bench.shell.rc.rc_error), 25);
     EXPECT_TRUE(bench.report_says("\n\n下次下载 RC 振荡器频率频率: 11.0"));
     EXPECT_TRUE(bench.report_says("%      (仅供参考)"));
     EXPECT_EQ(bench.count(), 1);
@@ -48,7 +48,7 @@ TEST(RcTest, IsMadeForTheOtherFamilyToo)
 {
     Job bench("11.0592", false, "Poplar-4L");
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x65), 2);
 }
 
@@ -56,7 +56,7 @@ TEST(RcTest, IsNotMadeForOtherFamilies)
 {
     Job bench("11.0592", true, "Juniper-8");
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x65), 0);
 }
 
@@ -108,7 +108,7 @@ TEST(RcReport, OfAFrequencyOutOfReachBeepsAndIsNotCounted)
 {
     Job bench("60", false);
     bench.download();
-    EXPECT_FALSE(bench.form.job.succeeded);
+    EXPECT_FALSE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.count(), 0);
     EXPECT_EQ(bench.dialogs.beeps, 3);
     EXPECT_TRUE(bench.report_says("\n您设置的 RC 振荡器的频率可能在此片 MCU 的频率盲区内，\n频率盲区：0 -- 0MHz"));

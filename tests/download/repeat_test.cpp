@@ -47,8 +47,8 @@ TEST(Repeat, ProgramsChipAfterChip)
     EXPECT_TRUE(bench.form.textMsg.text().ends_with("\nOperation stopped. "));
     EXPECT_EQ(bench.dialogs.beeps, 5);
     EXPECT_TRUE(bench.buttons_are_free());
-    EXPECT_EQ(bench.form.job.panel_state, 0);
-    EXPECT_EQ(bench.form.platform.settings.get("Settings", "Write_OK_Count", ""), "4");
+    EXPECT_EQ(bench.shell.job.panel_state, 0);
+    EXPECT_EQ(bench.shell.platform.settings.get("Settings", "Write_OK_Count", ""), "4");
 }
 
 TEST(Repeat, ProgramsOlderChipsToo)
@@ -69,7 +69,7 @@ TEST(Repeat, EndsWithTheFirstChipThatFails)
     EXPECT_EQ(bench.chip.power_ups(), 2);
     EXPECT_TRUE(bench.report_says("Programing failed. (End: "));
     EXPECT_FALSE(bench.report_says("OK"));
-    EXPECT_FALSE(bench.form.job.succeeded);
+    EXPECT_FALSE(bench.shell.job.succeeded);
     EXPECT_TRUE(bench.buttons_are_free());
 }
 

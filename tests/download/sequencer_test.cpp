@@ -28,7 +28,7 @@ std::int64_t settle_ms(const char* max_baud, const char* min_baud)
         return false;
     };
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     return (said_us - ended_us) / 1000;
 }
 
@@ -44,7 +44,7 @@ TEST(Download, WithNoFileOpenShowsTheBoxAndLeavesTheButtonsAlone)
     EXPECT_FALSE(bench.form.comStop_Download.enabled());
     EXPECT_TRUE(bench.buttons_are_free());
     EXPECT_EQ(bench.form.textMsg.text(), "");
-    EXPECT_EQ(bench.form.job.panel_state, 0);
+    EXPECT_EQ(bench.shell.job.panel_state, 0);
 }
 
 TEST(Download, WithNoFileOpenAsksInChinese)
@@ -62,7 +62,7 @@ TEST(Download, LocksThePanelWhileItRunsAndFreesItAtItsEnd)
     bench.press_download();
     bench.power_up_after_ms(300);
     bench.after_ms(100, [&bench] {
-        EXPECT_EQ(bench.form.job.panel_state, 1);
+        EXPECT_EQ(bench.shell.job.panel_state, 1);
         EXPECT_FALSE(bench.form.comDownload[0].enabled());
         EXPECT_FALSE(bench.form.comDownload[1].enabled());
         EXPECT_TRUE(bench.form.comStop_Download.enabled());
@@ -71,23 +71,23 @@ TEST(Download, LocksThePanelWhileItRunsAndFreesItAtItsEnd)
         EXPECT_FALSE(bench.form.comLoadDataFile.enabled());
     });
     bench.run_until_idle();
-    EXPECT_EQ(bench.form.job.panel_state, 0);
+    EXPECT_EQ(bench.shell.job.panel_state, 0);
     EXPECT_TRUE(bench.form.comLoadFile.enabled());
     EXPECT_TRUE(bench.form.txtDevice.enabled());
     EXPECT_TRUE(bench.buttons_are_free());
-    EXPECT_FALSE(bench.form.MSComm1.PortOpen());
+    EXPECT_FALSE(bench.shell.MSComm1.PortOpen());
 }
 
 TEST(Download, OfALockedPanelKeepsItLocked)
 {
     Job bench;
-    bench.form.job.panel_state = 2;
+    bench.shell.job.panel_state = 2;
     bench.press_download();
     bench.power_up_after_ms(300);
-    bench.after_ms(100, [&bench] { EXPECT_EQ(bench.form.job.panel_state, 3); });
+    bench.after_ms(100, [&bench] { EXPECT_EQ(bench.shell.job.panel_state, 3); });
     bench.run_until_idle();
-    EXPECT_EQ(bench.form.job.panel_state, 2);
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_EQ(bench.shell.job.panel_state, 2);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_FALSE(bench.form.comLoadFile.enabled());
 }
 
@@ -109,7 +109,7 @@ TEST(Success, IsSaidCountedAndKept)
     EXPECT_TRUE(bench.form.textMsg.text().find("\nProgram OK\nVerify  OK ( Total: 00:0") != std::string::npos);
     EXPECT_TRUE(bench.form.textMsg.text().ends_with(" )\nEncrypt OK."));
     EXPECT_EQ(bench.count(), 1);
-    EXPECT_EQ(bench.form.platform.settings.get("Settings", "Write_OK_Count", ""), "1");
+    EXPECT_EQ(bench.shell.platform.settings.get("Settings", "Write_OK_Count", ""), "1");
     EXPECT_EQ(bench.dialogs.beeps, 1);
     EXPECT_EQ(bench.chip.state(), sim::Chip::State::user_code);
 }
@@ -130,7 +130,7 @@ TEST(Success, IsSilentWhereNoBeepIsWanted)
     Job bench;
     bench.form.optBeepNo.set_value(true);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.dialogs.beeps, 0);
 }
 
@@ -156,22 +156,22 @@ TEST(SettleTime, IsATenthOfASecondAlsoWhereBothAre115200) { EXPECT_LT(settle_ms(
 TEST(BlockGuard, StopsTheDownloadIntoTheOldestSeries)
 {
     Job bench("Alder-64");
-    bench.form.options.byte_text = "0,0,1";
+    bench.shell.options.byte_text = "0,0,1";
     bench.download();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.dialogs.beeps, 3);
     EXPECT_TRUE(bench.form.textMsg.text().ends_with(
         "\nBecause Block1 to write Block0 is disable, so program can not continue."));
     EXPECT_EQ(bench.chip.frame_count(0x84), 0);
-    EXPECT_FALSE(bench.form.target.target_ok);
-    bench.form.options.byte_text = "0,0,0";
+    EXPECT_FALSE(bench.shell.target.target_ok);
+    bench.shell.options.byte_text = "0,0,0";
     bench.expect_a_clean_next_download();
 }
 
 TEST(BlockGuard, SpeaksChinese)
 {
     Job bench("Alder-64", false);
-    bench.form.options.byte_text = "0,0,1";
+    bench.shell.options.byte_text = "0,0,1";
     bench.download();
     EXPECT_TRUE(
         bench.form.textMsg.text().ends_with("\nChinese:因为由 block1 对 block0 编程已被禁止, 所以不能继续下载程序。"));
@@ -180,18 +180,18 @@ TEST(BlockGuard, SpeaksChinese)
 TEST(BlockGuard, DoesNotBiteWhereBlocksAreLarger)
 {
     Job bench("Birch-8");
-    bench.form.options.byte_text = "0,0,1";
+    bench.shell.options.byte_text = "0,0,1";
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
 }
 
 TEST(PlanOverflow, IsSaidAndWhatFitsIsProgrammed)
 {
     Job bench("Cedar-5");
-    bench.form.code_buffer.view_high = 0x1500;
+    bench.shell.code_buffer.view_high = 0x1500;
     bench.form.optBeepNo.set_value(true);
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.dialogs.beeps, 2);
     EXPECT_TRUE(
         bench.report_says("\nThe Program Code and EEPROM data is too big.\nThe exceeding part won't program.\n"));
@@ -200,7 +200,7 @@ TEST(PlanOverflow, IsSaidAndWhatFitsIsProgrammed)
 TEST(PlanOverflow, SpeaksChinese)
 {
     Job bench("Cedar-5", false);
-    bench.form.code_buffer.view_high = 0x1500;
+    bench.shell.code_buffer.view_high = 0x1500;
     bench.download();
     EXPECT_TRUE(bench.report_says("\n程序文件超出此 MCU 固件下载范围, 超出部分不下载。 \n"));
 }
@@ -236,7 +236,7 @@ TEST(TwoRuns, OfTheSameDownloadAreTheSameByteForByte)
         bench.wire.log = &log;
         bench.chip.refuse_block(0x200, 1);
         bench.download();
-        EXPECT_TRUE(bench.form.job.succeeded);
+        EXPECT_TRUE(bench.shell.job.succeeded);
         bench.wire.log = nullptr;
         log.add(bench.loop.now_us(), "end", static_cast<std::uint64_t>(bench.count()));
         return std::pair(log.hash(), log.count());

@@ -18,12 +18,12 @@ protected:
         bench.press_stop_after_ms(GetParam());
         bench.run_until_idle();
         const bool said = bench.report_says("Program OK");
-        EXPECT_EQ(bench.form.job.succeeded, said);
+        EXPECT_EQ(bench.shell.job.succeeded, said);
         EXPECT_EQ(bench.count(), said ? 1 : 0);
         EXPECT_TRUE(!said || bench.chip_holds_the_code());
         EXPECT_TRUE(bench.buttons_are_free());
-        EXPECT_EQ(bench.form.job.panel_state, 0);
-        EXPECT_FALSE(bench.form.Timer9.enabled());
+        EXPECT_EQ(bench.shell.job.panel_state, 0);
+        EXPECT_FALSE(bench.shell.Timer9.enabled());
         EXPECT_LE(bench.times_said("Operation stopped. ") + bench.times_said("操作被停止."), 2);
         bench.expect_a_clean_next_download();
     }

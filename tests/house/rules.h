@@ -138,7 +138,7 @@ inline const std::map<std::string, std::set<std::string>>& rooms_below()
     static const std::map<std::string, std::set<std::string>> below = [] {
         std::map<std::string, std::set<std::string>> rooms;
         std::set<std::string> so_far;
-        for (const char* room : {"platform", "form", "catalog", "options", "image", "link"}) {
+        for (const char* room : {"platform", "report", "form", "catalog", "options", "image", "link"}) {
             so_far.insert(room);
             rooms[room] = so_far;
         }
@@ -147,6 +147,7 @@ inline const std::map<std::string, std::set<std::string>>& rooms_below()
             rooms[room].insert(room);
         }
         so_far.insert({"board", "inapp", "terminal", "monitor"});
+        rooms["form"] = so_far; // holds the state of the rooms above until they hold their own
         for (const char* room : {"shell", "window"}) {
             so_far.insert(room);
             rooms[room] = so_far;

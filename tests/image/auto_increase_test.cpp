@@ -27,8 +27,8 @@ struct NumberBench : Bench {
     explicit NumberBench(std::string_view model_name = "Juniper-60")
         : Bench(model_name)
     {
-        load_increase_settings(form);
-        load_file(form, file("k.bin", std::string(0x1000, 'k')), code);
+        load_increase_settings(shell);
+        load_file(shell, file("k.bin", std::string(0x1000, 'k')), code);
     }
     void fill(const char* address, const char* bytes, const char* next, const char* increment, int system)
     {
@@ -43,16 +43,16 @@ struct NumberBench : Bench {
     void enable(bool on = true)
     {
         form.cheAuto_Increase.set_value(on);
-        cheAuto_Increase_Click(form);
+        cheAuto_Increase_Click(shell);
     }
     void enable_data()
     {
         form.cheData_Auto_Increase.set_value(true);
-        cheData_Auto_Increase_Click(form);
+        cheData_Auto_Increase_Click(shell);
     }
     Bytes code_bytes(std::ptrdiff_t first, std::ptrdiff_t last) const
     {
-        return {form.code_buffer.data.begin() + first, form.code_buffer.data.begin() + last + 1};
+        return {shell.code_buffer.data.begin() + first, shell.code_buffer.data.begin() + last + 1};
     }
     std::string stored(const char* section, const char* key) { return settings.get(section, key, "nothing stored"); }
 
@@ -212,17 +212,17 @@ TEST(NumberPlace, TheOldestModelsEndWithTheirCode)
 TEST(NumberSettings, BeginWithEightBcdBytesAtTheTop)
 {
     Bench bench{"Juniper-60"};
-    load_increase_settings(bench.form);
-    read_records(bench.form);
+    load_increase_settings(bench.shell);
+    read_records(bench.shell);
     EXPECT_EQ(bench.form.texAuto_Increase[0].text(), "FFFF");
     EXPECT_EQ(bench.form.texData_Auto_Increase[2].text(), "0000");
-    EXPECT_EQ(bench.form.code_increase.address, 0xFFFF);
-    EXPECT_EQ(bench.form.code_increase.bytes, 8);
-    EXPECT_EQ(bench.form.code_increase.next_value, "0000");
-    EXPECT_EQ(bench.form.code_increase.increment, 1);
-    EXPECT_EQ(bench.form.code_increase.system, AutoIncrease::bcd);
-    EXPECT_EQ(bench.form.code_increase.name, "AP_AUTO_INCREASE");
-    EXPECT_EQ(bench.form.data_increase.name, "Data_Auto_Increase");
+    EXPECT_EQ(bench.shell.code_increase.address, 0xFFFF);
+    EXPECT_EQ(bench.shell.code_increase.bytes, 8);
+    EXPECT_EQ(bench.shell.code_increase.next_value, "0000");
+    EXPECT_EQ(bench.shell.code_increase.increment, 1);
+    EXPECT_EQ(bench.shell.code_increase.system, AutoIncrease::bcd);
+    EXPECT_EQ(bench.shell.code_increase.name, "AP_AUTO_INCREASE");
+    EXPECT_EQ(bench.shell.data_increase.name, "Data_Auto_Increase");
 }
 
 TEST(NumberSettings, EachRecordHasASectionOfItsOwn)
@@ -230,7 +230,7 @@ TEST(NumberSettings, EachRecordHasASectionOfItsOwn)
     NumberBench bench;
     bench.fill("0FF0", "4", "12", "3", AutoIncrease::hex);
     bench.fill_data("10", "2", "77", "1", AutoIncrease::ascii);
-    save_increase_settings(bench.form);
+    save_increase_settings(bench.shell);
     EXPECT_EQ(bench.stored("Auto_Increase", "address"), "0FF0");
     EXPECT_EQ(bench.stored("Auto_Increase", "Length"), "4");
     EXPECT_EQ(bench.stored("Auto_Increase", "next_value"), "12");
@@ -245,7 +245,7 @@ TEST(NumberSettings, AnUnknownSystemReadsAsTheFirst)
     Bench bench{"Juniper-60"};
     bench.settings.set("Auto_Increase", "numeral_system", "3");
     bench.settings.set("Data_Auto_Increase", "numeral_system", "-1");
-    load_increase_settings(bench.form);
+    load_increase_settings(bench.shell);
     EXPECT_TRUE(bench.form.optAuto_Increase[0].value());
     EXPECT_TRUE(bench.form.optData_Auto_Increase[0].value());
 }
@@ -254,8 +254,8 @@ TEST(NumberFields, TheAddressHasFiveDigitsAndComesOutInUpperCase)
 {
     NumberBench bench;
     bench.fill("  0abcd", "4", "1", "1", AutoIncrease::hex);
-    read_records(bench.form);
-    EXPECT_EQ(bench.form.code_increase.address, 0x0ABCD);
+    read_records(bench.shell);
+    EXPECT_EQ(bench.shell.code_increase.address, 0x0ABCD);
     EXPECT_EQ(bench.form.texAuto_Increase[0].text(), "  0ABCD");
 }
 
@@ -263,9 +263,9 @@ TEST(NumberFields, CountsThatNoShortHoldsAreHeldAtItsEnds)
 {
     NumberBench bench;
     bench.fill("0", "99999", "1", "-99999", AutoIncrease::hex);
-    read_records(bench.form);
-    EXPECT_EQ(bench.form.code_increase.bytes, 32767);
-    EXPECT_EQ(bench.form.code_increase.increment, -32768);
+    read_records(bench.shell);
+    EXPECT_EQ(bench.shell.code_increase.bytes, 32767);
+    EXPECT_EQ(bench.shell.code_increase.increment, -32768);
 }
 
 TEST(EnableNumber, StampsShowsAndStoresIt)
@@ -273,7 +273,7 @@ TEST(EnableNumber, StampsShowsAndStoresIt)
     NumberBench bench;
     bench.fill("0803", "4", "305419896", "1", AutoIncrease::hex);
     bench.enable();
-    EXPECT_TRUE(bench.form.code_increase.valid);
+    EXPECT_TRUE(bench.shell.code_increase.valid);
     EXPECT_EQ(bench.code_bytes(0x7FF, 0x804), (Bytes{'k', 0x12, 0x34, 0x56, 0x78, 'k'}));
     EXPECT_EQ(bench.form.vscFile[0].value(), 0x80 - 3);
     EXPECT_NE(bench.form.txtBuffer2.text().find("000800   12 34 56 78 6B"), std::string::npos);
@@ -304,7 +304,7 @@ TEST(EnableNumber, HoldsItsFieldsUntilItIsSwitchedOff)
     bench.enable(false);
     EXPECT_TRUE(bench.form.texAuto_Increase[0].enabled());
     EXPECT_TRUE(bench.form.optAuto_Increase[2].enabled());
-    EXPECT_FALSE(bench.form.code_increase.valid);
+    EXPECT_FALSE(bench.shell.code_increase.valid);
 }
 
 TEST(EnableNumber, OutsideTheFileTheBarReachesItAndTheLengthDoesNotGrow)
@@ -323,7 +323,7 @@ TEST(EnableNumber, BelowAMergedFileItComesIntoViewToo)
     NumberBench bench;
     bench.form.cheClearAP_Buffer.set_value(true);
     bench.form.txtAP_FileStart.set_text("2000");
-    load_file(bench.form, bench.file("high.bin", std::string(0x400, 'h')), bench.code);
+    load_file(bench.shell, bench.file("high.bin", std::string(0x400, 'h')), bench.code);
     bench.fill("0103", "4", "9", "1", AutoIncrease::hex);
     bench.enable();
     EXPECT_EQ(bench.code.view_low, 0xFF);
@@ -335,7 +335,7 @@ TEST(EnableNumber, TheDefaultAddressIsRefusedOnASmallChipAtOnce)
     NumberBench bench("Rowan-4");
     const Bytes before = bench.code.data;
     bench.enable();
-    EXPECT_FALSE(bench.form.code_increase.valid);
+    EXPECT_FALSE(bench.shell.code_increase.valid);
     ASSERT_EQ(bench.dialogs.shown.size(), 1U);
     EXPECT_EQ(bench.box_title(0), "设置程序文件自动增量");
     EXPECT_EQ(bench.box_text(0), "文件缓冲区自动增量存放地址太大");
@@ -359,8 +359,8 @@ TEST(EnableNumber, TheEepromNumberGoesIntoItsOwnBuffer)
     NumberBench bench("Juniper-60Q");
     bench.fill_data("0010", "2", "1234", "1", AutoIncrease::bcd);
     bench.enable_data();
-    EXPECT_TRUE(bench.form.data_increase.valid);
-    EXPECT_FALSE(bench.form.code_increase.valid);
+    EXPECT_TRUE(bench.shell.data_increase.valid);
+    EXPECT_FALSE(bench.shell.code_increase.valid);
     EXPECT_EQ(bench.data.data[0x0F], 0x12);
     EXPECT_EQ(bench.data.data[0x10], 0x34);
 }
@@ -368,7 +368,7 @@ TEST(EnableNumber, TheEepromNumberGoesIntoItsOwnBuffer)
 TEST(NumberMessages, SayWhatIsWrongWithTheEepromAddress)
 {
     NumberBench bench("Juniper-60Q");
-    const std::string span = hex_text(bench.form.selected.eeprom_last - bench.form.selected.eeprom_first);
+    const std::string span = hex_text(bench.shell.selected.eeprom_last - bench.shell.selected.eeprom_first);
     bench.fill_data("FFFF", "2", "1", "1", AutoIncrease::bcd);
     bench.enable_data();
     bench.fill_data("0000", "2", "1", "1", AutoIncrease::bcd);
@@ -381,7 +381,7 @@ TEST(NumberMessages, SayWhatIsWrongWithTheEepromAddress)
 TEST(NumberMessages, ExistInEnglish)
 {
     NumberBench bench("Juniper-8Q");
-    bench.form.language_is_english = true;
+    bench.shell.language_is_english = true;
     bench.fill("FFFF", "2", "1", "1", AutoIncrease::bcd);
     bench.enable();
     bench.fill("0000", "2", "1", "1", AutoIncrease::bcd);
@@ -415,10 +415,10 @@ TEST_P(ValueMessage, IsSaidInBothLanguages)
 {
     const auto& [record, chinese, english] = GetParam();
     Bench bench{"Juniper-60"};
-    bench.form.code_increase = record;
-    EXPECT_FALSE(stamp(bench.form, bench.form.code_increase));
-    bench.form.language_is_english = true;
-    EXPECT_FALSE(stamp(bench.form, bench.form.code_increase));
+    bench.shell.code_increase = record;
+    EXPECT_FALSE(stamp(bench.shell, bench.shell.code_increase));
+    bench.shell.language_is_english = true;
+    EXPECT_FALSE(stamp(bench.shell, bench.shell.code_increase));
     EXPECT_EQ(bench.box_text(0), chinese);
     EXPECT_EQ(bench.box_text(1), english);
     EXPECT_EQ(bench.box_title(1), "Set Program Automatic Increment");
@@ -439,14 +439,14 @@ TEST(StampNumber, OutsideTheBufferWritesNothingAtEitherEnd)
 {
     Bench bench{"Juniper-60"};
     const Bytes before = bench.code.data;
-    AutoIncrease& record = bench.form.code_increase;
+    AutoIncrease& record = bench.shell.code_increase;
     record = number(AutoIncrease::hex, 4, "305419896");
     record.address = bench.code.last() + 1;
-    EXPECT_FALSE(stamp(bench.form, record));
+    EXPECT_FALSE(stamp(bench.shell, record));
     record.address = 2;
-    EXPECT_FALSE(stamp(bench.form, record));
+    EXPECT_FALSE(stamp(bench.shell, record));
     record.address = -1;
-    EXPECT_FALSE(stamp(bench.form, record));
+    EXPECT_FALSE(stamp(bench.shell, record));
     EXPECT_EQ(bench.code.data, before);
 }
 
@@ -455,13 +455,13 @@ TEST(MoveNumbers, TheNextOneStandsInTheBufferInTheFieldOnTheScreenAndInTheSettin
     NumberBench bench;
     bench.fill("0803", "2", "9998", "1", AutoIncrease::bcd);
     bench.enable();
-    move_numbers(bench.form);
+    move_numbers(bench.shell);
     EXPECT_EQ(bench.code_bytes(0x802, 0x803), (Bytes{0x99, 0x99}));
     EXPECT_EQ(bench.form.texAuto_Increase[2].text(), "9999");
     EXPECT_NE(bench.form.txtBuffer2.text().find("000800   6B 6B 99 99"), std::string::npos);
     EXPECT_EQ(bench.stored("Auto_Increase", "next_value"), "9999");
-    EXPECT_TRUE(bench.form.code_increase.valid);
-    move_numbers(bench.form);
+    EXPECT_TRUE(bench.shell.code_increase.valid);
+    move_numbers(bench.shell);
     EXPECT_EQ(bench.code_bytes(0x802, 0x803), (Bytes{0x00, 0x00}));
     EXPECT_EQ(bench.stored("Auto_Increase", "next_value"), "0000");
 }
@@ -473,7 +473,7 @@ TEST(MoveNumbers, BothBuffersMoveAtTheirOwnPace)
     bench.fill_data("0003", "4", "0007", "1", AutoIncrease::ascii);
     bench.enable();
     bench.enable_data();
-    move_numbers(bench.form);
+    move_numbers(bench.shell);
     EXPECT_EQ(bench.code.data[0x803], 15);
     EXPECT_EQ(bench.data.data[0x000], '8');
     EXPECT_EQ(bench.data.data[0x003], '0');
@@ -483,7 +483,7 @@ TEST(MoveNumbers, WhatIsNotValidStays)
 {
     NumberBench bench;
     bench.fill("0803", "2", "10", "5", AutoIncrease::hex);
-    move_numbers(bench.form);
+    move_numbers(bench.shell);
     EXPECT_EQ(bench.form.texAuto_Increase[2].text(), "10");
     EXPECT_EQ(bench.code.data[0x803], 'k');
 }
@@ -493,7 +493,7 @@ TEST(MoveNumbers, AnExhaustedCounterIsToldAndTheLastNumberIsNotOverwritten)
     NumberBench bench;
     bench.fill("0803", "1", "255", "1", AutoIncrease::hex);
     bench.enable();
-    move_numbers(bench.form);
+    move_numbers(bench.shell);
     ASSERT_EQ(bench.dialogs.shown.size(), 1U);
     EXPECT_EQ(bench.box_text(0), "自动增量字节数太小");
     EXPECT_EQ(bench.code.data[0x803], 255);
@@ -506,7 +506,7 @@ TEST(NumbersFit, BeforeADownloadStampsNothingAnew)
     bench.fill("0803", "2", "10", "5", AutoIncrease::hex);
     bench.enable();
     bench.code.data[0x803] = 0xEE; // as a project or the buffer editor may have it
-    EXPECT_TRUE(numbers_fit(bench.form));
+    EXPECT_TRUE(numbers_fit(bench.shell));
     EXPECT_EQ(bench.code.data[0x803], 0xEE);
 }
 
@@ -518,11 +518,11 @@ TEST(AnyLoad, SwitchesBothNumbersOffAndBringsTheFilesOwnBytes)
     bench.enable();
     bench.enable_data();
     bench.form.cheClearAP_Buffer.set_value(true);
-    load_file(bench.form, bench.file("k.bin", std::string(0x1000, 'k')), bench.code);
+    load_file(bench.shell, bench.file("k.bin", std::string(0x1000, 'k')), bench.code);
     EXPECT_FALSE(bench.form.cheAuto_Increase.value());
     EXPECT_FALSE(bench.form.cheData_Auto_Increase.value());
-    EXPECT_FALSE(bench.form.code_increase.valid);
-    EXPECT_FALSE(bench.form.data_increase.valid);
+    EXPECT_FALSE(bench.shell.code_increase.valid);
+    EXPECT_FALSE(bench.shell.data_increase.valid);
     EXPECT_TRUE(bench.form.texAuto_Increase[0].enabled());
     EXPECT_TRUE(bench.form.texData_Auto_Increase[0].enabled());
     EXPECT_EQ(bench.code.data[0x803], 'k');
@@ -536,9 +536,9 @@ TEST(AnyLoad, ThatIsRefusedLeavesTheNumberOn)
     bench.enable();
     bench.select("Rowan-4");
     bench.form.txtAP_FileStart.set_text("7FFF");
-    EXPECT_FALSE(load_file(bench.form, bench.file("k.bin", "k"), bench.code));
+    EXPECT_FALSE(load_file(bench.shell, bench.file("k.bin", "k"), bench.code));
     EXPECT_TRUE(bench.form.cheAuto_Increase.value());
-    EXPECT_TRUE(bench.form.code_increase.valid);
+    EXPECT_TRUE(bench.shell.code_increase.valid);
 }
 
 TEST(AnyLoad, TheReloadBeforeADownloadCounts)
@@ -547,9 +547,9 @@ TEST(AnyLoad, TheReloadBeforeADownloadCounts)
     bench.settings.set("Settings", "FilePath", bench.folder + "/k.bin");
     bench.fill("0803", "2", "10", "5", AutoIncrease::hex);
     bench.enable();
-    reload_code_file(bench.form);
+    reload_code_file(bench.shell);
     EXPECT_FALSE(bench.form.cheAuto_Increase.value());
-    EXPECT_FALSE(bench.form.code_increase.valid);
+    EXPECT_FALSE(bench.shell.code_increase.valid);
 }
 
 TEST(NumberInView, IsSelectedFromItsFirstDigitToItsLast)
@@ -578,7 +578,7 @@ TEST(NumberInView, ThatIsNotValidIsNotSelected)
     NumberBench bench;
     bench.fill("0803", "4", "1", "1", AutoIncrease::hex);
     bench.form.vscFile[0].set_value(0x7F);
-    vscFile_Change(bench.form, 0);
+    vscFile_Change(bench.shell, 0);
     EXPECT_EQ(bench.form.txtBuffer2.sel_length(), 0);
 }
 

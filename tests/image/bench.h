@@ -4,7 +4,7 @@
 #include "catalog/isp_start.h"
 #include "catalog/ranges.h"
 #include "catalog/rows.h"
-#include "form/main_form.h"
+#include "form/shell.h"
 #include "image/buffers.h"
 #include "platform/scripted_dialogs.h"
 #include "sim/virtual_loop.h"
@@ -69,10 +69,10 @@ template <typename Loop> struct BenchOn {
     explicit BenchOn(std::string_view model_name)
     {
         std::filesystem::create_directories(folder);
-        form.loader.application_dir = folder;
+        shell.loader.application_dir = folder;
         select(model_name);
-        vrk::clear_buffer(form, 0, form.code_buffer);
-        vrk::clear_buffer(form, 0, form.data_buffer);
+        vrk::clear_buffer(shell, 0, shell.code_buffer);
+        vrk::clear_buffer(shell, 0, shell.data_buffer);
     }
     ~BenchOn()
     {
@@ -84,8 +84,8 @@ template <typename Loop> struct BenchOn {
 
     void select(std::string_view name)
     {
-        form.selected = model(name);
-        form.LabISP_reange[1].set_caption(vrk::four_hex_digits(vrk::derive_isp_start(form.selected).shown_last));
+        shell.selected = model(name);
+        form.LabISP_reange[1].set_caption(vrk::four_hex_digits(vrk::derive_isp_start(shell.selected).shown_last));
     }
 
     std::string file(std::string_view name, std::string_view contents) const
@@ -104,9 +104,10 @@ template <typename Loop> struct BenchOn {
     NoPorts ports;
     vrk::ScriptedDialogs dialogs;
     vrk::MemoryStore settings;
-    vrk::MainForm form{vrk::Platform{loop, ports, dialogs, settings}};
-    vrk::FileBuffer& code = form.code_buffer;
-    vrk::FileBuffer& data = form.data_buffer;
+    vrk::Shell shell{vrk::Platform{loop, ports, dialogs, settings}};
+    vrk::MainForm& form = shell.form;
+    vrk::FileBuffer& code = shell.code_buffer;
+    vrk::FileBuffer& data = shell.data_buffer;
 };
 using Bench = BenchOn<sim::VirtualLoop>;
 

@@ -10,17 +10,17 @@ using image_test::fixture;
 TEST(BinLoader, AnEmptyFileReachesTo511)
 {
     Bench bench{"Juniper-60"};
-    EXPECT_TRUE(load_file(bench.form, fixture("empty.bin"), bench.code));
+    EXPECT_TRUE(load_file(bench.shell, fixture("empty.bin"), bench.code));
     EXPECT_EQ(bench.code.high, 511);
     EXPECT_EQ(bench.code.checksum, 0);
-    EXPECT_TRUE(bench.form.file_loaded);
+    EXPECT_TRUE(bench.shell.file_loaded);
 }
 
 TEST(BinLoader, BytesStandFromTheStartAddressOn)
 {
     Bench bench{"Juniper-60"};
     bench.form.txtAP_FileStart.set_text("1000");
-    load_file(bench.form, fixture("hundred_bytes.bin"), bench.code);
+    load_file(bench.shell, fixture("hundred_bytes.bin"), bench.code);
     EXPECT_EQ(bench.code.data[0x0FFF], 0);
     EXPECT_EQ(bench.code.data[0x1000], 1);
     EXPECT_EQ(bench.code.data[0x1063], 100);
@@ -34,7 +34,7 @@ TEST(BinLoader, AStartOf8000IsCorrectedToThatAddress)
 {
     Bench bench{"Juniper-60"};
     bench.form.txtAP_FileStart.set_text("8000");
-    load_file(bench.form, fixture("hundred_bytes.bin"), bench.code);
+    load_file(bench.shell, fixture("hundred_bytes.bin"), bench.code);
     EXPECT_EQ(bench.code.low, 0x8000);
     EXPECT_EQ(bench.code.data[0x8000], 1);
 }
@@ -73,7 +73,7 @@ TEST(BinLoader, ABaseAboveTheImageStoresNothing)
 TEST(BinLoader, ACodeFileMayRunToTheTopOfTheArray)
 {
     Bench bench{"Alder-64"}; // 10000 to 11FFF are its boot area: no limit stops a binary file there
-    load_file(bench.form, bench.file("long.bin", std::string(0x12001, '\x01')), bench.code);
+    load_file(bench.shell, bench.file("long.bin", std::string(0x12001, '\x01')), bench.code);
     EXPECT_EQ(bench.code.data[0x12000], 1);
     EXPECT_EQ(bench.code.checksum, 0x12001);
 }
@@ -81,7 +81,7 @@ TEST(BinLoader, ACodeFileMayRunToTheTopOfTheArray)
 TEST(BinLoader, ALongerFileThanTheArrayIsReadNoFurtherThanItsTop)
 {
     Bench bench{"Juniper-60Q"};
-    load_file(bench.form, bench.file("huge.bin", std::string(200'000, '\x01')), bench.data);
+    load_file(bench.shell, bench.file("huge.bin", std::string(200'000, '\x01')), bench.data);
     EXPECT_EQ(bench.data.checksum, 0x10002) << "all that fits, and the one byte that did not";
     EXPECT_EQ(bench.data.high, 0x3FF);
 }
@@ -89,14 +89,14 @@ TEST(BinLoader, ALongerFileThanTheArrayIsReadNoFurtherThanItsTop)
 TEST(BinLoader, ABinaryEepromFileKeepsTheBlanksBehindTheH)
 {
     Bench bench{"Juniper-60Q"};
-    load_file(bench.form, fixture("hundred_bytes.bin"), bench.data);
+    load_file(bench.shell, fixture("hundred_bytes.bin"), bench.data);
     EXPECT_EQ(bench.form.txtDataFileCheckSum.text(), "00013BAH       ");
 }
 
 TEST(BinLoader, ItsRangeMessagesBearItsTitle)
 {
     Bench bench{"Juniper-60Q"};
-    load_file(bench.form, bench.file("long.bin", std::string(0xF001, 'x')), bench.code);
+    load_file(bench.shell, bench.file("long.bin", std::string(0xF001, 'x')), bench.code);
     ASSERT_EQ(bench.dialogs.shown.size(), 1U);
     EXPECT_EQ(bench.box_title(0), "Open BIN file");
     EXPECT_EQ(bench.code.high, 0xEFFF);

@@ -23,21 +23,21 @@ struct EditBench : Bench {
         : Bench("Juniper-60Q")
     {
         if (with_file)
-            load_file(form, file("k.bin", std::string(0x1000, 'k')), code);
+            load_file(shell, file("k.bin", std::string(0x1000, 'k')), code);
         scroll(0);
     }
     void scroll(int value)
     {
         form.vscFile[0].set_value(value);
-        vscFile_Change(form, 0);
+        vscFile_Change(shell, 0);
     }
     void click(int position)
     {
         form.txtBuffer2.select(position, 0);
         highlight_digit(form.txtBuffer2);
     }
-    void press(std::string_view key) { press_edit_key(form, code, key); }
-    void confirmed() { form.edit_confirmed = true; }
+    void press(std::string_view key) { press_edit_key(shell, code, key); }
+    void confirmed() { shell.edit_confirmed = true; }
     const TextBox& box() const { return form.txtBuffer2; }
     std::string first_address() const { return box().text().substr(0, 6); }
 };
@@ -202,7 +202,7 @@ TEST(Edit, AsksOnceInARunAndNoIsTheDefault)
     bench.press("1");
     bench.press("2");
     EXPECT_EQ(bench.code.data[0], 0x12);
-    EXPECT_TRUE(bench.form.edit_confirmed);
+    EXPECT_TRUE(bench.shell.edit_confirmed);
     EXPECT_EQ(bench.dialogs.shown.size(), 2U);
 }
 
@@ -212,14 +212,14 @@ TEST(Edit, WithoutAFileIsAskedForEachKeyAndNeverDone)
     bench.click(place(0, 0));
     bench.dialogs.replies = {Reply::yes, Reply::ok, Reply::yes, Reply::ok};
     bench.press("1");
-    bench.form.language_is_english = true;
+    bench.shell.language_is_english = true;
     bench.press("1");
     ASSERT_EQ(bench.dialogs.shown.size(), 4U);
     EXPECT_EQ(bench.box_text(1), "    Please open code file./请打开文件。    ");
     EXPECT_EQ(bench.box_text(2), "Update the buffer ?");
     EXPECT_EQ(bench.box_text(3), " Please open code file.");
     EXPECT_EQ(bench.code.data[0], 0);
-    EXPECT_FALSE(bench.form.edit_confirmed);
+    EXPECT_FALSE(bench.shell.edit_confirmed);
 }
 
 TEST(Edit, OfAJobThatIsLockedOrRunningIsDropped)
@@ -228,14 +228,14 @@ TEST(Edit, OfAJobThatIsLockedOrRunningIsDropped)
     bench.confirmed();
     bench.click(place(0, 0));
     for (std::int16_t state = 1; state <= 3; ++state) {
-        bench.form.job.panel_state = state;
+        bench.shell.job.panel_state = state;
         bench.press("A");
     }
-    bench.form.job.panel_state = 0;
-    bench.form.job.sequence_running = true; // of a model whose panel is never locked
+    bench.shell.job.panel_state = 0;
+    bench.shell.job.sequence_running = true; // of a model whose panel is never locked
     bench.press("A");
     EXPECT_EQ(bench.code.data[0], 'k');
-    bench.form.job.sequence_running = false;
+    bench.shell.job.sequence_running = false;
     bench.press("A");
     EXPECT_EQ(bench.code.data[0], 0xAB);
 }
@@ -272,7 +272,7 @@ TEST(Edit, TheEepromBufferIsEditedInItsOwnBox)
     EditBench bench;
     bench.confirmed();
     bench.form.tetDataFlash2.select(place(0, 1), 1);
-    press_edit_key(bench.form, bench.data, "7");
+    press_edit_key(bench.shell, bench.data, "7");
     EXPECT_EQ(bench.data.data[1], 0x70);
     EXPECT_EQ(bench.code.data[1], 'k');
 }

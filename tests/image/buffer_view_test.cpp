@@ -52,8 +52,8 @@ TEST(BufferView, BothBoxesOfABufferShowTheSame)
     Bench bench{"Juniper-60Q"};
     bench.code.data[0x10] = 0xC0;
     bench.data.data[0x10] = 0xDA;
-    render(bench.form, bench.code, 0x10, 0x1F);
-    render(bench.form, bench.data, 0x10, 0x1F);
+    render(bench.shell, bench.code, 0x10, 0x1F);
+    render(bench.shell, bench.data, 0x10, 0x1F);
     EXPECT_EQ(bench.form.txtBuffer2.text().substr(0, 12), "000010   C0 ");
     EXPECT_EQ(bench.form.txtBuffer.text(), bench.form.txtBuffer2.text());
     EXPECT_EQ(bench.form.tetDataFlash2.text().substr(0, 12), "000010   DA ");
@@ -64,9 +64,9 @@ TEST(BufferView, TheBarCountsLinesFromTheLowestAddressShown)
 {
     Bench bench{"Juniper-60"};
     bench.form.txtAP_FileStart.set_text("1008");
-    load_file(bench.form, bench.file("k.bin", std::string(0x400, 'k')), bench.code);
+    load_file(bench.shell, bench.file("k.bin", std::string(0x400, 'k')), bench.code);
     bench.form.vscFile[0].set_value(2);
-    vscFile_Change(bench.form, 0);
+    vscFile_Change(bench.shell, 0);
     EXPECT_EQ(bench.form.txtBuffer2.text().substr(0, 6), "001020");
 }
 
@@ -74,7 +74,7 @@ TEST(BufferView, TheSecondBarScrollsTheEepromBuffer)
 {
     Bench bench{"Juniper-60Q"};
     bench.form.vscFile[1].set_value(3);
-    vscFile_Change(bench.form, 1);
+    vscFile_Change(bench.shell, 1);
     EXPECT_EQ(bench.form.tetDataFlash2.text().substr(0, 6), "000030");
     EXPECT_EQ(bench.form.txtBuffer2.text().substr(0, 6), "000000");
 }
@@ -82,7 +82,7 @@ TEST(BufferView, TheSecondBarScrollsTheEepromBuffer)
 TEST(BufferView, AfterALoadTheBarsRangeFollowsTheSpanAndStandsAtItsEnd)
 {
     Bench bench{"Juniper-60"};
-    load_file(bench.form, bench.file("k.bin", std::string(0x1000, 'k')), bench.code);
+    load_file(bench.shell, bench.file("k.bin", std::string(0x1000, 'k')), bench.code);
     EXPECT_EQ(bench.form.vscFile[0].min(), 0);
     EXPECT_EQ(bench.form.vscFile[0].max(), 0xFFF / 16 - 3);
     EXPECT_EQ(bench.form.vscFile[0].value(), bench.form.vscFile[0].max());
@@ -94,7 +94,7 @@ TEST(BufferView, ASpanOfLessThanThreeLinesDoesNotScroll)
 {
     Bench bench{"Juniper-60"};
     bench.form.txtAP_FileStart.set_text("1E0");
-    load_file(bench.form, bench.file("k.bin", "k"), bench.code);
+    load_file(bench.shell, bench.file("k.bin", "k"), bench.code);
     EXPECT_EQ(bench.code.view_low, 0x1E0);
     EXPECT_EQ(bench.code.view_high, 0x1FF);
     EXPECT_EQ(bench.form.vscFile[0].max(), 0);

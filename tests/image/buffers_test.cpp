@@ -36,8 +36,8 @@ TEST(Buffers, CodeIsAddressableTo12000AndDataTo10000)
 TEST(ClearBuffer, BringsBackAnEmptyKilobyte)
 {
     Bench bench{"Juniper-60"};
-    load_file(bench.form, fixture("hundred_bytes.hex"), bench.code);
-    clear_buffer(bench.form, 0xA5, bench.code);
+    load_file(bench.shell, fixture("hundred_bytes.hex"), bench.code);
+    clear_buffer(bench.shell, 0xA5, bench.code);
     EXPECT_TRUE(all_are(bench.code.data, 0xA5));
     EXPECT_EQ(bench.code.low, 0);
     EXPECT_EQ(bench.code.high, 1023);
@@ -45,15 +45,15 @@ TEST(ClearBuffer, BringsBackAnEmptyKilobyte)
     EXPECT_EQ(bench.code.view_high, 1023);
     EXPECT_EQ(bench.code.checksum, 0);
     EXPECT_FALSE(bench.code.loaded);
-    EXPECT_FALSE(bench.form.file_loaded);
+    EXPECT_FALSE(bench.shell.file_loaded);
 }
 
 TEST(ClearBuffer, ResetsTheControlsOfTheCodeBuffer)
 {
     Bench bench{"Juniper-60"};
     bench.dialogs.choices.push_back(fixture("hundred_bytes.hex"));
-    comLoadFile_Click(bench.form);
-    clear_buffer(bench.form, 0, bench.code);
+    comLoadFile_Click(bench.shell);
+    clear_buffer(bench.shell, 0, bench.code);
     EXPECT_EQ(bench.form.Frame7.caption(), "Program File: ");
     EXPECT_EQ(bench.form.txtFileCheckSum.text(), "");
     EXPECT_EQ(bench.form.vscFile[0].value(), 0);
@@ -65,10 +65,10 @@ TEST(ClearBuffer, ResetsTheControlsOfTheCodeBuffer)
 TEST(ClearBuffer, ClearingTheEepromBufferLeavesFileLoaded)
 {
     Bench bench{"Juniper-60Q"};
-    load_file(bench.form, fixture("hundred_bytes.hex"), bench.data);
+    load_file(bench.shell, fixture("hundred_bytes.hex"), bench.data);
     bench.form.frmDataFlash.set_caption("Data File: x");
-    clear_buffer(bench.form, 0, bench.data);
-    EXPECT_TRUE(bench.form.file_loaded);
+    clear_buffer(bench.shell, 0, bench.data);
+    EXPECT_TRUE(bench.shell.file_loaded);
     EXPECT_FALSE(bench.data.loaded);
     EXPECT_EQ(bench.form.frmDataFlash.caption(), "Data File: ");
     EXPECT_EQ(bench.form.txtDataFileCheckSum.text(), "");
@@ -79,7 +79,7 @@ TEST(ClearBuffer, DrawsNoMoreThan62LinesHoweverManyFit)
 {
     Bench bench{"Juniper-60"};
     bench.code.view_lines = 100;
-    clear_buffer(bench.form, 0, bench.code);
+    clear_buffer(bench.shell, 0, bench.code);
     const std::string& dump = bench.form.txtBuffer2.text();
     EXPECT_EQ(std::count(dump.begin(), dump.end(), '\n'), 62);
     EXPECT_EQ(dump.substr(dump.size() - 59, 6), "0003D0");
@@ -89,7 +89,7 @@ TEST(LoadParameters, AnEmptyTextMeansZero)
 {
     Bench bench{"Juniper-60"};
     bench.form.txtAP_FileStart.set_text("  ");
-    read_load_parameters(bench.form, bench.code);
+    read_load_parameters(bench.shell, bench.code);
     EXPECT_EQ(bench.code.start, 0);
 }
 
@@ -97,7 +97,7 @@ TEST(LoadParameters, FourDigitsFrom8000UpComeNegativeAndAreCorrectedForTheLoad)
 {
     Bench bench{"Juniper-60"};
     bench.form.txtAP_FileStart.set_text(" 8000 ");
-    read_load_parameters(bench.form, bench.code);
+    read_load_parameters(bench.shell, bench.code);
     EXPECT_EQ(bench.code.start, -0x8000);
     EXPECT_EQ(load_base(bench.code.start), 0x8000);
     EXPECT_EQ(load_base(-1), 0xFFFF);
@@ -107,7 +107,7 @@ TEST(LoadParameters, FiveDigitsAreNotCorrected)
 {
     Bench bench{"Juniper-60"};
     bench.form.txtAP_FileStart.set_text("10000");
-    read_load_parameters(bench.form, bench.code);
+    read_load_parameters(bench.shell, bench.code);
     EXPECT_EQ(bench.code.start, 0x10000);
     EXPECT_EQ(load_base(bench.code.start), 0x10000);
 }
@@ -117,8 +117,8 @@ TEST(LoadParameters, EachBufferHasItsOwnControls)
     Bench bench{"Juniper-60Q"};
     bench.form.txtDataFileStart.set_text("20");
     bench.form.cheClearDataBuffer.set_value(true);
-    read_load_parameters(bench.form, bench.data);
-    read_load_parameters(bench.form, bench.code);
+    read_load_parameters(bench.shell, bench.data);
+    read_load_parameters(bench.shell, bench.code);
     EXPECT_EQ(bench.data.start, 0x20);
     EXPECT_TRUE(bench.data.clear_first);
     EXPECT_EQ(bench.code.start, 0);
@@ -128,15 +128,15 @@ TEST(LoadParameters, EachBufferHasItsOwnControls)
 TEST(StartAddress, PastTheDeviceTheCodeLoadIsRefusedAndNothingChanges)
 {
     Bench bench{"Juniper-60"}; // its data flash would end at F3FF
-    load_file(bench.form, fixture("hundred_bytes.hex"), bench.code);
+    load_file(bench.shell, fixture("hundred_bytes.hex"), bench.code);
     bench.form.txtAP_FileStart.set_text("10000");
-    EXPECT_FALSE(load_file(bench.form, fixture("overlapping_records.hex"), bench.code));
+    EXPECT_FALSE(load_file(bench.shell, fixture("overlapping_records.hex"), bench.code));
     ASSERT_EQ(bench.dialogs.shown.size(), 1U);
     EXPECT_EQ(bench.box_text(0), "缓冲区起始地址超出有效空间。");
     EXPECT_EQ(bench.code.data[0], 1);
     EXPECT_EQ(bench.code.data[99], 100);
     EXPECT_EQ(bench.code.checksum, 5050);
-    EXPECT_TRUE(bench.form.file_loaded);
+    EXPECT_TRUE(bench.shell.file_loaded);
     EXPECT_TRUE(bench.code.loaded);
 }
 
@@ -144,7 +144,7 @@ TEST(StartAddress, RefusalOfTheEepromLoadSpeaksBothLanguages)
 {
     Bench bench{"Juniper-60Q"}; // F000 to F3FF: offsets up to 3FF
     bench.form.txtDataFileStart.set_text("400");
-    EXPECT_FALSE(load_file(bench.form, fixture("hundred_bytes.hex"), bench.data));
+    EXPECT_FALSE(load_file(bench.shell, fixture("hundred_bytes.hex"), bench.data));
     EXPECT_EQ(
         bench.box_text(0), "Start Buffer Address exceeded the valid scope. \n        缓冲区起始地址超出有效空间。");
     EXPECT_FALSE(bench.data.loaded);
@@ -154,19 +154,19 @@ TEST(StartAddress, TheLastByteOfTheEepromIsStillAStart)
 {
     Bench bench{"Juniper-60Q"};
     bench.form.txtDataFileStart.set_text("3FF");
-    read_load_parameters(bench.form, bench.data);
-    EXPECT_TRUE(start_address_fits(bench.form, bench.data));
+    read_load_parameters(bench.shell, bench.data);
+    EXPECT_TRUE(start_address_fits(bench.shell, bench.data));
     EXPECT_TRUE(bench.dialogs.shown.empty());
 }
 
 TEST(StartAddress, EnglishRefusalsAreTheSameForBothBuffers)
 {
     Bench bench{"Juniper-60Q"};
-    bench.form.language_is_english = true;
+    bench.shell.language_is_english = true;
     bench.form.txtAP_FileStart.set_text("10000");
     bench.form.txtDataFileStart.set_text("400");
-    load_file(bench.form, fixture("hundred_bytes.hex"), bench.code);
-    load_file(bench.form, fixture("hundred_bytes.hex"), bench.data);
+    load_file(bench.shell, fixture("hundred_bytes.hex"), bench.code);
+    load_file(bench.shell, fixture("hundred_bytes.hex"), bench.data);
     EXPECT_EQ(bench.box_text(0), "Start Buffer Address exceeded the valid scope. \n");
     EXPECT_EQ(bench.box_text(1), "Start Buffer Address exceeded the valid scope. \n");
 }
@@ -175,15 +175,15 @@ TEST(StartAddress, From8000ToFFFFItPassesTheRefusalOnASmallModelToo)
 {
     Bench bench{"Hazel-1"};
     bench.form.txtAP_FileStart.set_text("8000");
-    read_load_parameters(bench.form, bench.code);
-    EXPECT_TRUE(start_address_fits(bench.form, bench.code));
+    read_load_parameters(bench.shell, bench.code);
+    EXPECT_TRUE(start_address_fits(bench.shell, bench.code));
 }
 
 TEST(Merge, WithAFileOpenAndTheClearBoxOffALoadAdds)
 {
     Bench bench{"Juniper-60"};
-    load_file(bench.form, bench.file("a.hex", image_test::hex_line(0x100, {1, 2}) + image_test::end_line), bench.code);
-    load_file(bench.form, bench.file("b.hex", image_test::hex_line(0x800, {9}) + image_test::end_line), bench.code);
+    load_file(bench.shell, bench.file("a.hex", image_test::hex_line(0x100, {1, 2}) + image_test::end_line), bench.code);
+    load_file(bench.shell, bench.file("b.hex", image_test::hex_line(0x800, {9}) + image_test::end_line), bench.code);
     EXPECT_EQ(bench.code.data[0x100], 1);
     EXPECT_EQ(bench.code.data[0x800], 9);
     EXPECT_EQ(bench.code.view_low, 0);
@@ -193,8 +193,8 @@ TEST(Merge, WithAFileOpenAndTheClearBoxOffALoadAdds)
 TEST(Merge, ShowsTheChecksumOfTheLastFileNotTheSumOfBoth)
 {
     Bench bench{"Juniper-60"};
-    load_file(bench.form, fixture("hundred_bytes.hex"), bench.code);
-    load_file(bench.form, fixture("overlapping_records.hex"), bench.code);
+    load_file(bench.shell, fixture("hundred_bytes.hex"), bench.code);
+    load_file(bench.shell, fixture("overlapping_records.hex"), bench.code);
     EXPECT_EQ(bench.code.checksum, 12);
     EXPECT_EQ(bench.form.txtFileCheckSum.text(), "000000CH       ");
     EXPECT_EQ(bench.code.data[50], 51) << "the first file is still there";
@@ -203,8 +203,8 @@ TEST(Merge, ShowsTheChecksumOfTheLastFileNotTheSumOfBoth)
 TEST(Merge, AShorterSecondFileKeepsTheSpanAndShrinksTheLength)
 {
     Bench bench{"Juniper-60"};
-    load_file(bench.form, bench.file("long.bin", std::string(0x1000, 'x')), bench.code);
-    load_file(bench.form, bench.file("short.bin", "y"), bench.code);
+    load_file(bench.shell, bench.file("long.bin", std::string(0x1000, 'x')), bench.code);
+    load_file(bench.shell, bench.file("short.bin", "y"), bench.code);
     EXPECT_EQ(bench.code.high, 511);
     EXPECT_EQ(bench.code.view_high, 0xFFF);
 }
@@ -212,9 +212,9 @@ TEST(Merge, AShorterSecondFileKeepsTheSpanAndShrinksTheLength)
 TEST(Merge, WithTheClearBoxOnALoadReplaces)
 {
     Bench bench{"Juniper-60"};
-    load_file(bench.form, bench.file("long.bin", std::string(0x1000, 'x')), bench.code);
+    load_file(bench.shell, bench.file("long.bin", std::string(0x1000, 'x')), bench.code);
     bench.form.cheClearAP_Buffer.set_value(true);
-    load_file(bench.form, bench.file("short.bin", "y"), bench.code);
+    load_file(bench.shell, bench.file("short.bin", "y"), bench.code);
     EXPECT_EQ(bench.code.data[0], 'y');
     EXPECT_EQ(bench.code.data[1], 0);
     EXPECT_EQ(bench.code.view_low, 0);
@@ -225,7 +225,7 @@ TEST(Merge, WithoutAFileOpenALoadReplacesEvenWithTheClearBoxOff)
 {
     Bench bench{"Juniper-60"};
     fill_buffer(0x77, bench.code);
-    load_file(bench.form, fixture("overlapping_records.hex"), bench.code);
+    load_file(bench.shell, fixture("overlapping_records.hex"), bench.code);
     EXPECT_EQ(bench.code.data[6], 0);
 }
 
@@ -233,7 +233,7 @@ TEST(Merge, AReplacedImageThatBeginsHighIsViewedFromThere)
 {
     Bench bench{"Juniper-60"};
     bench.form.txtAP_FileStart.set_text("1000");
-    load_file(bench.form, bench.file("k.bin", std::string(0x400, 'k')), bench.code);
+    load_file(bench.shell, bench.file("k.bin", std::string(0x400, 'k')), bench.code);
     EXPECT_EQ(bench.code.view_low, 0x1000);
     EXPECT_EQ(bench.code.view_high, 0x13FF);
 }
@@ -241,7 +241,7 @@ TEST(Merge, AReplacedImageThatBeginsHighIsViewedFromThere)
 TEST(EffectiveLength, AHundredBytesShow512)
 {
     Bench bench{"Juniper-60"};
-    load_file(bench.form, fixture("hundred_bytes.hex"), bench.code);
+    load_file(bench.shell, fixture("hundred_bytes.hex"), bench.code);
     EXPECT_EQ(bench.code.high, 511);
     EXPECT_EQ(bench.form.Label7[1].caption(), "程序文件有效长度：512");
     EXPECT_EQ(bench.form.Label7[2].caption(), "数据文件有效长度：");
@@ -250,7 +250,7 @@ TEST(EffectiveLength, AHundredBytesShow512)
 TEST(EffectiveLength, TheEepromFileHasItsOwnLabel)
 {
     Bench bench{"Juniper-60Q"};
-    load_file(bench.form, bench.file("d.bin", std::string(600, 'd')), bench.data);
+    load_file(bench.shell, bench.file("d.bin", std::string(600, 'd')), bench.data);
     EXPECT_EQ(bench.form.Label7[2].caption(), "数据文件有效长度：600");
 }
 

@@ -131,23 +131,23 @@ TEST(DownloadPlan, FirmwareDoesNotEraseWhenAnyOfItsConditionsFails)
 TEST(DownloadPlan, TheFormsPlanTakesTheConnectedChipAndTheWholeSpanOfTheCodeBuffer)
 {
     Bench bench{"Juniper-60Q"};
-    load_file(bench.form, bench.file("long.bin", std::string(0x3000, 'x')), bench.code);
-    load_file(bench.form, bench.file("short.bin", "y"), bench.code);
-    bench.form.connected = model("Hazel-4R");
-    bench.form.target.fw_letter = "D";
-    bench.form.target.fw_version = "5.4";
-    EXPECT_TRUE(download_plan(bench.form, 0));
-    EXPECT_EQ(bench.form.plan.file_to, 0x2FFF);
-    EXPECT_EQ(bench.form.plan.ap_to, 0x0FFF);
-    EXPECT_EQ(bench.form.plan.data_to, 5119);
+    load_file(bench.shell, bench.file("long.bin", std::string(0x3000, 'x')), bench.code);
+    load_file(bench.shell, bench.file("short.bin", "y"), bench.code);
+    bench.shell.connected = model("Hazel-4R");
+    bench.shell.target.fw_letter = "D";
+    bench.shell.target.fw_version = "5.4";
+    EXPECT_TRUE(download_plan(bench.shell, 0));
+    EXPECT_EQ(bench.shell.plan.file_to, 0x2FFF);
+    EXPECT_EQ(bench.shell.plan.ap_to, 0x0FFF);
+    EXPECT_EQ(bench.shell.plan.data_to, 5119);
 }
 
 TEST(DownloadPlan, ANewPlanWithinTheFirmwaresReachDoesNotOverflow)
 {
     Bench bench{"Juniper-60Q"};
-    bench.form.connected = model("Juniper-60Q");
-    bench.form.target.fw_letter = "G";
-    bench.form.target.fw_version = "6.3";
-    EXPECT_FALSE(download_plan(bench.form, 5));
-    EXPECT_TRUE(bench.form.plan.erase_by_firmware);
+    bench.shell.connected = model("Juniper-60Q");
+    bench.shell.target.fw_letter = "G";
+    bench.shell.target.fw_version = "6.3";
+    EXPECT_FALSE(download_plan(bench.shell, 5));
+    EXPECT_TRUE(bench.shell.plan.erase_by_firmware);
 }

@@ -17,7 +17,7 @@ struct WatchBench : Bench {
     {
         dialogs.choices.push_back(file("lamp.bin", "old"));
         written = std::filesystem::last_write_time(path());
-        comLoadFile_Click(form);
+        comLoadFile_Click(shell);
         form.cekReloadFileWhileFileChange.set_value(true);
     }
     std::string path() const { return folder + "/lamp.bin"; }
@@ -36,37 +36,37 @@ struct WatchBench : Bench {
 TEST(FileWatch, TheFirstLookOnlyRemembersTheFile)
 {
     WatchBench bench;
-    EXPECT_FALSE(watch_code_file(bench.form));
-    EXPECT_EQ(bench.form.loader.reload_watch_path, bench.path());
-    EXPECT_FALSE(bench.form.loader.reload_watch_stamp.empty());
+    EXPECT_FALSE(watch_code_file(bench.shell));
+    EXPECT_EQ(bench.shell.loader.reload_watch_path, bench.path());
+    EXPECT_FALSE(bench.shell.loader.reload_watch_stamp.empty());
 }
 
 TEST(FileWatch, AnUnchangedFileIsLeftAlone)
 {
     WatchBench bench;
-    watch_code_file(bench.form);
+    watch_code_file(bench.shell);
     bench.code.data[0] = 'e'; // edited by hand
-    EXPECT_FALSE(watch_code_file(bench.form));
+    EXPECT_FALSE(watch_code_file(bench.shell));
     EXPECT_EQ(bench.code.data[0], 'e');
 }
 
 TEST(FileWatch, AChangedFileIsLoadedOnce)
 {
     WatchBench bench;
-    watch_code_file(bench.form);
+    watch_code_file(bench.shell);
     bench.compile("new");
-    EXPECT_TRUE(watch_code_file(bench.form));
+    EXPECT_TRUE(watch_code_file(bench.shell));
     EXPECT_EQ(bench.code.data[0], 'n');
-    EXPECT_FALSE(watch_code_file(bench.form));
+    EXPECT_FALSE(watch_code_file(bench.shell));
 }
 
 TEST(FileWatch, AFileChosenSinceTheLastLookIsOnlyRemembered)
 {
     WatchBench bench;
-    watch_code_file(bench.form);
-    take_path(bench.form, BufferKind::code, bench.file("other.bin", "other"));
-    EXPECT_FALSE(watch_code_file(bench.form));
-    EXPECT_EQ(bench.form.loader.reload_watch_path, bench.folder + "/other.bin");
+    watch_code_file(bench.shell);
+    take_path(bench.shell, BufferKind::code, bench.file("other.bin", "other"));
+    EXPECT_FALSE(watch_code_file(bench.shell));
+    EXPECT_EQ(bench.shell.loader.reload_watch_path, bench.folder + "/other.bin");
     EXPECT_EQ(bench.code.data[0], 'o') << "still the o of old";
     EXPECT_EQ(bench.code.data[1], 'l');
 }
@@ -74,45 +74,45 @@ TEST(FileWatch, AFileChosenSinceTheLastLookIsOnlyRemembered)
 TEST(FileWatch, WithTheBoxOffNothingHappens)
 {
     WatchBench bench;
-    watch_code_file(bench.form);
+    watch_code_file(bench.shell);
     bench.compile("new");
     bench.form.cekReloadFileWhileFileChange.set_value(false);
-    EXPECT_FALSE(watch_code_file(bench.form));
+    EXPECT_FALSE(watch_code_file(bench.shell));
     EXPECT_EQ(bench.code.data[0], 'o');
 }
 
 TEST(FileWatch, WithoutAnOpenFileNothingHappens)
 {
     WatchBench bench;
-    watch_code_file(bench.form);
+    watch_code_file(bench.shell);
     bench.compile("new");
-    clear_buffer(bench.form, 0, bench.code);
-    EXPECT_FALSE(watch_code_file(bench.form));
-    EXPECT_FALSE(bench.form.file_loaded);
+    clear_buffer(bench.shell, 0, bench.code);
+    EXPECT_FALSE(watch_code_file(bench.shell));
+    EXPECT_FALSE(bench.shell.file_loaded);
 }
 
 TEST(FileWatch, AFileThatIsGoneForAMomentIsWaitedFor)
 {
     WatchBench bench;
-    watch_code_file(bench.form);
+    watch_code_file(bench.shell);
     std::filesystem::remove(bench.path());
-    EXPECT_FALSE(watch_code_file(bench.form));
+    EXPECT_FALSE(watch_code_file(bench.shell));
     EXPECT_TRUE(bench.dialogs.shown.empty());
     bench.compile("new");
-    EXPECT_TRUE(watch_code_file(bench.form));
+    EXPECT_TRUE(watch_code_file(bench.shell));
     EXPECT_EQ(bench.code.data[0], 'n');
 }
 
 TEST(FileWatch, WhileASequenceRunsTheBytesStayAndTheChangeIsSeenAfterwards)
 {
     WatchBench bench;
-    watch_code_file(bench.form);
+    watch_code_file(bench.shell);
     bench.compile("new");
-    bench.form.job.sequence_running = true;
-    EXPECT_FALSE(watch_code_file(bench.form));
+    bench.shell.job.sequence_running = true;
+    EXPECT_FALSE(watch_code_file(bench.shell));
     EXPECT_EQ(bench.code.data[0], 'o');
-    bench.form.job.sequence_running = false;
-    EXPECT_TRUE(watch_code_file(bench.form));
+    bench.shell.job.sequence_running = false;
+    EXPECT_TRUE(watch_code_file(bench.shell));
     EXPECT_EQ(bench.code.data[0], 'n');
 }
 
@@ -120,10 +120,10 @@ TEST(FileWatch, OnlyTheCodeFileIsReloadedWhicheverFileWasChosenLast)
 {
     WatchBench bench;
     const std::string data = bench.file("data.bin", "data");
-    take_path(bench.form, BufferKind::data, data);
-    watch_code_file(bench.form);
+    take_path(bench.shell, BufferKind::data, data);
+    watch_code_file(bench.shell);
     std::filesystem::last_write_time(data, bench.written + std::chrono::seconds{5});
-    EXPECT_TRUE(watch_code_file(bench.form));
-    EXPECT_EQ(bench.form.loader.current_path, bench.path());
+    EXPECT_TRUE(watch_code_file(bench.shell));
+    EXPECT_EQ(bench.shell.loader.current_path, bench.path());
     EXPECT_FALSE(bench.data.loaded);
 }

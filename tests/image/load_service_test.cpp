@@ -63,7 +63,7 @@ std::string many_lines(int byte, int count)
 TEST(LoadService, ALongFileServesEventsByElapsedTime)
 {
     SlowBench bench{"Juniper-60"};
-    load_file(bench.form, bench.file("long.hex", many_lines(1, 4096)), bench.code);
+    load_file(bench.shell, bench.file("long.hex", many_lines(1, 4096)), bench.code);
     EXPECT_GT(bench.loop.served, 1);
     EXPECT_EQ(bench.code.data[0x3FFF], 1);
 }
@@ -72,7 +72,7 @@ TEST(LoadService, AFileThatIsReadInAMomentServesNone)
 {
     SlowBench bench{"Juniper-60"};
     bench.loop.cost_us = 1;
-    load_file(bench.form, bench.file("long.hex", many_lines(1, 4096)), bench.code);
+    load_file(bench.shell, bench.file("long.hex", many_lines(1, 4096)), bench.code);
     EXPECT_EQ(bench.loop.served, 0);
     EXPECT_EQ(bench.code.data[0x3FFF], 1);
 }
@@ -80,12 +80,12 @@ TEST(LoadService, AFileThatIsReadInAMomentServesNone)
 TEST(LoadService, ABufferClearedMeanwhileStaysCleared)
 {
     SlowBench bench{"Juniper-60"};
-    bench.loop.act = [&] { clear_buffer(bench.form, 0, bench.code); };
-    EXPECT_FALSE(load_file(bench.form, bench.file("long.hex", many_lines(1, 4096)), bench.code));
+    bench.loop.act = [&] { clear_buffer(bench.shell, 0, bench.code); };
+    EXPECT_FALSE(load_file(bench.shell, bench.file("long.hex", many_lines(1, 4096)), bench.code));
     EXPECT_EQ(bench.code.data[0x3FFF], 0);
     EXPECT_EQ(bench.code.data[0], 0);
     EXPECT_FALSE(bench.code.loaded);
-    EXPECT_FALSE(bench.form.file_loaded);
+    EXPECT_FALSE(bench.shell.file_loaded);
     EXPECT_FALSE(bench.dialogs.busy);
 }
 
@@ -94,21 +94,21 @@ TEST(LoadService, AFileOpenedMeanwhileIsTheOneThatStands)
     SlowBench bench{"Juniper-60"};
     const std::string later = bench.file("later.bin", "later");
     bench.form.cheClearAP_Buffer.set_value(true);
-    bench.loop.act = [&] { load_file(bench.form, later, bench.code); };
-    EXPECT_TRUE(load_file(bench.form, bench.file("long.hex", many_lines(1, 4096)), bench.code));
+    bench.loop.act = [&] { load_file(bench.shell, later, bench.code); };
+    EXPECT_TRUE(load_file(bench.shell, bench.file("long.hex", many_lines(1, 4096)), bench.code));
     EXPECT_EQ(bench.code.data[0], 'l');
     EXPECT_EQ(bench.code.data[0x100], 0);
     EXPECT_EQ(bench.code.high, 511);
     EXPECT_TRUE(bench.code.loaded);
-    EXPECT_TRUE(bench.form.file_loaded);
+    EXPECT_TRUE(bench.shell.file_loaded);
 }
 
 TEST(LoadService, AnEepromFileOpenedMeanwhileDoesNotDisturbTheCode)
 {
     SlowBench bench{"Juniper-60Q"};
     const std::string eeprom = bench.file("eeprom.bin", "eeprom");
-    bench.loop.act = [&] { load_file(bench.form, eeprom, bench.data); };
-    EXPECT_TRUE(load_file(bench.form, bench.file("long.hex", many_lines(1, 4096)), bench.code));
+    bench.loop.act = [&] { load_file(bench.shell, eeprom, bench.data); };
+    EXPECT_TRUE(load_file(bench.shell, bench.file("long.hex", many_lines(1, 4096)), bench.code));
     EXPECT_EQ(bench.code.data[0x3FFF], 1);
     EXPECT_EQ(bench.data.data[0], 'e');
 }
@@ -117,16 +117,17 @@ TEST(LoadService, AReloadWhileABoxAboutAChecksumIsOpenIsTheOneThatStands)
 {
     SlowBench bench{"Juniper-60"};
     ActingDialogs dialogs;
-    MainForm form{Platform{bench.loop, bench.ports, dialogs, bench.settings}};
-    form.selected = bench.form.selected;
+    Shell shell{Platform{bench.loop, bench.ports, dialogs, bench.settings}};
+    MainForm& form = shell.form;
+    shell.selected = bench.shell.selected;
     form.LabISP_reange[1].set_caption("EFFF");
     form.cheClearAP_Buffer.set_value(true);
     const std::string later = bench.file("later.bin", "later");
-    dialogs.act = [&] { load_file(form, later, form.code_buffer); };
-    load_file(form, image_test::fixture("three_bad_checksums.hex"), form.code_buffer);
+    dialogs.act = [&] { load_file(shell, later, shell.code_buffer); };
+    load_file(shell, image_test::fixture("three_bad_checksums.hex"), shell.code_buffer);
     EXPECT_EQ(dialogs.boxes, 1);
-    EXPECT_EQ(form.code_buffer.data[0], 'l');
-    EXPECT_TRUE(form.file_loaded);
+    EXPECT_EQ(shell.code_buffer.data[0], 'l');
+    EXPECT_TRUE(shell.file_loaded);
     EXPECT_FALSE(dialogs.busy);
 }
 
@@ -134,14 +135,15 @@ TEST(LoadService, AReloadWhileARangeMessageIsOpenIsTheOneThatStands)
 {
     SlowBench bench{"Juniper-60Q"};
     ActingDialogs dialogs;
-    MainForm form{Platform{bench.loop, bench.ports, dialogs, bench.settings}};
-    form.selected = bench.form.selected;
+    Shell shell{Platform{bench.loop, bench.ports, dialogs, bench.settings}};
+    MainForm& form = shell.form;
+    shell.selected = bench.shell.selected;
     form.LabISP_reange[1].set_caption("EFFF");
     form.cheClearAP_Buffer.set_value(true);
     const std::string later = bench.file("later.bin", "later");
-    dialogs.act = [&] { load_file(form, later, form.code_buffer); };
-    load_file(form, bench.file("long.bin", std::string(0xF800, 'x')), form.code_buffer);
+    dialogs.act = [&] { load_file(shell, later, shell.code_buffer); };
+    load_file(shell, bench.file("long.bin", std::string(0xF800, 'x')), shell.code_buffer);
     EXPECT_EQ(dialogs.boxes, 1);
-    EXPECT_EQ(form.code_buffer.high, 511);
-    EXPECT_EQ(form.code_buffer.view_high, 511);
+    EXPECT_EQ(shell.code_buffer.high, 511);
+    EXPECT_EQ(shell.code_buffer.view_high, 511);
 }

@@ -1,6 +1,6 @@
 #include "image/project_format.h"
 
-#include "form/file_buffer.h"
+#include "image/file_buffer.h"
 
 #include <gtest/gtest.h>
 

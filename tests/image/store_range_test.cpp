@@ -34,7 +34,7 @@ struct StoreBench : Bench {
     {
         form.txt_Start_Address.set_text(start);
         form.txt_length.set_text(length);
-        comStoreFile_Click(form);
+        comStoreFile_Click(shell);
     }
     std::string path() const { return folder + "/range.bin"; }
 };
@@ -133,7 +133,7 @@ TEST(StoreRange, RefusalsAreSaidUnderEachOtherInBothLanguagesAndAskForNoFile)
 TEST(StoreRange, RefusalsInEnglishHaveTheFirstLineAlone)
 {
     StoreBench bench;
-    bench.form.language_is_english = true;
+    bench.shell.language_is_english = true;
     bench.store("0000", "");
     bench.store("FFFF", "00002");
     EXPECT_EQ(bench.box_text(0), "The file size is too small.");
@@ -143,7 +143,7 @@ TEST(StoreRange, RefusalsInEnglishHaveTheFirstLineAlone)
 TEST(StoreRange, AFileThatCannotBeWrittenIsToldByName)
 {
     StoreBench bench;
-    bench.form.language_is_english = true;
+    bench.shell.language_is_english = true;
     bench.dialogs.choices.push_back(bench.folder + "/missing/range.bin");
     bench.store("0000", "1");
     ASSERT_EQ(bench.dialogs.shown.size(), 1U);

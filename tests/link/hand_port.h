@@ -2,7 +2,7 @@
 // the pieces of an arrival matter.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/shell.h"
 #include "link/receive.h"
 #include "platform/scripted_dialogs.h"
 #include "sim/virtual_loop.h"
@@ -51,16 +51,17 @@ struct HandLink {
     HandPorts ports;
     vrk::ScriptedDialogs dialogs;
     vrk::MemoryStore settings;
-    vrk::MainForm form{vrk::Platform{loop, ports, dialogs, settings}};
+    vrk::Shell shell{vrk::Platform{loop, ports, dialogs, settings}};
+    vrk::MainForm& form = shell.form;
 
     HandLink()
     {
-        form.MSComm1.port_paths = {"hand"};
+        shell.MSComm1.port_paths = {"hand"};
         form.combCommPort.set_items({"hand"});
         form.combCommPort.choose(0);
-        form.MSComm1.on_comm = [this] { vrk::on_comm(form); };
-        form.MSComm1.open();
-        form.link.accept_frames = true;
+        shell.MSComm1.on_comm = [this] { vrk::on_comm(shell); };
+        shell.MSComm1.open();
+        shell.link.accept_frames = true;
     }
 
     // One receive event with these bytes.

@@ -14,30 +14,30 @@ namespace {
 struct Pair : HandLink {
     explicit Pair(const char* selected)
     {
-        load_mcu_tables(form.mcu_table, false);
-        form.selected = record(selected);
-        form.beside = beside_record(form.selected);
+        load_mcu_tables(shell.mcu_table, false);
+        shell.selected = record(selected);
+        shell.beside = beside_record(shell.selected);
         form.txtDevice.set_text(selected);
-        form.language_is_english = true;
-        form.file_loaded = true;
+        shell.language_is_english = true;
+        shell.file_loaded = true;
     }
     McuRecord record(const char* name) const
     {
-        const auto found = locate_mcu_by_name(form.mcu_table, name);
-        return found ? read_mcu_row(form.mcu_table, found->series, found->row) : McuRecord{};
+        const auto found = locate_mcu_by_name(shell.mcu_table, name);
+        return found ? read_mcu_row(shell.mcu_table, found->series, found->row) : McuRecord{};
     }
     // A chip of this letter that reports this id, as the catalogue knows it.
     bool takes(char letter, const std::string& id)
     {
-        form.target = TargetFacts{};
-        form.target.fw_letter = std::string(1, letter);
-        form.target.target_id_hi = id.substr(0, 2);
-        form.target.target_id_lo = id.size() > 2 ? id.substr(2, 2) : "";
-        const FoundRow found = find_mcu_by_id(form.mcu_table, id);
-        form.target.target_name = found.name;
-        form.target.identified = !found.name.empty();
-        form.connected = form.target.identified ? record(found.name.c_str()) : McuRecord{};
-        return model_matches(form);
+        shell.target = TargetFacts{};
+        shell.target.fw_letter = std::string(1, letter);
+        shell.target.target_id_hi = id.substr(0, 2);
+        shell.target.target_id_lo = id.size() > 2 ? id.substr(2, 2) : "";
+        const FoundRow found = find_mcu_by_id(shell.mcu_table, id);
+        shell.target.target_name = found.name;
+        shell.target.identified = !found.name.empty();
+        shell.connected = shell.target.identified ? record(found.name.c_str()) : McuRecord{};
+        return model_matches(shell);
     }
 };
 
@@ -57,11 +57,11 @@ TEST_P(EveryLetter, TakesItsOwnAndNoOther)
 {
     const LetterCase& row = GetParam();
     Pair pair(row.selected);
-    EXPECT_EQ(pair.form.selected.mcu_id, row.id);
+    EXPECT_EQ(pair.shell.selected.mcu_id, row.id);
     EXPECT_TRUE(pair.takes(row.letter, row.id));
     EXPECT_FALSE(pair.takes(row.letter, row.other_id));
     Pair wrong_family(row.of_another_family);
-    EXPECT_FALSE(wrong_family.takes(row.letter, wrong_family.form.selected.mcu_id));
+    EXPECT_FALSE(wrong_family.takes(row.letter, wrong_family.shell.selected.mcu_id));
 }
 
 // clang-format off
@@ -86,15 +86,15 @@ INSTANTIATE_TEST_SUITE_P(WithAnIdTest, EveryLetter, ::testing::Values(
 TEST(LetterL, TakesAnOakByItsId)
 {
     Pair pair("Oak-20V");
-    EXPECT_TRUE(pair.takes('L', pair.form.selected.mcu_id));
+    EXPECT_TRUE(pair.takes('L', pair.shell.selected.mcu_id));
     EXPECT_FALSE(pair.takes('L', "D17E"));
 }
 
 TEST(LetterS, TakesAWillowByEitherId)
 {
     Pair pair("Willow-12R");
-    EXPECT_TRUE(pair.takes('S', pair.form.selected.mcu_id));
-    pair.form.selected.alt_id = "D4AB";
+    EXPECT_TRUE(pair.takes('S', pair.shell.selected.mcu_id));
+    pair.shell.selected.alt_id = "D4AB";
     EXPECT_TRUE(pair.takes('S', "D4AB"));
     EXPECT_FALSE(pair.takes('S', "D401"));
 }
@@ -102,7 +102,7 @@ TEST(LetterS, TakesAWillowByEitherId)
 TEST(LetterI, TakesNoOlderId)
 {
     Pair pair("Juniper-60Q");
-    pair.form.selected.alt_id = "D1FE";
+    pair.shell.selected.alt_id = "D1FE";
     EXPECT_FALSE(pair.takes('I', "D1FE"));
     EXPECT_TRUE(pair.takes('I', "D17E"));
 }
@@ -110,13 +110,13 @@ TEST(LetterI, TakesNoOlderId)
 TEST(LettersJQAndR, TakeAnOlderId)
 {
     Pair larch("Larch-12V");
-    larch.form.selected.alt_id = "D2AB";
+    larch.shell.selected.alt_id = "D2AB";
     EXPECT_TRUE(larch.takes('J', "D2AB"));
     Pair poplar("Poplar-4L");
-    poplar.form.selected.alt_id = "F3FB";
+    poplar.shell.selected.alt_id = "F3FB";
     EXPECT_TRUE(poplar.takes('Q', "F3FB"));
     Pair holly("Holly-4");
-    holly.form.selected.alt_id = "F3FB";
+    holly.shell.selected.alt_id = "F3FB";
     EXPECT_TRUE(holly.takes('R', "F3FB"));
 }
 
@@ -124,7 +124,7 @@ TEST(LetterZ, WantsSeries18)
 {
     Pair pair("Juniper-60Q");
     EXPECT_FALSE(pair.takes('Z', "D17E"));
-    pair.form.selected.series = 18;
+    pair.shell.selected.series = 18;
     EXPECT_TRUE(pair.takes('Z', "D17E"));
 }
 
@@ -195,9 +195,9 @@ TEST(ModelCheck, TellsAMismatchAndClosesTheFile)
 {
     Pair pair("Juniper-60Q");
     EXPECT_FALSE(pair.takes('I', "D17C"));
-    EXPECT_FALSE(model_check(pair.form));
+    EXPECT_FALSE(model_check(pair.shell));
     EXPECT_EQ(pair.dialogs.beeps, 3);
-    EXPECT_FALSE(pair.form.file_loaded);
+    EXPECT_FALSE(pair.shell.file_loaded);
     ASSERT_EQ(pair.dialogs.shown.size(), 1U);
     EXPECT_EQ("\n" + pair.dialogs.shown[0].box.text, pair.form.textMsg.text());
 }
@@ -206,7 +206,7 @@ TEST(ModelCheck, OfTheRightModelSaysNothing)
 {
     Pair pair("Juniper-60Q");
     EXPECT_TRUE(pair.takes('I', "D17E"));
-    EXPECT_TRUE(model_check(pair.form));
+    EXPECT_TRUE(model_check(pair.shell));
     EXPECT_EQ(pair.form.textMsg.text(), "");
-    EXPECT_TRUE(pair.form.file_loaded);
+    EXPECT_TRUE(pair.shell.file_loaded);
 }

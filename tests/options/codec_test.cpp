@@ -173,16 +173,16 @@ TEST(OptionCodec, Family14HasNoTableAndChangesNothing)
 {
     PanelBench bench;
     bench.select_series(14);
-    bench.form.options.option_bytes[1][0] = 0x5A;
-    build_option_bytes(bench.form);
+    bench.shell.options.option_bytes[1][0] = 0x5A;
+    build_option_bytes(bench.shell);
     EXPECT_EQ(bench.byte(1), 0x5A);
-    EXPECT_EQ(find_key(bench.form, "Clew"), -1);
+    EXPECT_EQ(find_key(bench.shell, "Clew"), -1);
 }
 
 TEST(OptionCodec, PanelAsItComesUpGivesItsDefaults)
 {
     PanelBench bench("Juniper-60Q");
-    build_option_bytes(bench.form);
+    build_option_bytes(bench.shell);
     EXPECT_EQ(bench.byte(0), 0xFF);
     EXPECT_EQ(bench.byte(1), 0x7F); // the extra reset delay
     EXPECT_EQ(bench.byte(2), 0xF7); // stops in idle; divider 256
@@ -196,21 +196,21 @@ TEST(OptionCodec, ChosenButtonsOfThePanelGoIntoTheirBits)
     bench.choose("Option3", 1);
     bench.choose("Option4", 0);
     bench.choose("Option11", 0);
-    build_option_bytes(bench.form);
+    build_option_bytes(bench.shell);
     EXPECT_EQ(bench.byte(8), 0xF7 & ~3); // pins must be 0/0, data flash cleared
     EXPECT_EQ(bench.byte(3), 0xFF & ~0x28); // runs at power-up, stops in idle
-    EXPECT_TRUE(is_chosen(bench.form, "Power_On_Run_WDT_YES"));
-    EXPECT_FALSE(is_chosen(bench.form, "Power_On_Run_WDT_NO"));
+    EXPECT_TRUE(is_chosen(bench.shell, "Power_On_Run_WDT_YES"));
+    EXPECT_FALSE(is_chosen(bench.shell, "Power_On_Run_WDT_NO"));
 }
 
 TEST(OptionCodec, SpeedChoiceOfTheOlderFamiliesIsASnapshot)
 {
     PanelBench bench("Rowan-4", true);
-    build_option_bytes(bench.form);
-    EXPECT_FALSE(is_chosen(bench.form, "Double_speed_YES"));
+    build_option_bytes(bench.shell);
+    EXPECT_FALSE(is_chosen(bench.shell, "Double_speed_YES"));
     bench.choose("Option0", 0);
-    build_option_bytes(bench.form);
-    EXPECT_TRUE(is_chosen(bench.form, "Double_speed_YES"));
+    build_option_bytes(bench.shell);
+    EXPECT_TRUE(is_chosen(bench.shell, "Double_speed_YES"));
     EXPECT_EQ(bench.byte(1), 0xFC);
 }
 
@@ -220,7 +220,7 @@ TEST(OptionCodec, AllChoicesOfPage2LieInByte1)
     for (const char* button : {"Option0", "Option1", "Option4", "Option5", "Option10", "Option11"})
         bench.choose(button, 0);
     bench.choose("Option3", 1);
-    build_option_bytes(bench.form);
+    build_option_bytes(bench.shell);
     EXPECT_EQ(bench.byte(1), 0x00);
     EXPECT_EQ(bench.byte(8), 0xFF);
 }
@@ -237,7 +237,7 @@ TEST(OptionCodec, WatchdogDividerIsAFieldOfItsByte)
     EXPECT_EQ(watchdog_byte(2), -1);
     PanelBench bench("Larch-8");
     bench.form.comWDT_Prescalar[0].set_text("8");
-    build_option_bytes(bench.form);
+    build_option_bytes(bench.shell);
     EXPECT_EQ(bench.byte(2) & 7, 2);
     EXPECT_EQ(watchdog_divider(static_cast<std::int16_t>(bench.byte(2))), 8);
 }
@@ -245,10 +245,10 @@ TEST(OptionCodec, WatchdogDividerIsAFieldOfItsByte)
 TEST(OptionCodec, WakeUpDividerIsAFieldOfByte3)
 {
     PanelBench bench("Maple-5");
-    build_option_bytes(bench.form);
+    build_option_bytes(bench.shell);
     EXPECT_EQ(bench.byte(3), 0xFF);
     bench.form.comWDT_Prescalar[1].set_text("4096");
-    build_option_bytes(bench.form);
+    build_option_bytes(bench.shell);
     EXPECT_EQ(bench.byte(3), 0xCF);
     EXPECT_EQ(rc30k_code("8192"), 1);
     EXPECT_EQ(rc30k_code("anything"), 3);
@@ -257,19 +257,19 @@ TEST(OptionCodec, WakeUpDividerIsAFieldOfByte3)
 TEST(OptionCodec, Row16MovesAwayInTheSixteenByteFamilies)
 {
     PanelBench bench("Willow-2");
-    build_option_bytes(bench.form);
+    build_option_bytes(bench.shell);
     EXPECT_EQ(bench.byte(16), 255);
-    EXPECT_EQ(bench.form.options.spare_row_16, 255);
+    EXPECT_EQ(bench.shell.options.spare_row_16, 255);
 }
 
 TEST(OptionCodec, BuildForgetsTheBuildBefore)
 {
     PanelBench bench("Elm-8");
     bench.choose("Option4", 0);
-    build_option_bytes(bench.form);
+    build_option_bytes(bench.shell);
     EXPECT_EQ(bench.byte(16), 0xFE);
     bench.choose("Option4", 1);
-    build_option_bytes(bench.form);
+    build_option_bytes(bench.shell);
     EXPECT_EQ(bench.byte(16), 0xFF);
 }
 
@@ -277,10 +277,10 @@ TEST(OptionCodec, RowsThatOnlyHoldAPlaceHaveNoSnapshotAndNoEffect)
 {
     PanelBench bench("Elm-8");
     bench.form.Option3[0].set_value(true);
-    snapshot_controls(bench.form);
+    snapshot_controls(bench.shell);
     const int note = bench.row("Clear_EEPROM_Spite") + 1;
-    EXPECT_EQ(bench.form.option_table.cell(4, note + 2, OptionColumn::key), "Clew");
-    EXPECT_EQ(bench.form.option_table.cell(4, note + 2, OptionColumn::snapshot), "");
+    EXPECT_EQ(bench.shell.option_table.cell(4, note + 2, OptionColumn::key), "Clew");
+    EXPECT_EQ(bench.shell.option_table.cell(4, note + 2, OptionColumn::snapshot), "");
 }
 
 TEST(OptionCodec, TeaksThreeWaysUseTwoBits)

@@ -43,22 +43,22 @@ struct LetterBench : PanelBench {
     LetterBench(char letter, const char* version, bool english = true)
         : PanelBench("Juniper-60Q", english)
     {
-        form.target.fw_letter = std::string(1, letter);
-        form.target.fw_version = version;
-        form.target.target_name = "Juniper-60Q";
-        form.target.identified = true;
-        form.connected = form.selected;
+        shell.target.fw_letter = std::string(1, letter);
+        shell.target.fw_version = version;
+        shell.target.target_name = "Juniper-60Q";
+        shell.target.identified = true;
+        shell.connected = shell.selected;
     }
 
     // Decodes a frame whose byte n holds 100 + n, and compares all rows.
     void expect_rows(const Layout& layout, int length)
     {
-        form.link.rx_buffer[2] = static_cast<std::uint8_t>(length);
+        shell.link.rx_buffer[2] = static_cast<std::uint8_t>(length);
         for (std::size_t i = 3; i < 70; ++i)
-            form.link.rx_buffer[i] = static_cast<std::uint8_t>(100 + i);
-        for (std::int16_t& row : form.options.status_bytes)
+            shell.link.rx_buffer[i] = static_cast<std::uint8_t>(100 + i);
+        for (std::int16_t& row : shell.options.status_bytes)
             row = untouched;
-        decode_status_frame(form, StatusLayout::power_up);
+        decode_status_frame(shell, StatusLayout::power_up);
         for (std::size_t row = 0; row < 16; ++row) {
             const int byte = layout.byte_of_row[row];
             std::int16_t wanted = untouched;
@@ -66,8 +66,8 @@ struct LetterBench : PanelBench {
                 wanted = static_cast<std::int16_t>(100 + byte);
             else if (row == 0 && layout.row_0_is_255)
                 wanted = 255;
-            EXPECT_EQ(form.options.status_bytes[row], wanted)
-                << "letter " << form.target.fw_letter << " version " << layout.version << " length " << length
+            EXPECT_EQ(shell.options.status_bytes[row], wanted)
+                << "letter " << shell.target.fw_letter << " version " << layout.version << " length " << length
                 << " row " << row;
         }
     }
@@ -76,7 +76,7 @@ struct LetterBench : PanelBench {
     std::vector<std::string> report()
     {
         form.textMsg.set_text("");
-        report_options(form);
+        report_options(shell);
         std::vector<std::string> lines;
         const std::string& text = form.textMsg.text();
         for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1)) {
@@ -105,7 +105,7 @@ TEST_P(EveryLetter, FillsItsRowsFromEveryLength)
 TEST_P(EveryLetter, FillsSixteenRowsInTheSixteenRowFamilies)
 {
     LetterBench bench(GetParam(), sixteen_rows.version);
-    bench.form.connected.series = 15;
+    bench.shell.connected.series = 15;
     for (const int length : lengths)
         bench.expect_rows(sixteen_rows, length);
 }
@@ -118,15 +118,15 @@ TEST_P(EveryLetter, ReportsTheRowsThatHold)
     for (const bool english : {false, true}) {
         LetterBench bench(GetParam(), "6.0", english);
         for (int round = 0; round < 200; ++round) {
-            for (std::int16_t& row : bench.form.options.status_bytes)
+            for (std::int16_t& row : bench.shell.options.status_bytes)
                 row = static_cast<std::int16_t>(random() % 256);
-            const auto status = std::to_array(bench.form.options.status_bytes);
+            const auto status = std::to_array(bench.shell.options.status_bytes);
             const std::vector<std::string> said = bench.report();
-            const OptionPage page = option_page_of_letter(bench.form.target.fw_letter);
+            const OptionPage page = option_page_of_letter(bench.shell.target.fw_letter);
             std::vector<std::string> wanted;
             for (int row = 0; row <= page.last_row; ++row) {
                 const auto cell = [&](OptionColumn column) {
-                    return bench.form.option_table.cell(page.page, row, column);
+                    return bench.shell.option_table.cell(page.page, row, column);
                 };
                 const std::string code = cell(OptionColumn::bit_code);
                 const std::string words = cell(OptionColumn::report);
@@ -145,7 +145,7 @@ TEST_P(EveryLetter, ReportsTheRowsThatHold)
                 }
             }
             ASSERT_EQ(said, wanted);
-            ASSERT_EQ(std::to_array(bench.form.options.status_bytes), status) << "a report changes no byte";
+            ASSERT_EQ(std::to_array(bench.shell.options.status_bytes), status) << "a report changes no byte";
         }
     }
 }

@@ -14,18 +14,18 @@ struct ReportBench : PanelBench {
     ReportBench(const char* model, const char* letter, bool english = true)
         : PanelBench(model, english)
     {
-        form.connected = form.selected;
-        form.target.identified = true;
-        form.target.target_name = model;
-        form.target.fw_letter = letter;
-        form.target.fw_version = "6.0";
-        for (std::int16_t& byte : form.options.status_bytes)
+        shell.connected = shell.selected;
+        shell.target.identified = true;
+        shell.target.target_name = model;
+        shell.target.fw_letter = letter;
+        shell.target.fw_version = "6.0";
+        for (std::int16_t& byte : shell.options.status_bytes)
             byte = 255;
     }
     std::string said()
     {
         form.textMsg.set_text("");
-        report_options(form);
+        report_options(shell);
         return form.textMsg.text();
     }
     long lines()
@@ -85,10 +85,10 @@ TEST(OptionReport, OfAnErasedJuniperTellsEveryChoice)
 TEST(OptionReport, TellsTheOtherSideOfEveryBit)
 {
     ReportBench bench("Juniper-60Q", "I");
-    bench.form.options.status_bytes[0] = 0xBE;
-    bench.form.options.status_bytes[1] = 0x3D;
-    bench.form.options.status_bytes[2] = 0x52;
-    bench.form.options.status_bytes[8] = 0xFC;
+    bench.shell.options.status_bytes[0] = 0xBE;
+    bench.shell.options.status_bytes[1] = 0x3D;
+    bench.shell.options.status_bytes[2] = 0x52;
+    bench.shell.options.status_bytes[8] = 0xFC;
     EXPECT_EQ(bench.said(),
         "\nNext Power-Up-Reset, use On-Chip R/C clock"
         "\nRESET/P4.7 is used as P4.7"
@@ -106,7 +106,7 @@ TEST(OptionReport, TellsTheOtherSideOfEveryBit)
 TEST(OptionReport, OfLetterCIsReadFromByte1)
 {
     ReportBench bench("Rowan-4", "C", false);
-    bench.form.options.status_bytes[1] = 0xFE;
+    bench.shell.options.status_bytes[1] = 0xFE;
     EXPECT_EQ(bench.said(),
         "\nDouble speed / 双倍速:           6T/双倍速"
         "\n振荡放大器增益:                  full gain"
@@ -122,7 +122,7 @@ TEST(OptionReport, OfLetterCInEnglishEndsBeforeTheLastRow)
 {
     ReportBench bench("Rowan-4", "N");
     EXPECT_EQ(bench.said().find("ALE pin"), std::string::npos);
-    bench.form.options.status_bytes[1] = 0xDF;
+    bench.shell.options.status_bytes[1] = 0xDF;
     EXPECT_TRUE(bench.said().ends_with("\nALE pin P4.5"));
 }
 
@@ -152,7 +152,7 @@ TEST(OptionReport, TellsTheVoltagesOfLetterAndSupply)
     ReportBench bench("Elm-8", "E");
     EXPECT_NE(bench.said().find("\nLow Voltage Reset, when MCU-VCC < 3.3V\n"), std::string::npos);
     ReportBench oak("Oak-8L", "L", false);
-    oak.form.options.status_bytes[0] = 0xBF;
+    oak.shell.options.status_bytes[0] = 0xBF;
     EXPECT_NE(oak.said().find("\n电源电压低于 2.4V 复位\n"), std::string::npos);
     ReportBench willow("Willow-2", "J", false);
     EXPECT_NE(willow.said().find("\n电源电压低于 3.8V 复位\n"), std::string::npos);
@@ -163,28 +163,28 @@ TEST(OptionReport, TellsTheVoltagesOfLetterAndSupply)
 TEST(OptionReport, OfLetterRTakesByte12ForByte8AndPutsItBack)
 {
     ReportBench bench("Larch-8", "R");
-    bench.form.options.status_bytes[8] = 0x11;
-    bench.form.options.status_bytes[12] = 0xFE;
+    bench.shell.options.status_bytes[8] = 0x11;
+    bench.shell.options.status_bytes[12] = 0xFE;
     EXPECT_NE(bench.said().find("P1.0/P1.1 need = 0/0 when Programming"), std::string::npos);
-    EXPECT_EQ(bench.form.options.status_bytes[8], 0x11);
-    EXPECT_EQ(bench.form.options.status_bytes[12], 0xFE);
+    EXPECT_EQ(bench.shell.options.status_bytes[8], 0x11);
+    EXPECT_EQ(bench.shell.options.status_bytes[12], 0xFE);
 }
 
 TEST(OptionReport, SaysNothingForALetterWithoutAPage)
 {
     ReportBench bench("Juniper-60Q", "M");
     EXPECT_EQ(bench.said(), "");
-    bench.form.target.fw_letter = "";
+    bench.shell.target.fw_letter = "";
     EXPECT_EQ(bench.said(), "");
 }
 
 TEST(OptionReport, DividerOfTheWatchdogIsReadFromTheFieldThatIsWritten)
 {
     ReportBench hazel("Hazel-1", "H");
-    hazel.form.options.status_bytes[3] = 0xFC;
+    hazel.shell.options.status_bytes[3] = 0xFC;
     EXPECT_NE(hazel.said().find("Prescalar value of WatchDog Timer: 32"), std::string::npos);
     ReportBench maple("Maple-1", "K");
-    maple.form.options.status_bytes[2] = 0xF8;
+    maple.shell.options.status_bytes[2] = 0xF8;
     EXPECT_NE(maple.said().find("Prescalar value of WatchDog Timer: 2"), std::string::npos);
     EXPECT_EQ(maple.cell("WDT_Prescalar", OptionColumn::snapshot), "2");
 }
@@ -192,7 +192,7 @@ TEST(OptionReport, DividerOfTheWatchdogIsReadFromTheFieldThatIsWritten)
 TEST(OptionReport, MarksTheDividerWhereTheWatchdogRunsAtPowerUp)
 {
     ReportBench bench("Maple-1", "K");
-    bench.form.options.status_bytes[2] = 0xDB;
+    bench.shell.options.status_bytes[2] = 0xDB;
     EXPECT_NE(bench.said().find("Prescalar value of WatchDog Timer: 16"), std::string::npos);
     EXPECT_EQ(bench.cell("WDT_Prescalar", OptionColumn::snapshot), "1");
 }
@@ -201,7 +201,7 @@ TEST(OptionReport, ComesAfterTheHeader)
 {
     ReportBench bench("Juniper-60Q", "I");
     bench.form.textMsg.set_text("");
-    report_status(bench.form);
+    report_status(bench.shell);
     EXPECT_EQ(
         bench.form.textMsg.text().find("\nMCU Type is: Juniper-60Q\nMCU Firmware Version: 6.0I\nNext Power-Up"), 0U);
 }
@@ -220,10 +220,10 @@ TEST(CheckPage, ForgetsTheChipBefore)
 {
     ReportBench bench("Juniper-60Q", "I");
     bench.said();
-    bench.form.target.fw_letter = "C";
+    bench.shell.target.fw_letter = "C";
     bench.said();
     EXPECT_EQ(bench.label(10), "");
-    clear_check_page(bench.form);
+    clear_check_page(bench.shell);
     EXPECT_EQ(bench.label(1), "");
     EXPECT_TRUE(bench.form.LabLock[0].visible());
     EXPECT_TRUE(bench.form.LabLock[15].visible());
@@ -232,13 +232,13 @@ TEST(CheckPage, ForgetsTheChipBefore)
 TEST(CheckPage, OfTheOldestFirmwareHasThreeLines)
 {
     ReportBench bench("Alder-32", "A");
-    bench.form.link.rx_buffer[22] = 8;
-    report_old_firmware(bench.form);
+    bench.shell.link.rx_buffer[22] = 8;
+    report_old_firmware(bench.shell);
     EXPECT_EQ(bench.label(1), "MCU Type is:                      Alder-32");
     EXPECT_EQ(bench.label(2), "MCU Firmware Version / MCU 固件版本号: 6.0A");
     EXPECT_EQ(bench.label(3), "Double speed (6 clock) / 双倍速:       Yes");
-    bench.form.target.fw_letter = "B";
-    report_old_firmware(bench.form);
+    bench.shell.target.fw_letter = "B";
+    report_old_firmware(bench.shell);
     EXPECT_EQ(bench.label(3), "Double speed (6 clock) / 双倍速:     Unknown");
 }
 
@@ -246,6 +246,6 @@ TEST(CheckPage, OfNewerFirmwareIsLeftAloneByTheOldOne)
 {
     ReportBench bench("Juniper-60Q", "I");
     bench.said();
-    report_old_firmware(bench.form);
+    report_old_firmware(bench.shell);
     EXPECT_EQ(bench.label(1), " MCU: Juniper-60Q  Firmware Version: 6.0I");
 }

@@ -26,16 +26,17 @@ struct PanelBench {
     sim::SimPortDriver ports{loop};
     ScriptedDialogs dialogs;
     MemoryStore settings;
-    MainForm form{Platform{loop, ports, dialogs, settings}};
+    Shell shell{Platform{loop, ports, dialogs, settings}};
+    MainForm& form = shell.form;
 
     explicit PanelBench(bool english = true)
     {
-        form.language_is_english = english;
-        load_mcu_tables(form.mcu_table, false);
-        load_option_tables(form.option_table, english);
-        fill_divider_lists(form);
-        fill_rc_lists(form);
-        fill_pin_lists(form);
+        shell.language_is_english = english;
+        load_mcu_tables(shell.mcu_table, false);
+        load_option_tables(shell.option_table, english);
+        fill_divider_lists(shell);
+        fill_rc_lists(shell);
+        fill_pin_lists(shell);
     }
     explicit PanelBench(const char* model, bool english = true)
         : PanelBench(english)
@@ -45,24 +46,24 @@ struct PanelBench {
 
     void select(const char* model)
     {
-        ASSERT_NE(find_mcu_by_name(form, model, form.selected), "") << model;
-        select_series(form.selected.series);
+        ASSERT_NE(find_mcu_by_name(shell, model, shell.selected), "") << model;
+        select_series(shell.selected.series);
     }
     // Families that the catalogue offers no model of.
     void select_series(std::int16_t series)
     {
-        form.selected.series = series;
-        form.series_is_15_16_17 = series_is_15_16_17(series);
-        form.series_is_15_16 = series_is_15_16(series);
-        form.option_family = option_family(series);
-        build_option_panel(form);
+        shell.selected.series = series;
+        shell.series_is_15_16_17 = series_is_15_16_17(series);
+        shell.series_is_15_16 = series_is_15_16(series);
+        shell.option_family = option_family(series);
+        build_option_panel(shell);
     }
 
-    int page() const { return option_page_of_series(form.selected.series).page; }
-    int row(std::string_view key) const { return find_key(form, key); }
+    int page() const { return option_page_of_series(shell.selected.series).page; }
+    int row(std::string_view key) const { return find_key(shell, key); }
     std::string cell(std::string_view key, OptionColumn column) const
     {
-        return form.option_table.cell(page(), row(key), column);
+        return shell.option_table.cell(page(), row(key), column);
     }
     // A click of the user on a button.
     void choose(std::string_view control, int index)
@@ -70,9 +71,9 @@ struct PanelBench {
         auto* button = dynamic_cast<OptionButton*>(form.controls.find(control, index));
         ASSERT_NE(button, nullptr);
         button->set_value(true);
-        option_button_click(form, std::stoi(std::string{control.substr(6)}), index);
+        option_button_click(shell, std::stoi(std::string{control.substr(6)}), index);
     }
-    int byte(int row) const { return form.options.option_bytes[row][0]; }
+    int byte(int row) const { return shell.options.option_bytes[row][0]; }
 };
 
 } // namespace vrk

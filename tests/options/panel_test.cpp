@@ -4,10 +4,10 @@ using namespace vrk;
 
 namespace {
 
-std::string shown_strips(const MainForm& form)
+std::string shown_strips(const Shell& shell)
 {
     std::string strips;
-    for (const Frame& strip : form.Picture2)
+    for (const Frame& strip : shell.form.Picture2)
         strips += strip.visible() ? "1" : "0";
     return strips;
 }
@@ -17,7 +17,7 @@ std::string shown_strips(const MainForm& form)
 TEST(OptionPanel, OfAModelShowsTheStripsOfItsPage)
 {
     PanelBench bench("Juniper-60Q");
-    EXPECT_EQ(shown_strips(bench.form), "11111100111110");
+    EXPECT_EQ(shown_strips(bench.shell), "11111100111110");
     EXPECT_EQ(bench.form.LabOption[0].caption(), "MCU Clock:");
     EXPECT_EQ(bench.form.Option0[1].caption(), "External Crystal/Clock");
     EXPECT_TRUE(bench.form.Option0[1].value());
@@ -31,7 +31,7 @@ TEST(OptionPanel, OfAModelShowsTheStripsOfItsPage)
 TEST(OptionPanel, HidesTheButtonsOfANote)
 {
     PanelBench bench("Oak-8");
-    EXPECT_EQ(shown_strips(bench.form), "11111111111110");
+    EXPECT_EQ(shown_strips(bench.shell), "11111111111110");
     EXPECT_EQ(bench.form.LabOption[9].caption(), "MCU Clock >12MHz select High");
     EXPECT_FALSE(bench.form.Option9[0].visible());
     EXPECT_FALSE(bench.form.Option7[1].visible());
@@ -44,7 +44,7 @@ TEST(OptionPanel, LeavesNothingOfTheModelBefore)
     PanelBench bench("Oak-8");
     bench.form.textMsg.set_text("Program OK");
     bench.select("Aspen-8");
-    EXPECT_EQ(shown_strips(bench.form), "00000000000000");
+    EXPECT_EQ(shown_strips(bench.shell), "00000000000000");
     EXPECT_FALSE(bench.form.Option0[0].visible());
     EXPECT_FALSE(bench.form.Option12[0].visible());
     EXPECT_FALSE(bench.form.comWDT_Prescalar[1].visible());
@@ -74,21 +74,21 @@ TEST(OptionPanel, OfTheOldestFamiliesCarriesANote)
 TEST(OptionPanel, OfAModelWithFixedOptionsTellsThem)
 {
     PanelBench bench("Hazel-5");
-    ASSERT_TRUE(bench.form.selected.cap_no_option_write);
+    ASSERT_TRUE(bench.shell.selected.cap_no_option_write);
     EXPECT_EQ(bench.form.FrameX[3].caption(), "Step4: Options");
     EXPECT_EQ(bench.form.LabOption[0].caption(), "Next Power-Up-Reset, use External Crystal/Clock");
     EXPECT_EQ(bench.form.LabOption[6].caption(), "Next Cold Start WatchDog did not start.");
     EXPECT_TRUE(bench.form.LabOption[6].visible());
     EXPECT_FALSE(bench.form.Option0[0].visible());
-    EXPECT_EQ(shown_strips(bench.form), "11111110000000");
+    EXPECT_EQ(shown_strips(bench.shell), "11111110000000");
 }
 
 TEST(OptionPanel, OfFixedOptionsTellsThemInTheWordsOfTheFamily)
 {
     PanelBench bench("Larch-2L");
     bench.select("Larch-8");
-    bench.form.selected.cap_no_option_write = true;
-    build_option_panel(bench.form);
+    bench.shell.selected.cap_no_option_write = true;
+    build_option_panel(bench.shell);
     EXPECT_EQ(bench.form.LabOption[1].caption(), "RESET/P4.7 is used as RESET");
     EXPECT_EQ(bench.form.LabOption[6].caption(), "Low Voltage Reset, when MCU-VCC < 3.3V");
     EXPECT_FALSE(bench.form.Option1[0].visible());
@@ -106,10 +106,10 @@ TEST(OptionPanel, ChoosesTheDividersFromTheirLists)
 TEST(OptionPanel, OfSmallModelsHasNoStripsAtTheEndOfTheUpperStackAndTheInternalClock)
 {
     PanelBench bench("Elm-8");
-    EXPECT_EQ(shown_strips(bench.form), "11100000111110");
+    EXPECT_EQ(shown_strips(bench.shell), "11100000111110");
     EXPECT_TRUE(bench.form.Option0[0].value());
     bench.select("Elm-24");
-    EXPECT_EQ(shown_strips(bench.form), "11111000111110");
+    EXPECT_EQ(shown_strips(bench.shell), "11111000111110");
     EXPECT_TRUE(bench.form.Option0[1].value());
 }
 
@@ -159,8 +159,8 @@ TEST(OptionPanel, CanBeChangedOnlyWhileNothingRunsAndNothingIsLocked)
     EXPECT_TRUE(bench.form.Option0[0].enabled());
     EXPECT_TRUE(bench.form.txtDevice.enabled());
     for (std::int16_t state = 1; state <= 3; ++state) {
-        bench.form.job.panel_state = state;
-        apply_options_to_controls(bench.form);
+        bench.shell.job.panel_state = state;
+        apply_options_to_controls(bench.shell);
         EXPECT_FALSE(bench.form.Option0[0].enabled()) << state;
         EXPECT_FALSE(bench.form.comWDT_Prescalar[0].enabled()) << state;
         EXPECT_FALSE(bench.form.txtDevice.enabled()) << state;
@@ -180,23 +180,23 @@ TEST(OptionPanel, LeavesTheDataFileAloneWhereThereIsNoDataFlash)
 TEST(LowVoltageDefault, OfChineseUsersGoesByTheModel)
 {
     PanelBench bench("Elm-8", false);
-    change_low_voltage_default(bench.form, "Elm-8");
-    build_option_panel(bench.form);
+    change_low_voltage_default(bench.shell, "Elm-8");
+    build_option_panel(bench.shell);
     EXPECT_TRUE(bench.form.Option8[1].value());
-    change_low_voltage_default(bench.form, "Elm-Series");
-    build_option_panel(bench.form);
+    change_low_voltage_default(bench.shell, "Elm-Series");
+    build_option_panel(bench.shell);
     EXPECT_TRUE(bench.form.Option8[0].value());
     bench.select("Fir-8R");
-    change_low_voltage_default(bench.form, "Fir-8R");
-    build_option_panel(bench.form);
+    change_low_voltage_default(bench.shell, "Fir-8R");
+    build_option_panel(bench.shell);
     EXPECT_TRUE(bench.form.Option8[0].value());
 }
 
 TEST(LowVoltageDefault, OfEnglishUsersStaysAsThePageHasIt)
 {
     PanelBench bench("Elm-8");
-    change_low_voltage_default(bench.form, "Elm-8");
-    build_option_panel(bench.form);
+    change_low_voltage_default(bench.shell, "Elm-8");
+    build_option_panel(bench.shell);
     EXPECT_TRUE(bench.form.Option8[0].value());
 }
 
@@ -227,11 +227,11 @@ TEST(OptionDependencies, WatchdogThatAResetStopsSwitchesItsRowsOff)
 {
     PanelBench bench("Birch-8", false);
     ASSERT_TRUE(bench.form.Option10[1].value());
-    option_button_click(bench.form, 9, 0);
+    option_button_click(bench.shell, 9, 0);
     EXPECT_FALSE(bench.form.Option11[0].enabled());
     EXPECT_FALSE(bench.form.LabOption[11].enabled());
     bench.form.Option10[0].set_value(true);
-    option_button_click(bench.form, 9, 0);
+    option_button_click(bench.shell, 9, 0);
     EXPECT_TRUE(bench.form.Option11[0].enabled());
 }
 

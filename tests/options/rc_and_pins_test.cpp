@@ -21,13 +21,13 @@ TEST(RcLists, HoldTheFrequenciesAsStored)
 TEST(RcSetting, DividerFollowsTheBandAndTheSettingIsSaved)
 {
     PanelBench bench("Poplar-1", false);
-    bench.form.Timer3.stop();
+    bench.shell.Timer3.stop();
     bench.form.com_RC_frequency[1].choose(1);
-    com_RC_frequency_Click(bench.form);
+    com_RC_frequency_Click(bench.shell);
     EXPECT_EQ(bench.form.com_RC_frequency[3].index_chosen(), 3);
-    EXPECT_TRUE(bench.form.Timer3.enabled());
+    EXPECT_TRUE(bench.shell.Timer3.enabled());
     bench.form.com_RC_frequency[1].choose(2);
-    com_RC_frequency_Click(bench.form);
+    com_RC_frequency_Click(bench.shell);
     EXPECT_EQ(bench.form.com_RC_frequency[3].index_chosen(), 4);
 }
 
@@ -38,12 +38,12 @@ TEST(RcSetting, GoesIntoBytes1And3And4)
     bench.form.com_RC_frequency[2].choose(5);
     bench.form.com_RC_frequency[4].choose(0);
     bench.form.txt_RC_frequency.set_text("77");
-    build_option_bytes(bench.form);
+    build_option_bytes(bench.shell);
     EXPECT_EQ(bench.byte(3), 2 * 64 + 48 + 5);
     EXPECT_EQ(bench.byte(4), 77);
     EXPECT_EQ(bench.byte(1) & 7, 7);
     bench.form.com_RC_frequency[4].choose(6);
-    build_option_bytes(bench.form);
+    build_option_bytes(bench.shell);
     EXPECT_EQ(bench.byte(1) & 7, 1);
 }
 
@@ -52,7 +52,7 @@ TEST(RcSetting, NoLowVoltageChosenIsFive)
     PanelBench bench("Poplar-1", false);
     EXPECT_EQ(bench.form.com_RC_frequency[4].index_chosen(), -1);
     bench.form.txt_RC_frequency.set_text("not a number");
-    build_option_bytes(bench.form);
+    build_option_bytes(bench.shell);
     EXPECT_EQ(bench.byte(1) & 7, 5);
     EXPECT_EQ(bench.byte(4), 0);
 }
@@ -61,7 +61,7 @@ TEST(RcSetting, TouchesNoByteOfOtherFamilies)
 {
     PanelBench bench("Larch-8");
     bench.form.com_RC_frequency[1].choose(0);
-    build_option_bytes(bench.form);
+    build_option_bytes(bench.shell);
     EXPECT_EQ(bench.byte(3), 255);
     EXPECT_EQ(bench.byte(4), 255);
 }
@@ -85,7 +85,7 @@ TEST(LowVoltageList, GoesByTheSupply)
     bench.select("Holly-1L");
     EXPECT_EQ(bench.form.com_RC_frequency[4].items().back(), "1.89");
     bench.select("Larch-8");
-    fill_low_voltage_list(bench.form, 0);
+    fill_low_voltage_list(bench.shell, 0);
     EXPECT_TRUE(bench.form.com_RC_frequency[4].items().empty());
 }
 
@@ -105,8 +105,8 @@ TEST(OptionPins, OnOnePinWarnEachTimeAlsoIfSwitchedOff)
     bench.form.opt_External_WDT[0].set_value(true);
     bench.form.comb_485_pin.choose(3);
     bench.form.comb_External_WDT.choose(3);
-    comb_485_pin_Click(bench.form);
-    comb_External_WDT_Click(bench.form);
+    comb_485_pin_Click(bench.shell);
+    comb_External_WDT_Click(bench.shell);
     ASSERT_EQ(bench.dialogs.shown.size(), 2U);
     EXPECT_EQ(bench.dialogs.shown[0].box.text, "请不要用同一个 I/O 口线控制 485 和 外部看门狗。");
     EXPECT_EQ(bench.form.comb_485_pin.index_chosen(), 3);
@@ -115,33 +115,33 @@ TEST(OptionPins, OnOnePinWarnEachTimeAlsoIfSwitchedOff)
 TEST(OptionPins, ApartDoNotWarnAndTheSettingIsSaved)
 {
     PanelBench bench;
-    bench.form.Timer3.stop();
+    bench.shell.Timer3.stop();
     bench.form.comb_External_WDT.choose(1);
     bench.form.comb_485_pin.choose(3);
-    comb_485_pin_Click(bench.form);
+    comb_485_pin_Click(bench.shell);
     EXPECT_TRUE(bench.dialogs.shown.empty());
-    EXPECT_TRUE(bench.form.Timer3.enabled());
+    EXPECT_TRUE(bench.shell.Timer3.enabled());
 }
 
 TEST(OptionPins, AreChosenOnlyWhereTheyAreUsed)
 {
     PanelBench bench;
     bench.form.opt_485_pin[0].set_value(true);
-    opt_485_pin_Click(bench.form);
+    opt_485_pin_Click(bench.shell);
     EXPECT_FALSE(bench.form.comb_485_pin.enabled());
     EXPECT_FALSE(bench.form.opt_485_logic[1].enabled());
     bench.form.opt_485_pin[1].set_value(true);
-    opt_485_pin_Click(bench.form);
+    opt_485_pin_Click(bench.shell);
     EXPECT_TRUE(bench.form.comb_485_pin.enabled());
     EXPECT_TRUE(bench.form.Lab_485_pin.enabled());
     bench.form.opt_External_WDT[0].set_value(true);
-    opt_External_WDT_Click(bench.form);
+    opt_External_WDT_Click(bench.shell);
     EXPECT_FALSE(bench.form.comb_External_WDT.enabled());
     bench.form.opt_ISP_DEMO_WDT[0].set_value(true);
-    opt_ISP_DEMO_WDT_Click(bench.form);
+    opt_ISP_DEMO_WDT_Click(bench.shell);
     EXPECT_FALSE(bench.form.comb_WDT.enabled());
     bench.form.opt_ISP_DEMO_WDT[1].set_value(true);
-    opt_ISP_DEMO_WDT_Click(bench.form);
+    opt_ISP_DEMO_WDT_Click(bench.shell);
     EXPECT_TRUE(bench.form.comb_WDT.enabled());
 }
 

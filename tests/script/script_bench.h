@@ -26,7 +26,7 @@ struct ScriptBench : Bench {
     explicit ScriptBench(bool stop_at_failure = true)
         : Bench("Juniper-60Q")
         , power(chip)
-        , runner({form, dialogs, &power,
+        , runner({shell, dialogs, &power,
               [this]() -> std::optional<std::string> {
                   if (lines.empty()) {
                       runner.end();
@@ -44,7 +44,7 @@ struct ScriptBench : Bench {
     {
         lines = std::move(script);
         loop.before_sleep = [this] { return runner.turn(); };
-        while (!form.unloaded || form.job.sequence_running)
+        while (!shell.unloaded || shell.job.sequence_running)
             loop.yield();
         loop.before_sleep = nullptr;
     }

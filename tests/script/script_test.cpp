@@ -171,7 +171,7 @@ TEST(Script, WaitIdleFailsWhenTheSequenceDoesNotEnd)
     ScriptBench bench(false);
     bench.run({"choose " + sample, "click comLoadFile", "click comDownload(0)", "wait-idle 1000"});
     EXPECT_EQ(bench.error(3), "a sequence still runs after 1000 ms");
-    EXPECT_TRUE(bench.form.unloaded); // the end of the script stops it
+    EXPECT_TRUE(bench.shell.unloaded); // the end of the script stops it
 }
 
 TEST(Script, ListsControlsWithTheirTypes)

@@ -7,20 +7,20 @@ using namespace vrk;
 
 namespace {
 
-std::vector<std::string> family_texts(const MainForm& form)
+std::vector<std::string> family_texts(const Shell& shell)
 {
     std::vector<std::string> texts;
-    for (const Tree::Node& node : form.TreeViewDevice.nodes()) {
+    for (const Tree::Node& node : shell.form.TreeViewDevice.nodes()) {
         if (node.parent.empty())
             texts.push_back(node.text);
     }
     return texts;
 }
 
-std::string tab(const MainForm& form, const char* key)
+std::string tab(const Shell& shell, const char* key)
 {
-    const int found = form.TabStrip2.find(key);
-    return form.TabStrip2.tabs()[static_cast<std::size_t>(found)].caption;
+    const int found = shell.form.TabStrip2.find(key);
+    return shell.form.TabStrip2.tabs()[static_cast<std::size_t>(found)].caption;
 }
 
 struct Picked : Bench {
@@ -28,15 +28,15 @@ struct Picked : Bench {
         : Bench("Juniper-60Q", english)
     {
     }
-    void open() { click(form, form.txtDevice); }
-    void pick(const char* key) { EXPECT_TRUE(choose_node(form, form.TreeViewDevice, key)); }
+    void open() { click(shell, form.txtDevice); }
+    void pick(const char* key) { EXPECT_TRUE(choose_node(shell, form.TreeViewDevice, key)); }
 };
 
 } // namespace
 
 TEST(DeviceTree, HasItsFamiliesInOrder)
 {
-    EXPECT_EQ(family_texts(Picked(false).form),
+    EXPECT_EQ(family_texts(Picked(false).shell),
         (std::vector<std::string>{"Larch series", "Maple series", "Oak series", "Juniper series", "Hazel series",
             "Fir series", "Cedar series", "Elm series", "Birch series", "Rowan series", "Spruce series", "Alder series",
             "Aspen series"}));
@@ -44,7 +44,7 @@ TEST(DeviceTree, HasItsFamiliesInOrder)
 
 TEST(DeviceTree, OfEnglishUsersHasTheSmallerSet)
 {
-    EXPECT_EQ(family_texts(Picked(true).form),
+    EXPECT_EQ(family_texts(Picked(true).shell),
         (std::vector<std::string>{"Larch series", "Maple series", "Oak series", "Juniper series", "Hazel series",
             "Fir series", "Rowan series", "Spruce series"}));
 }
@@ -59,8 +59,8 @@ TEST(DeviceTree, ListsTheModelsOfAFamilyInTheOrderOfTheCatalogue)
     }
     std::vector<std::string> rows;
     for (int row = 0; row < McuTable::row_count; ++row) {
-        if (bench.form.mcu_table.cell(9, row, 13) == "1")
-            rows.push_back(bench.form.mcu_table.cell(9, row, 9));
+        if (bench.shell.mcu_table.cell(9, row, 13) == "1")
+            rows.push_back(bench.shell.mcu_table.cell(9, row, 9));
     }
     EXPECT_EQ(listed, rows);
     EXPECT_EQ(listed.front(), "Maple-1");
@@ -94,15 +94,15 @@ TEST(DeviceTree, ClickOnAFamilyChangesNothing)
     bench.pick("FamilyMaple");
     EXPECT_EQ(bench.form.txtDevice.text(), "Juniper-60Q");
     EXPECT_TRUE(bench.form.TreeViewDevice.visible());
-    EXPECT_TRUE(bench.form.file_loaded);
-    EXPECT_EQ(bench.form.selected.mcu_name, "Juniper-60Q");
+    EXPECT_TRUE(bench.shell.file_loaded);
+    EXPECT_EQ(bench.shell.selected.mcu_name, "Juniper-60Q");
 }
 
 TEST(DeviceTree, EscClosesItWithoutAChange)
 {
     Picked bench;
     bench.open();
-    press_key(bench.form, bench.form.TreeViewDevice, "Esc");
+    press_key(bench.shell, bench.form.TreeViewDevice, "Esc");
     EXPECT_FALSE(bench.form.TreeViewDevice.visible());
     EXPECT_EQ(bench.form.txtDevice.text(), "Juniper-60Q");
 }
@@ -111,7 +111,7 @@ TEST(DeviceTree, ClickInItsFrameClosesIt)
 {
     Picked bench;
     bench.open();
-    click(bench.form, bench.form.FrameX[0]);
+    click(bench.shell, bench.form.FrameX[0]);
     EXPECT_FALSE(bench.form.TreeViewDevice.visible());
     EXPECT_TRUE(bench.form.txtDevice.enabled());
 }
@@ -121,28 +121,28 @@ TEST(DevicePick, StartsWithEmptyBuffersAndTheModelsOwnPanel)
     Picked bench;
     bench.open_code(Bench::pattern(64));
     bench.open_data(Bench::pattern(64));
-    bench.form.target.target_ok = true;
+    bench.shell.target.target_ok = true;
     bench.pick("Maple-4S");
     EXPECT_EQ(bench.form.txtDevice.text(), "Maple-4S");
-    EXPECT_EQ(bench.form.selected.mcu_name, "Maple-4S");
-    EXPECT_EQ(bench.form.selected.series, 9);
+    EXPECT_EQ(bench.shell.selected.mcu_name, "Maple-4S");
+    EXPECT_EQ(bench.shell.selected.series, 9);
     EXPECT_EQ(bench.code(0, 63), std::vector<std::uint8_t>(64, 0));
-    EXPECT_FALSE(bench.form.file_loaded);
-    EXPECT_FALSE(bench.form.data_buffer.loaded);
-    EXPECT_FALSE(bench.form.target.target_ok);
+    EXPECT_FALSE(bench.shell.file_loaded);
+    EXPECT_FALSE(bench.shell.data_buffer.loaded);
+    EXPECT_FALSE(bench.shell.target.target_ok);
     EXPECT_TRUE(bench.form.comWDT_Prescalar[1].visible()) << "the wait after wake-up is Maple's";
-    EXPECT_TRUE(bench.form.Timer3.enabled()) << "the pick is a setting";
+    EXPECT_TRUE(bench.shell.Timer3.enabled()) << "the pick is a setting";
 }
 
 TEST(DevicePick, ShowsTheDataTabByTheModelsDataFlash)
 {
     Picked bench;
-    EXPECT_EQ(tab(bench.form, "EEPROM_File"), "EEPROM File Buffer");
+    EXPECT_EQ(tab(bench.shell, "EEPROM_File"), "EEPROM File Buffer");
     bench.pick("Rowan-8");
-    EXPECT_EQ(tab(bench.form, "EEPROM_File"), "_no_");
+    EXPECT_EQ(tab(bench.shell, "EEPROM_File"), "_no_");
     EXPECT_FALSE(bench.form.comLoadDataFile.enabled());
     bench.pick("Maple-4S");
-    EXPECT_EQ(tab(bench.form, "EEPROM_File"), "EEPROM File Buffer");
+    EXPECT_EQ(tab(bench.shell, "EEPROM_File"), "EEPROM File Buffer");
     EXPECT_TRUE(bench.form.comLoadDataFile.enabled());
 }
 
@@ -150,13 +150,13 @@ TEST(DevicePick, SetsTheFlagsBesideTheRecord)
 {
     Picked bench;
     bench.select("Holly-4");
-    EXPECT_TRUE(bench.form.series_is_15_16);
-    EXPECT_TRUE(bench.form.series_is_15_16_17);
-    EXPECT_EQ(bench.form.option_family, 4);
+    EXPECT_TRUE(bench.shell.series_is_15_16);
+    EXPECT_TRUE(bench.shell.series_is_15_16_17);
+    EXPECT_EQ(bench.shell.option_family, 4);
     bench.pick("Rowan-8");
-    EXPECT_FALSE(bench.form.series_is_15_16_17);
-    EXPECT_EQ(bench.form.option_family, option_family(12));
-    EXPECT_FALSE(bench.form.link.link_parity_even);
+    EXPECT_FALSE(bench.shell.series_is_15_16_17);
+    EXPECT_EQ(bench.shell.option_family, option_family(12));
+    EXPECT_FALSE(bench.shell.link.link_parity_even);
 }
 
 TEST(DevicePick, ClearsTheCheckPage)
@@ -185,9 +185,9 @@ TEST(DevicePick, OfAnUnknownNameTellsItAndKeepsTheRecord)
 {
     Picked bench;
     bench.form.txtDevice.set_text("Nowhere-1");
-    EXPECT_FALSE(apply_selected_device(bench.form));
-    EXPECT_EQ(bench.form.selected.mcu_name, "Juniper-60Q");
-    EXPECT_EQ(bench.form.beside.block_bytes, 128);
+    EXPECT_FALSE(apply_selected_device(bench.shell));
+    EXPECT_EQ(bench.shell.selected.mcu_name, "Juniper-60Q");
+    EXPECT_EQ(bench.shell.beside.block_bytes, 128);
     bench.dialogs.shown.clear();
 }
 
@@ -196,7 +196,7 @@ TEST(DevicePick, DoesNothingWhileADownloadHoldsTheBox)
     Picked bench;
     bench.open_code(Bench::pattern(64));
     bool opened = true;
-    bench.after_ms(200, [&] { opened = click(bench.form, bench.form.txtDevice); });
+    bench.after_ms(200, [&] { opened = click(bench.shell, bench.form.txtDevice); });
     bench.download();
     EXPECT_FALSE(opened);
     EXPECT_EQ(bench.form.txtDevice.text(), "Juniper-60Q");
@@ -209,7 +209,7 @@ TEST(StoredModel, IsChosenAtStart)
     store.set("Settings", "DeviceProducts", "Maple-4S");
     Rehearsal bench(setup, &store, true);
     EXPECT_EQ(bench.form.txtDevice.text(), "Maple-4S");
-    EXPECT_EQ(bench.form.selected.series, 9);
+    EXPECT_EQ(bench.shell.selected.series, 9);
 }
 
 TEST(StoredModel, OfAChineseFamilyFallsBackForAnEnglishUser)
@@ -218,7 +218,7 @@ TEST(StoredModel, OfAChineseFamilyFallsBackForAnEnglishUser)
     store.set("Settings", "DeviceProducts", "Elm-4R");
     Rehearsal english(setup_of("Juniper-60Q"), &store, true);
     EXPECT_EQ(english.form.txtDevice.text(), "Hazel-1");
-    EXPECT_EQ(english.form.selected.mcu_name, "Hazel-1");
+    EXPECT_EQ(english.shell.selected.mcu_name, "Hazel-1");
     Rehearsal chinese(setup_of("Juniper-60Q"), &store, false);
     EXPECT_EQ(chinese.form.txtDevice.text(), "Elm-4R");
 }

@@ -22,7 +22,7 @@ struct ProjectBench : Bench {
         : Bench("Hazel-1", english)
     {
         std::filesystem::create_directories(folder);
-        form.loader.application_dir = folder;
+        shell.loader.application_dir = folder;
         select(model);
         dialogs.shown.clear();
     }
@@ -35,8 +35,8 @@ struct ProjectBench : Bench {
     const std::string folder = ::testing::TempDir() + "vrk_project_" + std::to_string(getpid());
     const std::string path = folder + "/job.VRK";
 
-    void save() { save_project(form, path); }
-    void open() { open_project(form, path); }
+    void save() { save_project(shell, path); }
+    void open() { open_project(shell, path); }
     // Opens a text as a project file of its own.
     void open_text(std::string_view text)
     {
@@ -61,7 +61,7 @@ struct ProjectBench : Bench {
         buffer.high = static_cast<std::int32_t>(bytes.size()) - 1;
         buffer.view_high = buffer.high;
         buffer.loaded = true;
-        form.file_loaded = true;
+        shell.file_loaded = true;
     }
 
     // Of the next box, which must be there.
@@ -129,9 +129,9 @@ struct ProjectBench : Bench {
     // Another job altogether.
     void change_everything()
     {
-        form.job.panel_state = 0;
-        select(form.selected.mcu_name == "Oak-32" ? "Birch-4" : "Oak-32");
-        put(form.code_buffer, pattern(700, 9));
+        shell.job.panel_state = 0;
+        select(shell.selected.mcu_name == "Oak-32" ? "Birch-4" : "Oak-32");
+        put(shell.code_buffer, pattern(700, 9));
         for (std::size_t i = 0; i < 4; ++i) {
             form.texAuto_Increase[i].set_text("1");
             form.texData_Auto_Increase[i].set_text("2");

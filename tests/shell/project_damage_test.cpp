@@ -16,8 +16,8 @@ std::string small_project(ProjectBench& bench)
     bench.open_data({0x0C, 0x01});
     bench.turn_all_options();
     bench.fill_in_numbers();
-    bench.form.code_buffer.view_high = 3;
-    bench.form.data_buffer.view_high = 1;
+    bench.shell.code_buffer.view_high = 3;
+    bench.shell.data_buffer.view_high = 1;
     bench.save();
     return bench.saved();
 }
@@ -87,9 +87,9 @@ protected:
     }
     bool opened_whole() const
     {
-        const auto& code = bench.form.code_buffer;
-        const auto& data = bench.form.data_buffer;
-        return bench.form.file_loaded && data.loaded && code.data[0] == 2 && code.data[2] == 0x30 &&
+        const auto& code = bench.shell.code_buffer;
+        const auto& data = bench.shell.data_buffer;
+        return bench.shell.file_loaded && data.loaded && code.data[0] == 2 && code.data[2] == 0x30 &&
             code.data[3] == 0xA5 && data.data[0] == 0x0C && data.data[1] == 1;
     }
 };
@@ -135,7 +135,7 @@ TEST_F(DamagedProjectFile, MegabytesInOneLineAreToldOf)
     std::string long_code = text;
     long_code.insert(long_code.find("END\r\n") + 5, megabytes);
     EXPECT_TRUE(told_of(long_code, "long code"));
-    EXPECT_EQ(bench.form.code_buffer.high, FileBuffer::code_last);
+    EXPECT_EQ(bench.shell.code_buffer.high, FileBuffer::code_last);
     std::string long_name = text;
     long_name.insert(long_name.find("File_Name: ") + 11, megabytes);
     EXPECT_FALSE(told_of(long_name, "long name"));

@@ -39,7 +39,7 @@ std::size_t files_in(const std::string& folder)
 TEST(SaveProject, WithoutACodeFileAsksForOne)
 {
     ProjectBench bench{"Hazel-1", false};
-    click(bench.form, bench.form.comSaveBatchFile);
+    click(bench.shell, bench.form.comSaveBatchFile);
     EXPECT_EQ(bench.next_box(), "Please open code file./请打开应用程序文件。");
     EXPECT_TRUE(bench.dialogs.asked.empty());
     EXPECT_EQ(files_in(bench.folder), 0U);
@@ -51,7 +51,7 @@ TEST(SaveProject, AsksInTheFolderOfProjectsAndWritesWhereItIsTold)
     bench.open_code(Bench::pattern(600));
     bench.form.texBatchFileName.set_text("/jobs/before.VRK");
     bench.dialogs.choices = {"  " + bench.path + " "};
-    click(bench.form, bench.form.comSaveBatchFile);
+    click(bench.shell, bench.form.comSaveBatchFile);
 
     const FileDialog& asked = bench.dialogs.asked.at(0);
     EXPECT_EQ(asked.kind, FileDialog::Kind::save);
@@ -71,7 +71,7 @@ TEST(SaveProject, CancelledWritesNothing)
     bench.open_code(Bench::pattern(600));
     bench.form.texBatchFileName.set_text("before");
     bench.dialogs.choices = {std::nullopt};
-    click(bench.form, bench.form.comSaveBatchFile);
+    click(bench.shell, bench.form.comSaveBatchFile);
     EXPECT_EQ(bench.form.texBatchFileName.text(), "before");
     EXPECT_EQ(files_in(bench.folder + "/VRK_Project"), 0U);
 }
@@ -83,7 +83,7 @@ TEST(SaveProject, ChangesNothingButTheNameShown)
     const auto state = bench.state();
     bench.save();
     EXPECT_EQ(bench.changes_since(state), "");
-    EXPECT_EQ(bench.form.job.panel_state, 0);
+    EXPECT_EQ(bench.shell.job.panel_state, 0);
 }
 
 TEST(OpenProjectDialog, ProposesTheLastProjectAndCancelChangesNothing)
@@ -92,7 +92,7 @@ TEST(OpenProjectDialog, ProposesTheLastProjectAndCancelChangesNothing)
     bench.form.texBatchFileName.set_text(bench.path);
     const auto state = bench.state();
     bench.dialogs.choices = {std::nullopt};
-    click(bench.form, bench.form.comOpenBatchFile);
+    click(bench.shell, bench.form.comOpenBatchFile);
 
     const FileDialog& asked = bench.dialogs.asked.at(0);
     EXPECT_EQ(asked.kind, FileDialog::Kind::open);
@@ -112,9 +112,9 @@ TEST(OpenProjectDialog, AChosenFileIsOpened)
     bench.save();
     bench.change_everything();
     bench.dialogs.choices = {bench.path};
-    click(bench.form, bench.form.comOpenBatchFile);
-    EXPECT_EQ(bench.form.selected.mcu_name, "Oak-32");
-    EXPECT_EQ(bench.form.job.panel_state, 2);
+    click(bench.shell, bench.form.comOpenBatchFile);
+    EXPECT_EQ(bench.shell.selected.mcu_name, "Oak-32");
+    EXPECT_EQ(bench.shell.job.panel_state, 2);
 }
 
 TEST(OpenProjectDialog, AProjectMayBeChosenInTheDialogOfEitherBuffer)
@@ -127,13 +127,13 @@ TEST(OpenProjectDialog, AProjectMayBeChosenInTheDialogOfEitherBuffer)
         bench.select("Juniper-8Q");
         bench.form.TabStrip2.select(0);
         bench.dialogs.choices = {bench.path};
-        EXPECT_TRUE(click(bench.form, *button));
+        EXPECT_TRUE(click(bench.shell, *button));
         EXPECT_EQ(bench.form.TabStrip2.selected_key(), "Batch_quantity");
         EXPECT_TRUE(bench.form.fra_Batch_quantity.visible());
         EXPECT_FALSE(bench.form.Frame7.visible());
-        EXPECT_EQ(bench.form.selected.mcu_name, "Juniper-60Q");
-        EXPECT_EQ(bench.form.code_buffer.data[5], Bench::pattern(600)[5]);
-        comUnlockOptions_Click(bench.form);
+        EXPECT_EQ(bench.shell.selected.mcu_name, "Juniper-60Q");
+        EXPECT_EQ(bench.shell.code_buffer.data[5], Bench::pattern(600)[5]);
+        comUnlockOptions_Click(bench.shell);
     }
 }
 
@@ -143,25 +143,25 @@ TEST(OpenProjectDialog, AProjectThatWasChosenIsNeverReloadedAsCode)
     bench.open_code(Bench::pattern(600));
     bench.save();
     bench.dialogs.choices = {bench.path};
-    click(bench.form, bench.form.comLoadFile);
-    const auto image = bench.form.code_buffer.data;
+    click(bench.shell, bench.form.comLoadFile);
+    const auto image = bench.shell.code_buffer.data;
 
-    reload_code_file(bench.form);
-    EXPECT_EQ(bench.form.code_buffer.data, image);
+    reload_code_file(bench.shell);
+    EXPECT_EQ(bench.shell.code_buffer.data, image);
 
     bench.form.cekReloadFileWhileFileChange.set_value(true);
-    Timer12_Timer(bench.form);
+    Timer12_Timer(bench.shell);
     std::filesystem::last_write_time(bench.path, std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
-    Timer12_Timer(bench.form);
-    EXPECT_EQ(bench.form.code_buffer.data, image);
-    EXPECT_FALSE(bench.form.job.sequence_running);
+    Timer12_Timer(bench.shell);
+    EXPECT_EQ(bench.shell.code_buffer.data, image);
+    EXPECT_FALSE(bench.shell.job.sequence_running);
     EXPECT_EQ(bench.chip.power_ups(), 0);
 }
 
 TEST(ProjectUsage, IsTold)
 {
     ProjectBench bench{"Hazel-1", false};
-    click(bench.form, bench.form.Command1);
+    click(bench.shell, bench.form.Command1);
     EXPECT_EQ(bench.dialogs.shown.at(0).box.title, "VRK 工程文件使用说明");
     const std::string text = bench.next_box();
     EXPECT_TRUE(
@@ -173,8 +173,8 @@ TEST(ProjectUsage, IsTold)
         text.ends_with("\n 7、批量下载时点击“Re-Download/重复下载”按钮可以提高工作效率。\n"
                        "    当天下载工作结束时，要将自动增量“下一个值”记录下来，以便在下一次打开工程文件时修改。"));
 
-    bench.form.language_is_english = true;
-    click(bench.form, bench.form.Command1);
+    bench.shell.language_is_english = true;
+    click(bench.shell, bench.form.Command1);
     EXPECT_TRUE(bench.next_box().starts_with(
         "    When programing, you or your colleage may not remember the MCU type, the file name or other\n"));
 }
@@ -184,25 +184,25 @@ TEST(ProjectUsage, IsTold)
 TEST(ProjectFolder, LiesBesideTheProgramWhereThatCanBeWritten)
 {
     ProjectBench bench;
-    bench.form.loader.documents_dir = bench.folder + "/documents";
-    EXPECT_EQ(project_folder(bench.form.loader), bench.folder + "/VRK_Project");
-    make_folder(project_folder(bench.form.loader));
-    EXPECT_EQ(project_folder(bench.form.loader), bench.folder + "/VRK_Project");
+    bench.shell.loader.documents_dir = bench.folder + "/documents";
+    EXPECT_EQ(project_folder(bench.shell.loader), bench.folder + "/VRK_Project");
+    make_folder(project_folder(bench.shell.loader));
+    EXPECT_EQ(project_folder(bench.shell.loader), bench.folder + "/VRK_Project");
     EXPECT_EQ(files_in(bench.folder), 1U) << "trying leaves nothing behind";
 }
 
 TEST(ProjectFolder, LiesWithTheDocumentsWhereTheProgramsPlaceIsClosed)
 {
     ProjectBench bench;
-    bench.form.loader.application_dir = "/proc"; // nobody makes a file there
-    bench.form.loader.documents_dir = bench.folder;
-    EXPECT_EQ(project_folder(bench.form.loader), bench.folder + "/VRK_Project");
-    bench.form.loader.application_dir = bench.folder + "/not/there";
-    EXPECT_EQ(project_folder(bench.form.loader), bench.folder + "/VRK_Project");
-    bench.form.loader.documents_dir.clear();
-    EXPECT_EQ(project_folder(bench.form.loader), bench.folder + "/not/there/VRK_Project") << "there is no other place";
-    bench.form.loader.application_dir.clear();
-    EXPECT_EQ(project_folder(bench.form.loader), "");
+    bench.shell.loader.application_dir = "/proc"; // nobody makes a file there
+    bench.shell.loader.documents_dir = bench.folder;
+    EXPECT_EQ(project_folder(bench.shell.loader), bench.folder + "/VRK_Project");
+    bench.shell.loader.application_dir = bench.folder + "/not/there";
+    EXPECT_EQ(project_folder(bench.shell.loader), bench.folder + "/VRK_Project");
+    bench.shell.loader.documents_dir.clear();
+    EXPECT_EQ(project_folder(bench.shell.loader), bench.folder + "/not/there/VRK_Project") << "there is no other place";
+    bench.shell.loader.application_dir.clear();
+    EXPECT_EQ(project_folder(bench.shell.loader), "");
 }
 
 // ---- the old file stays whole
@@ -240,10 +240,10 @@ TEST(SaveProject, WhereNothingCanBeWrittenSaysSo)
 {
     ProjectBench bench;
     bench.open_code(Bench::pattern(600));
-    save_project(bench.form, "/proc/job.VRK");
+    save_project(bench.shell, "/proc/job.VRK");
     EXPECT_EQ(bench.next_box(),
         "The project file can not be saved. A former file is as it was.\n/proc/job.VRK\nNo such file or directory");
-    save_project(bench.form, bench.folder);
+    save_project(bench.shell, bench.folder);
     EXPECT_NE(bench.next_box().find("can not be saved"), std::string::npos) << "a folder is no file";
     EXPECT_EQ(files_in(bench.folder), 0U);
 }
@@ -294,14 +294,14 @@ void expect_enabled(ProjectBench& bench, std::span<const char* const> names, boo
 TEST(Lock, HoldsModelFilesOptionsAndNumbersUntilItIsReleased)
 {
     ProjectBench bench{"Juniper-60Q"};
-    click(bench.form, bench.form.comLockOptions);
-    EXPECT_EQ(bench.form.job.panel_state, 2);
+    click(bench.shell, bench.form.comLockOptions);
+    EXPECT_EQ(bench.shell.job.panel_state, 2);
     expect_enabled(bench, held_by_the_lock, false);
     expect_enabled(bench, left_free, true);
     EXPECT_FALSE(bench.form.comStop_Download.enabled());
 
-    click(bench.form, bench.form.comUnlockOptions);
-    EXPECT_EQ(bench.form.job.panel_state, 0);
+    click(bench.shell, bench.form.comUnlockOptions);
+    EXPECT_EQ(bench.shell.job.panel_state, 0);
     expect_enabled(bench, held_by_the_lock, true);
     expect_enabled(bench, left_free, true);
 }
@@ -315,17 +315,17 @@ TEST(Lock, OfAnOpenedProjectIsTheSame)
     bench.open();
     expect_enabled(bench, held_by_the_lock, false);
     expect_enabled(bench, left_free, true);
-    const auto values = project_values(bench.form);
-    click(bench.form, bench.form.comUnlockOptions);
-    EXPECT_EQ(project_values(bench.form), values) << "releasing it changes no choice";
+    const auto values = project_values(bench.shell);
+    click(bench.shell, bench.form.comUnlockOptions);
+    EXPECT_EQ(project_values(bench.shell), values) << "releasing it changes no choice";
 }
 
 TEST(Lock, LeavesTheNumbersOfAModelWithoutEepromOff)
 {
     ProjectBench bench{"Hazel-1"}; // its data flash has no room
-    ASSERT_FALSE(has_eeprom_buffer(bench.form.selected));
-    click(bench.form, bench.form.comLockOptions);
-    click(bench.form, bench.form.comUnlockOptions);
+    ASSERT_FALSE(has_eeprom_buffer(bench.shell.selected));
+    click(bench.shell, bench.form.comLockOptions);
+    click(bench.shell, bench.form.comUnlockOptions);
     EXPECT_FALSE(bench.form.cheData_Auto_Increase.enabled());
     EXPECT_FALSE(bench.form.texData_Auto_Increase[0].enabled());
     EXPECT_FALSE(bench.form.comLoadDataFile.enabled());
@@ -335,11 +335,11 @@ TEST(Lock, LeavesTheNumbersOfAModelWithoutEepromOff)
 TEST(Lock, IsNotReleasedByAClickBesideTheTree)
 {
     ProjectBench bench{"Juniper-60Q"};
-    click(bench.form, bench.form.comLockOptions);
-    click(bench.form, bench.form.FrameX[0]);
-    EXPECT_FALSE(click(bench.form, bench.form.txtDevice));
-    EXPECT_FALSE(choose_node(bench.form, bench.form.TreeViewDevice, "Hazel-6"));
-    EXPECT_EQ(bench.form.selected.mcu_name, "Juniper-60Q");
+    click(bench.shell, bench.form.comLockOptions);
+    click(bench.shell, bench.form.FrameX[0]);
+    EXPECT_FALSE(click(bench.shell, bench.form.txtDevice));
+    EXPECT_FALSE(choose_node(bench.shell, bench.form.TreeViewDevice, "Hazel-6"));
+    EXPECT_EQ(bench.shell.selected.mcu_name, "Juniper-60Q");
 }
 
 TEST(Lock, StaysOverADownload)
@@ -349,12 +349,12 @@ TEST(Lock, StaysOverADownload)
     bench.save();
     bench.open();
     bench.after_ms(200, [&] {
-        EXPECT_EQ(bench.form.job.panel_state, 3);
+        EXPECT_EQ(bench.shell.job.panel_state, 3);
         EXPECT_FALSE(bench.form.comUnlockOptions.enabled());
         EXPECT_FALSE(bench.form.comOpenBatchFile.enabled());
     });
     bench.download();
-    EXPECT_EQ(bench.form.job.panel_state, 2);
+    EXPECT_EQ(bench.shell.job.panel_state, 2);
     EXPECT_TRUE(bench.form.comUnlockOptions.enabled());
     EXPECT_FALSE(bench.form.comLoadFile.enabled());
 }
@@ -363,15 +363,15 @@ TEST(Lock, StaysOverADownload)
 TEST(Lock, IsReleasedByAProjectOfAModelWithoutOptions)
 {
     ProjectBench bench{"Larch-I14"};
-    ASSERT_TRUE(bench.form.selected.cap_no_option_write);
+    ASSERT_TRUE(bench.shell.selected.cap_no_option_write);
     bench.open_code(Bench::pattern(600));
     bench.save();
     bench.select("Juniper-60Q");
-    click(bench.form, bench.form.comLockOptions);
+    click(bench.shell, bench.form.comLockOptions);
     bench.open();
-    EXPECT_EQ(bench.form.selected.mcu_name, "Larch-I14");
-    EXPECT_EQ(bench.form.job.panel_state, 0);
+    EXPECT_EQ(bench.shell.selected.mcu_name, "Larch-I14");
+    EXPECT_EQ(bench.shell.job.panel_state, 0);
     EXPECT_TRUE(bench.form.txtDevice.enabled());
     EXPECT_TRUE(bench.form.comLoadFile.enabled());
-    EXPECT_TRUE(bench.form.file_loaded);
+    EXPECT_TRUE(bench.shell.file_loaded);
 }

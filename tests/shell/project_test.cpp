@@ -1,4 +1,4 @@
-// Projects through the form: what is saved comes back.
+// Projects through the shell: what is saved comes back.
 #include "project_bench.h"
 
 using namespace vrk;
@@ -20,7 +20,7 @@ TEST(ProjectFile, OfTheForm_IsWrittenToTheByte)
     bench.form.Frame7.set_caption("Program File: /jobs/灯.bin");
     bench.fill_in_numbers();
     bench.form.cheAuto_Increase.set_value(true);
-    bench.form.data_buffer.loaded = false;
+    bench.shell.data_buffer.loaded = false;
     bench.save();
 
     EXPECT_EQ(bench.saved(),
@@ -118,44 +118,44 @@ class EveryPage : public ::testing::TestWithParam<Job> { };
 TEST_P(EveryPage, SavedChangedAndOpenedIsTheSameJob)
 {
     ProjectBench bench{GetParam().model, GetParam().english};
-    bench.put(bench.form.code_buffer, Bench::pattern(1000, 3));
-    bench.put(bench.form.data_buffer, Bench::pattern(777, 4));
+    bench.put(bench.shell.code_buffer, Bench::pattern(1000, 3));
+    bench.put(bench.shell.data_buffer, Bench::pattern(777, 4));
     bench.turn_all_options();
     bench.fill_in_numbers();
     bench.save();
-    const auto values = project_values(bench.form);
+    const auto values = project_values(bench.shell);
     const auto state = bench.state();
-    const Bytes code = bench.form.code_buffer.data;
-    const Bytes data = bench.form.data_buffer.data;
-    const std::int32_t code_high = bench.form.code_buffer.view_high;
-    const std::int32_t data_high = bench.form.data_buffer.view_high;
+    const Bytes code = bench.shell.code_buffer.data;
+    const Bytes data = bench.shell.data_buffer.data;
+    const std::int32_t code_high = bench.shell.code_buffer.view_high;
+    const std::int32_t data_high = bench.shell.data_buffer.view_high;
 
     bench.change_everything();
     EXPECT_NE(bench.changes_since(state), "");
     bench.open();
     EXPECT_TRUE(bench.no_more_boxes()) << bench.dialogs.shown.back().box.text;
 
-    EXPECT_EQ(bench.form.selected.mcu_name, GetParam().model);
+    EXPECT_EQ(bench.shell.selected.mcu_name, GetParam().model);
     EXPECT_EQ(bench.form.Label2[6].caption(), std::string{"MCU Type: "} + GetParam().model);
-    const auto opened = project_values(bench.form);
+    const auto opened = project_values(bench.shell);
     EXPECT_TRUE(std::equal(values.begin(), values.end(), opened.begin(), opened.end(),
         [](const ProjectValue& one, const ProjectValue& other) {
             return one.key == other.key && trimmed(one.value) == trimmed(other.value);
         }));
-    EXPECT_EQ(bench.form.code_buffer.data, code);
-    EXPECT_EQ(bench.form.data_buffer.data, data);
-    EXPECT_EQ(bench.form.code_buffer.high, code_high);
-    EXPECT_EQ(bench.form.code_buffer.view_high, code_high);
-    EXPECT_EQ(bench.form.data_buffer.high, data_high);
-    EXPECT_EQ(bench.form.data_buffer.view_high, data_high);
-    EXPECT_TRUE(bench.form.data_buffer.loaded);
-    EXPECT_TRUE(bench.form.file_loaded);
+    EXPECT_EQ(bench.shell.code_buffer.data, code);
+    EXPECT_EQ(bench.shell.data_buffer.data, data);
+    EXPECT_EQ(bench.shell.code_buffer.high, code_high);
+    EXPECT_EQ(bench.shell.code_buffer.view_high, code_high);
+    EXPECT_EQ(bench.shell.data_buffer.high, data_high);
+    EXPECT_EQ(bench.shell.data_buffer.view_high, data_high);
+    EXPECT_TRUE(bench.shell.data_buffer.loaded);
+    EXPECT_TRUE(bench.shell.file_loaded);
 
     // And once more: what is opened saves as the same file but for the blanks at the end of values.
     const std::string first = bench.saved();
     bench.save();
     bench.open();
-    EXPECT_EQ(bench.form.code_buffer.data, code);
+    EXPECT_EQ(bench.shell.code_buffer.data, code);
     EXPECT_EQ(parse_project(bench.saved()).values, parse_project(first).values);
 }
 
@@ -198,8 +198,8 @@ TEST(OpenProject, WithoutAnEepromImageLeavesItsBufferCleared)
     bench.save();
     bench.open_data(Bench::pattern(100));
     bench.open();
-    EXPECT_FALSE(bench.form.data_buffer.loaded);
-    EXPECT_EQ(bench.form.data_buffer.data, Bytes(bench.form.data_buffer.data.size(), 0));
+    EXPECT_FALSE(bench.shell.data_buffer.loaded);
+    EXPECT_EQ(bench.shell.data_buffer.data, Bytes(bench.shell.data_buffer.data.size(), 0));
     EXPECT_TRUE(bench.no_more_boxes());
 }
 
@@ -207,8 +207,8 @@ TEST(OpenProject, TheLengthIsWhatWasSavedWithoutAMinimum)
 {
     ProjectBench bench;
     bench.open_text("VER: 1.2\r\nMCU_Type: Juniper-60Q\r\nbuffer_check_sum: 6\r\nEND\r\n010203\r\n");
-    EXPECT_EQ(bench.form.code_buffer.high, 2);
-    EXPECT_EQ(bench.form.code_buffer.first, 0);
+    EXPECT_EQ(bench.shell.code_buffer.high, 2);
+    EXPECT_EQ(bench.shell.code_buffer.first, 0);
     EXPECT_EQ(bench.form.Label7[1].caption(), "Effective length of code file: 3");
     EXPECT_EQ(bench.form.txtBuffer.text(), "000000   01 02 03 \r\n");
     EXPECT_TRUE(bench.no_more_boxes());
@@ -222,9 +222,9 @@ TEST(OpenProject, ReadyToDownloadTheChipGetsTheImage)
     bench.change_everything();
     bench.open();
     bench.download();
-    EXPECT_TRUE(bench.form.job.succeeded);
+    EXPECT_TRUE(bench.shell.job.succeeded);
     EXPECT_EQ(bench.flash(0, 899), Bench::pattern(900));
-    EXPECT_EQ(bench.form.job.panel_state, 2) << "locked before, locked behind";
+    EXPECT_EQ(bench.shell.job.panel_state, 2) << "locked before, locked behind";
 }
 
 // ---- values
@@ -290,8 +290,8 @@ TEST(OpenProject, WithoutAModelIsRefusedAndChangesNothing)
     bench.open_text("VER: 1.2\r\nAuto_Increase_Next: 77\r\nEND\r\n00\r\n");
     EXPECT_EQ(bench.next_box(), "Can not find the MCU type: ");
     EXPECT_EQ(bench.changes_since(state), "");
-    EXPECT_TRUE(bench.form.file_loaded);
-    EXPECT_EQ(bench.form.job.panel_state, 0);
+    EXPECT_TRUE(bench.shell.file_loaded);
+    EXPECT_EQ(bench.shell.job.panel_state, 0);
     EXPECT_EQ(bench.form.texBatchFileName.text(), bench.path);
 }
 
@@ -299,19 +299,19 @@ TEST(OpenProject, OfAModelThatNobodyKnowsChangesNothing)
 {
     ProjectBench bench{"Aspen-63", false};
     bench.open_code(Bench::pattern(600));
-    bench.form.job.panel_state = 2;
+    bench.shell.job.panel_state = 2;
     const auto state = bench.state();
-    const bool abuts = bench.form.selected.ap_abuts_isp;
-    const std::int32_t block = bench.form.beside.block_bytes;
+    const bool abuts = bench.shell.selected.ap_abuts_isp;
+    const std::int32_t block = bench.shell.beside.block_bytes;
     bench.open_text("VER: 1.2\r\nMCU_Type: Hazel-1000\r\nAuto_Increase_Next: 77\r\nEND\r\n00\r\n");
     EXPECT_EQ(bench.next_box(), "找不到 MCU: Hazel-1000");
     EXPECT_TRUE(bench.no_more_boxes());
     EXPECT_EQ(bench.changes_since(state), "");
     EXPECT_EQ(bench.form.Label2[6].caption(), "");
-    EXPECT_EQ(bench.form.selected.mcu_name, "Aspen-63");
-    EXPECT_EQ(bench.form.selected.ap_abuts_isp, abuts);
-    EXPECT_EQ(bench.form.beside.block_bytes, block);
-    EXPECT_EQ(bench.form.job.panel_state, 2);
+    EXPECT_EQ(bench.shell.selected.mcu_name, "Aspen-63");
+    EXPECT_EQ(bench.shell.selected.ap_abuts_isp, abuts);
+    EXPECT_EQ(bench.shell.beside.block_bytes, block);
+    EXPECT_EQ(bench.shell.job.panel_state, 2);
 }
 
 TEST(OpenProject, OfVersion1_1IsRefused)
@@ -330,7 +330,7 @@ TEST(OpenProject, AFileThatIsGoneIsTold)
     const auto state = bench.state();
     bench.open();
     EXPECT_EQ(bench.next_box(), "Can not find the file.");
-    open_project(bench.form, bench.folder);
+    open_project(bench.shell, bench.folder);
     EXPECT_EQ(bench.next_box(), "Can not find the file.") << "a folder is no project";
     EXPECT_EQ(bench.changes_since(state), "");
 }
@@ -343,10 +343,10 @@ TEST(OpenProject, WrongSumsAreToldAndLoadingGoesOn)
     EXPECT_EQ(bench.next_box(), "应用程序代码校验和错。");
     EXPECT_EQ(bench.next_box(), "EEPROM 文件校验和错。");
     EXPECT_TRUE(bench.no_more_boxes());
-    EXPECT_EQ(bench.form.code_buffer.data[2], 3);
-    EXPECT_EQ(bench.form.data_buffer.data[1], 0x0B);
-    EXPECT_TRUE(bench.form.file_loaded);
-    EXPECT_EQ(bench.form.job.panel_state, 2);
+    EXPECT_EQ(bench.shell.code_buffer.data[2], 3);
+    EXPECT_EQ(bench.shell.data_buffer.data[1], 0x0B);
+    EXPECT_TRUE(bench.shell.file_loaded);
+    EXPECT_EQ(bench.shell.job.panel_state, 2);
 }
 
 TEST(OpenProject, WithoutAnImageThereIsNothingToDownload)
@@ -355,8 +355,8 @@ TEST(OpenProject, WithoutAnImageThereIsNothingToDownload)
     bench.open_code(Bench::pattern(600));
     bench.open_text("VER: 1.2\r\nMCU_Type: Juniper-60Q\r\nbuffer_check_sum: 0\r\nEND\r\n");
     EXPECT_EQ(bench.next_box(), "The check sum of code file is incorrect.");
-    EXPECT_FALSE(bench.form.file_loaded);
-    EXPECT_EQ(bench.form.code_buffer.data[0], 0);
+    EXPECT_FALSE(bench.shell.file_loaded);
+    EXPECT_EQ(bench.shell.code_buffer.data[0], 0);
 }
 
 TEST(OpenProject, WhileASequenceRunsDoesNothing)
@@ -366,14 +366,14 @@ TEST(OpenProject, WhileASequenceRunsDoesNothing)
     bench.save();
     bench.press_download();
     bench.after_ms(200, [&] {
-        EXPECT_FALSE(click(bench.form, bench.form.comOpenBatchFile));
+        EXPECT_FALSE(click(bench.shell, bench.form.comOpenBatchFile));
         bench.open(); // as from a dialog that was left open
-        EXPECT_EQ(bench.form.job.panel_state, 1);
+        EXPECT_EQ(bench.shell.job.panel_state, 1);
         EXPECT_TRUE(bench.form.comStop_Download.enabled());
     });
     bench.press_stop_after_ms(400);
     bench.run_until_idle();
-    EXPECT_EQ(bench.form.code_buffer.data[1], Bench::pattern(600)[1]);
+    EXPECT_EQ(bench.shell.code_buffer.data[1], Bench::pattern(600)[1]);
 }
 
 // ---- the old format
@@ -391,7 +391,7 @@ TEST(OldProject, OfTheOldestLayoutIsReadWithItsKeys)
                     "data_buffer_check_sum: 1\r\n01\r\n");
     EXPECT_EQ(bench.next_box(), "您使用的是旧版本的工程文件，打开文件后请仔细核对各选项是否正确。");
     EXPECT_TRUE(bench.no_more_boxes());
-    EXPECT_EQ(bench.form.selected.mcu_name, "Birch-4");
+    EXPECT_EQ(bench.shell.selected.mcu_name, "Birch-4");
     EXPECT_EQ(bench.form.Frame7.caption(), "Program File: C:\\old.hex");
     EXPECT_EQ(bench.form.txtFileCheckSum.text(), "0000006H");
     EXPECT_EQ(bench.form.texAuto_Increase[2].text(), "0042");
@@ -399,9 +399,9 @@ TEST(OldProject, OfTheOldestLayoutIsReadWithItsKeys)
     EXPECT_TRUE(bench.form.Option0[0].value());
     EXPECT_TRUE(bench.chosen("Option11(0)"));
     EXPECT_NE(bench.form.texData_Auto_Increase[2].text(), "99") << "that time had no such key";
-    EXPECT_EQ(bench.form.code_buffer.data[2], 3);
-    EXPECT_FALSE(bench.form.data_buffer.loaded);
-    EXPECT_EQ(bench.form.job.panel_state, 2);
+    EXPECT_EQ(bench.shell.code_buffer.data[2], 3);
+    EXPECT_FALSE(bench.shell.data_buffer.loaded);
+    EXPECT_EQ(bench.shell.job.panel_state, 2);
 }
 
 TEST(OldProject, OfTheSecondLayoutTakesTheChoicesThatAreNoDefaults)
@@ -456,8 +456,8 @@ TEST(ProjectNumber, IsTakenUpAsItStandsAndTheUserIsAskedToCheckIt)
     ProjectBench bench{"Juniper-60Q", false};
     bench.open_code(Bench::pattern(600));
     bench.fill_in_numbers();
-    bench.form.code_buffer.data[0x1FF] = 0x23; // stamped before it was saved
-    bench.form.code_buffer.data[0x1FE] = 0x01;
+    bench.shell.code_buffer.data[0x1FF] = 0x23; // stamped before it was saved
+    bench.shell.code_buffer.data[0x1FE] = 0x01;
     bench.form.cheAuto_Increase.set_value(true);
     bench.save();
     bench.change_everything();
@@ -469,13 +469,13 @@ TEST(ProjectNumber, IsTakenUpAsItStandsAndTheUserIsAskedToCheckIt)
         "若要修改“下一个值(10进制)”，请先点击“允许修改参数和选项”按钮。");
     EXPECT_TRUE(bench.no_more_boxes());
     EXPECT_TRUE(bench.form.cheAuto_Increase.value());
-    EXPECT_TRUE(bench.form.code_increase.valid);
-    EXPECT_EQ(bench.form.code_increase.next_value, "0123");
+    EXPECT_TRUE(bench.shell.code_increase.valid);
+    EXPECT_EQ(bench.shell.code_increase.next_value, "0123");
     EXPECT_EQ(bench.form.texAuto_Increase[2].text(), "0123");
-    EXPECT_EQ(bench.form.code_buffer.data[0x1FF], 0x23);
-    EXPECT_EQ(bench.form.code_buffer.data[0x1FE], 0x01);
-    EXPECT_EQ(bench.form.code_buffer.data[0x1FD], Bench::pattern(600)[0x1FD]) << "not stamped anew";
-    EXPECT_FALSE(bench.form.data_increase.valid);
+    EXPECT_EQ(bench.shell.code_buffer.data[0x1FF], 0x23);
+    EXPECT_EQ(bench.shell.code_buffer.data[0x1FE], 0x01);
+    EXPECT_EQ(bench.shell.code_buffer.data[0x1FD], Bench::pattern(600)[0x1FD]) << "not stamped anew";
+    EXPECT_FALSE(bench.shell.data_increase.valid);
 }
 
 TEST(ProjectNumber, WithABadAddressIsToldAndNotTakenUp)
@@ -487,17 +487,17 @@ TEST(ProjectNumber, WithABadAddressIsToldAndNotTakenUp)
     EXPECT_EQ(bench.next_box(),
         "The project file has atomatic increment function. \n"
         "Please check the next value whether it is correct or not(10 base).");
-    EXPECT_FALSE(bench.form.code_increase.valid);
+    EXPECT_FALSE(bench.shell.code_increase.valid);
 }
 
 TEST(ProjectNumber, OfTheJobBeforeIsNotTakenOver)
 {
     ProjectBench bench{"Hazel-1"};
-    bench.form.code_increase.valid = true;
-    bench.form.data_increase.valid = true;
+    bench.shell.code_increase.valid = true;
+    bench.shell.data_increase.valid = true;
     bench.open_text("VER: 1.2\r\nMCU_Type: Hazel-1\r\nbuffer_check_sum: 1\r\nEND\r\n01\r\n");
-    EXPECT_FALSE(bench.form.code_increase.valid);
-    EXPECT_FALSE(bench.form.data_increase.valid);
+    EXPECT_FALSE(bench.shell.code_increase.valid);
+    EXPECT_FALSE(bench.shell.data_increase.valid);
     EXPECT_TRUE(bench.no_more_boxes());
 }
 
@@ -511,9 +511,9 @@ TEST(OpenProject, ReloadBeforeADownloadDoesNotBringTheFileOfTheJobBefore)
     bench.open_code(Bench::pattern(0x300, 6));
     bench.open();
     bench.form.cekReloadFile.set_value(true);
-    reload_code_file(bench.form);
+    reload_code_file(bench.shell);
     EXPECT_EQ(bench.code(0, 0x2FF), job);
-    EXPECT_TRUE(bench.form.loader.code_is_project);
+    EXPECT_TRUE(bench.shell.loader.code_is_project);
     bench.open_code(Bench::pattern(0x300, 7));
-    EXPECT_FALSE(bench.form.loader.code_is_project);
+    EXPECT_FALSE(bench.shell.loader.code_is_project);
 }

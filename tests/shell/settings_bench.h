@@ -38,12 +38,12 @@ public:
 // The program, started, with four ports.
 struct Program {
     explicit Program(SettingsStore& store, bool english = false)
-        : form{Platform{loop, ports, dialogs, store}}
+        : shell{Platform{loop, ports, dialogs, store}}
     {
         for (const char* path : {"first", "second", "third", "fourth"})
             ports.add(path, wire);
-        form.language_is_english = english;
-        start_up(form);
+        shell.language_is_english = english;
+        start_up(shell);
     }
 
     void let_the_save_run() { loop.run_for_ms(500); }
@@ -56,7 +56,8 @@ struct Program {
     sim::Wire wire{loop};
     sim::SimPortDriver ports{loop};
     ScriptedDialogs dialogs;
-    MainForm form;
+    Shell shell;
+    MainForm& form = shell.form;
 };
 
 inline void put(MemoryStore& store, const char* key, const char* value) { store.set("Settings", key, value); }

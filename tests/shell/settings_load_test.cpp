@@ -25,34 +25,34 @@ TEST(FirstRun, HasTheseChoices)
 {
     MemoryStore store;
     Program run(store);
-    MainForm& form = run.form;
-    EXPECT_EQ(form.cobBaudMin.text(), "2400");
-    EXPECT_EQ(form.comDalay_ReDownLoad.text(), "5");
-    EXPECT_TRUE(form.optBeepYes.value());
-    EXPECT_EQ(form.txtWrite_OK_Count.text(), "0");
-    EXPECT_TRUE(form.opt_485_pin[1].value());
-    EXPECT_EQ(form.comb_485_pin.text(), "P1.0");
-    EXPECT_TRUE(form.opt_485_logic[1].value());
-    EXPECT_TRUE(form.opt_External_WDT[1].value());
-    EXPECT_EQ(form.comb_External_WDT.text(), "P1.1");
-    EXPECT_EQ(form.comWDT_Prescalar[0].text(), "256");
-    EXPECT_EQ(form.com_RC_frequency[0].text(), "18.432");
-    EXPECT_EQ(form.com_RC_frequency[1].text(), "11.0592");
-    EXPECT_EQ(form.com_RC_frequency[4].text(), "12");
-    EXPECT_EQ(form.com_RC_frequency[5].text(), "11.059");
-    EXPECT_EQ(form.txt_RC_frequency.text(), "128");
-    EXPECT_EQ(form.com_Debug_COM.text(), "COM1");
-    EXPECT_EQ(form.com_Debug_Baud.text(), "115200");
-    EXPECT_EQ(form.com_Debug_ParityCheck.text(), "None");
-    EXPECT_EQ(form.com_Debug_DataBits.text(), "8");
-    EXPECT_EQ(form.com_Debug_StopBits.text(), "1");
-    EXPECT_FALSE(form.che_AutoOpenPort.value());
-    EXPECT_TRUE(form.optHexSend[0].value());
-    EXPECT_EQ(form.texSendCycle.text(), "1000");
-    EXPECT_EQ(form.texSend.text(), "www.example.com");
-    EXPECT_EQ(form.cobUserCodeBaud.text(), "115200");
-    EXPECT_EQ(form.cob_DEMO_DownLoad_Parity.text(), "None");
-    EXPECT_EQ(form.cob_DEMO_UserCode_StopBits.text(), "1");
+    Shell& shell = run.shell;
+    EXPECT_EQ(shell.form.cobBaudMin.text(), "2400");
+    EXPECT_EQ(shell.form.comDalay_ReDownLoad.text(), "5");
+    EXPECT_TRUE(shell.form.optBeepYes.value());
+    EXPECT_EQ(shell.form.txtWrite_OK_Count.text(), "0");
+    EXPECT_TRUE(shell.form.opt_485_pin[1].value());
+    EXPECT_EQ(shell.form.comb_485_pin.text(), "P1.0");
+    EXPECT_TRUE(shell.form.opt_485_logic[1].value());
+    EXPECT_TRUE(shell.form.opt_External_WDT[1].value());
+    EXPECT_EQ(shell.form.comb_External_WDT.text(), "P1.1");
+    EXPECT_EQ(shell.form.comWDT_Prescalar[0].text(), "256");
+    EXPECT_EQ(shell.form.com_RC_frequency[0].text(), "18.432");
+    EXPECT_EQ(shell.form.com_RC_frequency[1].text(), "11.0592");
+    EXPECT_EQ(shell.form.com_RC_frequency[4].text(), "12");
+    EXPECT_EQ(shell.form.com_RC_frequency[5].text(), "11.059");
+    EXPECT_EQ(shell.form.txt_RC_frequency.text(), "128");
+    EXPECT_EQ(shell.form.com_Debug_COM.text(), "COM1");
+    EXPECT_EQ(shell.form.com_Debug_Baud.text(), "115200");
+    EXPECT_EQ(shell.form.com_Debug_ParityCheck.text(), "None");
+    EXPECT_EQ(shell.form.com_Debug_DataBits.text(), "8");
+    EXPECT_EQ(shell.form.com_Debug_StopBits.text(), "1");
+    EXPECT_FALSE(shell.form.che_AutoOpenPort.value());
+    EXPECT_TRUE(shell.form.optHexSend[0].value());
+    EXPECT_EQ(shell.form.texSendCycle.text(), "1000");
+    EXPECT_EQ(shell.form.texSend.text(), "www.example.com");
+    EXPECT_EQ(shell.form.cobUserCodeBaud.text(), "115200");
+    EXPECT_EQ(shell.form.cob_DEMO_DownLoad_Parity.text(), "None");
+    EXPECT_EQ(shell.form.cob_DEMO_UserCode_StopBits.text(), "1");
 }
 
 TEST(Loading, ReadsTheModelFirstAndTheNumbersBehindTheWindow)
@@ -89,7 +89,7 @@ TEST(Loading, TakesAPlaceOffTheScreenAsItStands)
     Program run(store);
     EXPECT_EQ(run.form.window.left, -30000);
     EXPECT_EQ(run.form.window.top, 99999.5F);
-    save_window(run.form);
+    save_window(run.shell);
     EXPECT_EQ(stored(store, "MainTop"), "99999.5");
 }
 
@@ -189,6 +189,6 @@ TEST(Loading, RestoresTheLowVoltageOnceAndLosesItAtAModelThatHasItsOwnList)
     Program run(store);
     EXPECT_EQ(run.form.com_RC_frequency[4].index_chosen(), 3);
     run.form.txtDevice.set_text("Holly-4");
-    ASSERT_TRUE(apply_selected_device(run.form));
+    ASSERT_TRUE(apply_selected_device(run.shell));
     EXPECT_EQ(run.form.com_RC_frequency[4].index_chosen(), -1);
 }

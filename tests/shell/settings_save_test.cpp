@@ -13,13 +13,13 @@ struct QuietProgram : Program {
         : Program(store, english)
     {
         let_the_save_run();
-        EXPECT_FALSE(form.Timer3.enabled());
+        EXPECT_FALSE(shell.Timer3.enabled());
     }
     // Whether what a hand does to a control has armed the save; takes it back.
     bool armed()
     {
-        const bool armed = form.Timer3.enabled();
-        form.Timer3.stop();
+        const bool armed = shell.Timer3.enabled();
+        shell.Timer3.stop();
         return armed;
     }
 };
@@ -42,7 +42,7 @@ TEST(Saving, OfABurstIsOneWriteHalfASecondAfterTheFirstChange)
     QuietProgram run(store);
     store.writes.clear();
     for (int row = 0; row < 25; ++row) {
-        ASSERT_TRUE(click(run.form, run.form.cheSpreadHex[row]));
+        ASSERT_TRUE(click(run.shell, run.form.cheSpreadHex[row]));
         run.loop.run_for_ms(19);
     }
     EXPECT_TRUE(store.writes.empty()) << "475 ms after the first click";
@@ -59,9 +59,9 @@ TEST(Saving, OfAChangeAfterASaveIsAnother)
     CountingStore store;
     QuietProgram run(store);
     store.writes.clear();
-    click(run.form, run.form.cheSpreadHex[0]);
+    click(run.shell, run.form.cheSpreadHex[0]);
     run.let_the_save_run();
-    click(run.form, run.form.cheSpreadHex[0]);
+    click(run.shell, run.form.cheSpreadHex[0]);
     run.let_the_save_run();
     EXPECT_EQ(store.writes["cheSpreadHex_0"], 2);
     EXPECT_EQ(stored(store.inner, "cheSpreadHex_0"), "0");
@@ -71,10 +71,10 @@ TEST(Saving, FollowsTheStartAndEverySelectionOfAModel)
 {
     MemoryStore store;
     Program run(store);
-    EXPECT_TRUE(run.form.Timer3.enabled());
+    EXPECT_TRUE(run.shell.Timer3.enabled());
     run.let_the_save_run();
     EXPECT_EQ(stored(store, "DeviceProducts"), "Hazel-1");
-    choose_node(run.form, run.form.TreeViewDevice, "Juniper-60Q");
+    choose_node(run.shell, run.form.TreeViewDevice, "Juniper-60Q");
     run.let_the_save_run();
     EXPECT_EQ(stored(store, "DeviceProducts"), "Juniper-60Q");
 }
@@ -84,12 +84,12 @@ TEST(Saving, SetsTheFirstModelOfBirchWhereNoModelIsSelected)
     MemoryStore store;
     QuietProgram run(store);
     run.form.TreeViewDevice.select("FamilyJuniper");
-    save_settings(run.form);
+    save_settings(run.shell);
     EXPECT_EQ(stored(store, "DeviceProducts"), "Birch-4");
     run.form.TreeViewDevice.set_nodes({});
     ASSERT_EQ(run.form.TreeViewDevice.selected_key(), "");
     put(store, "DeviceProducts", "something else");
-    save_settings(run.form);
+    save_settings(run.shell);
     EXPECT_EQ(stored(store, "DeviceProducts"), "Birch-4");
 }
 
@@ -99,7 +99,7 @@ TEST(Saving, SetsBirchInEnglishTooAndTheNextStartFallsBack)
     MemoryStore store;
     QuietProgram run(store, true);
     run.form.TreeViewDevice.select("FamilyJuniper");
-    save_settings(run.form);
+    save_settings(run.shell);
     EXPECT_EQ(stored(store, "DeviceProducts"), "Birch-4");
     EXPECT_EQ(Program(store, true).form.txtDevice.text(), "Hazel-1");
     put(store, "DeviceProducts", "Birch-4");
@@ -113,12 +113,12 @@ TEST(Saving, NotesTheFirstThreeOptionsAsANumber)
     run.form.Option0[0].set_value(true);
     run.form.Option1[1].set_value(true);
     run.form.Option2[0].set_value(true);
-    save_settings(run.form);
+    save_settings(run.shell);
     EXPECT_EQ(stored(store, "安全锁"), "5");
     run.form.Option0[1].set_value(true);
     run.form.Option1[0].set_value(true);
     run.form.Option2[1].set_value(true);
-    save_settings(run.form);
+    save_settings(run.shell);
     EXPECT_EQ(stored(store, "安全锁"), "2");
     EXPECT_EQ(stored(store, "fillbyte"), "00");
 }
@@ -130,7 +130,7 @@ TEST(Saving, WritesAnswersAsWordsAndChecksAsDigits)
     run.form.optBeepNo.set_value(true);
     run.form.che_AutoOpenPort.set_value(true);
     run.form.opt_485_pin[0].set_value(true);
-    save_settings(run.form);
+    save_settings(run.shell);
     EXPECT_EQ(stored(store, "BeepYesNo"), "False");
     EXPECT_EQ(stored(store, "DebugAutoOpenPort"), "1");
     EXPECT_EQ(stored(store, "pin_for_485"), "0");
@@ -145,7 +145,7 @@ TEST(Saving, OfTheWindowAloneLeavesTheRestAlone)
     QuietProgram run(store);
     store.writes.clear();
     run.form.window.left = 1500;
-    save_window(run.form);
+    save_window(run.shell);
     EXPECT_EQ(stored(store.inner, "MainLeft"), "1500");
     EXPECT_EQ(store.writes.size(), 5U);
 }
@@ -155,9 +155,9 @@ TEST(Saving, OfTheWindowIsPartOfTheEnd)
     MemoryStore store;
     QuietProgram run(store);
     run.form.window.top = 450;
-    close_request(run.form);
+    close_request(run.shell);
     run.loop.run_for_ms(1000);
-    EXPECT_TRUE(run.form.unloaded);
+    EXPECT_TRUE(run.shell.unloaded);
     EXPECT_EQ(stored(store, "MainTop"), "450");
 }
 
@@ -165,9 +165,9 @@ TEST(Saving, OfTheLastChangeComesBeforeTheEnd)
 {
     MemoryStore store;
     QuietProgram run(store);
-    choose_item(run.form, run.form.cobBaudMin, 2);
-    close_request(run.form);
-    while (!run.form.unloaded)
+    choose_item(run.shell, run.form.cobBaudMin, 2);
+    close_request(run.shell);
+    while (!run.shell.unloaded)
         run.loop.yield();
     EXPECT_EQ(stored(store, "BaudMin"), "2");
 }
@@ -176,10 +176,10 @@ TEST(Saving, IsNotArmedByWhatIsNotKept)
 {
     MemoryStore store;
     QuietProgram run(store);
-    type_text(run.form, run.form.txtAP_FileStart, "0100");
-    choose_item(run.form, run.form.cobBaudMax, 1);
-    choose_tab(run.form, run.form.TabStrip2, 0);
-    click(run.form, run.form.cekReloadFile);
+    type_text(run.shell, run.form.txtAP_FileStart, "0100");
+    choose_item(run.shell, run.form.cobBaudMax, 1);
+    choose_tab(run.shell, run.form.TabStrip2, 0);
+    click(run.shell, run.form.cekReloadFile);
     EXPECT_FALSE(run.armed());
 }
 
@@ -188,8 +188,8 @@ TEST(Saving, IsNotArmedByADisabledControl)
     MemoryStore store;
     QuietProgram run(store);
     run.form.cobBaudMin.set_enabled(false);
-    EXPECT_FALSE(choose_item(run.form, run.form.cobBaudMin, 2));
-    EXPECT_FALSE(press_key(run.form, run.form.cobBaudMin, "Down"));
+    EXPECT_FALSE(choose_item(run.shell, run.form.cobBaudMin, 2));
+    EXPECT_FALSE(press_key(run.shell, run.form.cobBaudMin, "Down"));
     EXPECT_FALSE(run.armed());
 }
 
@@ -199,9 +199,9 @@ TEST_P(ArmingList, ArmsTheSaveWhenAnItemIsChosenAndWhenAKeyIsPressed)
     QuietProgram run(store);
     auto& list = run.control<ComboBox>(GetParam().name, GetParam().index);
     list.set_enabled(true);
-    EXPECT_TRUE(choose_item(run.form, list, 1));
+    EXPECT_TRUE(choose_item(run.shell, list, 1));
     EXPECT_TRUE(run.armed());
-    EXPECT_TRUE(press_key(run.form, list, "Down"));
+    EXPECT_TRUE(press_key(run.shell, list, "Down"));
     EXPECT_TRUE(run.armed());
 }
 INSTANTIATE_TEST_SUITE_P(OfAllLines, ArmingList,
@@ -218,7 +218,7 @@ TEST_P(ArmingButton, ArmsTheSaveWhenItIsClicked)
     QuietProgram run(store);
     Control& button = *run.form.controls.find(GetParam().name, GetParam().index);
     button.set_enabled(true);
-    EXPECT_TRUE(click(run.form, button));
+    EXPECT_TRUE(click(run.shell, button));
     EXPECT_TRUE(run.armed());
 }
 INSTANTIATE_TEST_SUITE_P(OfAllKinds, ArmingButton,
@@ -233,7 +233,7 @@ TEST_P(ArmingText, ArmsTheSaveWhenItIsTypedInto)
     QuietProgram run(store);
     Control& text = *run.form.controls.find(GetParam().name, GetParam().index);
     text.set_enabled(true);
-    EXPECT_TRUE(type_text(run.form, text, "12"));
+    EXPECT_TRUE(type_text(run.shell, text, "12"));
     EXPECT_TRUE(run.armed());
 }
 INSTANTIATE_TEST_SUITE_P(OfAllTexts, ArmingText,

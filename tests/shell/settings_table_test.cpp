@@ -33,32 +33,32 @@ void change(const SettingRow& row, Control& control)
         button->set_value(true);
 }
 
-void change_all(MainForm& form)
+void change_all(Shell& shell)
 {
     for (const SettingRow& row : setting_rows()) {
         const int first = row.index == SettingRow::each || row.holds == Holds::choice ? 0 : row.index;
-        Control* control = form.controls.find(row.control, first);
+        Control* control = shell.form.controls.find(row.control, first);
         ASSERT_NE(control, nullptr) << row.key;
         if (row.index != SettingRow::each) {
             change(row, *control);
             continue;
         }
-        for (int i = 0; (control = form.controls.find(row.control, i)) != nullptr; ++i)
+        for (int i = 0; (control = shell.form.controls.find(row.control, i)) != nullptr; ++i)
             change(row, *control);
     }
-    form.optBeepNo.set_value(true);
-    form.window.left = -150;
-    form.window.top = 300;
-    form.window.width = 18000;
-    form.window.height = 12345;
-    form.window.frame24_width = 4321;
+    shell.form.optBeepNo.set_value(true);
+    shell.form.window.left = -150;
+    shell.form.window.top = 300;
+    shell.form.window.width = 18000;
+    shell.form.window.height = 12345;
+    shell.form.window.frame24_width = 4321;
 }
 
 Values save(Program& run)
 {
-    MemoryStore& store = static_cast<MemoryStore&>(run.form.platform.settings);
+    MemoryStore& store = static_cast<MemoryStore&>(run.shell.platform.settings);
     store.values.clear();
-    save_settings(run.form);
+    save_settings(run.shell);
     return store.values;
 }
 
@@ -130,8 +130,8 @@ TEST(SettingsTable, ComesBackKeyByKeyAfterARestart)
     {
         Program run(store);
         first_start = save(run);
-        choose_node(run.form, run.form.TreeViewDevice, "Maple-4");
-        change_all(run.form);
+        choose_node(run.shell, run.form.TreeViewDevice, "Maple-4");
+        change_all(run.shell);
         changed = save(run);
     }
     Program again(store);

@@ -99,9 +99,9 @@ TEST(Window, ClosedDuringACallStopsItFirstAndGoesThen)
 
     bench.when([&] { return bench.calling(); }, [&] { bench.window->close(); });
     bench.click("comDownload(0)");
-    EXPECT_TRUE(bench.form.closing);
+    EXPECT_TRUE(bench.shell.closing);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !bench.window->isVisible(); }, 3000));
-    EXPECT_TRUE(bench.form.unloaded);
+    EXPECT_TRUE(bench.shell.unloaded);
 }
 
 TEST(DeviceTree, EscapeClosesItWithoutAChange)

@@ -25,7 +25,7 @@ std::string panel_name(const ::testing::TestParamInfo<Panel>& info)
 void choose(WindowBench& bench, const char* model)
 {
     bench.form.txtDevice.set_text(model);
-    ASSERT_TRUE(apply_selected_device(bench.form));
+    ASSERT_TRUE(apply_selected_device(bench.shell));
     QTest::qWait(100); // two redraws: the captions, then their columns
 }
 

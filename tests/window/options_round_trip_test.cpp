@@ -37,7 +37,7 @@ void pick_model(WindowBench& bench, const Trip& trip)
         bench.type_model(trip.model);
     } else {
         bench.form.txtDevice.set_text(trip.model);
-        ASSERT_TRUE(apply_selected_device(bench.form));
+        ASSERT_TRUE(apply_selected_device(bench.shell));
         QTest::qWait(100);
     }
     ASSERT_EQ(bench.find<QLineEdit>("txtDevice")->text(), QString(trip.model));
@@ -85,12 +85,12 @@ QString report(WindowBench& bench)
 }
 
 // The words of every choice that stands in the panel.
-QStringList words_of_choices(MainForm& form, OptionPage page)
+QStringList words_of_choices(Shell& shell, OptionPage page)
 {
     QStringList words;
-    snapshot_controls(form);
+    snapshot_controls(shell);
     for (int row = 0; row <= page.last_row; ++row) {
-        const auto cell = [&](OptionColumn column) { return form.option_table.cell(page.page, row, column); };
+        const auto cell = [&](OptionColumn column) { return shell.option_table.cell(page.page, row, column); };
         if (cell(OptionColumn::snapshot) == "True" && !cell(OptionColumn::bit_code).empty() &&
             !cell(OptionColumn::report).empty())
             words << QString::fromStdString(cell(OptionColumn::report)).simplified();
@@ -115,7 +115,7 @@ TEST_P(EveryPage, GoesIntoTheChipAndComesBack)
 
     ASSERT_NO_FATAL_FAILURE(pick_model(bench, trip));
     const int clicks = turn_all_over(bench);
-    EXPECT_GE(clicks, option_page_of_series(bench.form.selected.series).last_row > 4 ? 5 : 0);
+    EXPECT_GE(clicks, option_page_of_series(bench.shell.selected.series).last_row > 4 ? 5 : 0);
     bench.type_into_next_dialog(folder.filePath("code.bin"));
     bench.click("comLoadFile");
 
@@ -123,13 +123,13 @@ TEST_P(EveryPage, GoesIntoTheChipAndComesBack)
     bench.click("comDownload(0)");
     const QString done = report(bench);
     const QString taken = trip.english ? "Setting options OK. " : "设置选项成功。";
-    const bool writes = bench.form.selected.series != 1;
-    const bool doubled = bench.form.selected.series == 0 && bench.form.Option0[0].value();
+    const bool writes = bench.shell.selected.series != 1;
+    const bool doubled = bench.shell.selected.series == 0 && bench.form.Option0[0].value();
     const QString oldest = trip.english ? "Lock Chip, set 6 Clocks OK." : "设置双倍速成功。";
     EXPECT_EQ(done.contains(doubled ? oldest : taken), writes) << done.toStdString();
     EXPECT_TRUE(done.contains("Program OK")) << done.toStdString();
     std::vector<std::uint8_t> wanted;
-    for (const auto& row : bench.form.options.option_bytes)
+    for (const auto& row : bench.shell.options.option_bytes)
         wanted.push_back(row[0]);
 
     target.power_off();
@@ -137,12 +137,12 @@ TEST_P(EveryPage, GoesIntoTheChipAndComesBack)
     auto* tabs = bench.find<QTabBar>("TabStrip1");
     QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(bench.form.TabStrip1.find("CheckMCUoption")).center());
     ASSERT_TRUE(QTest::qWaitFor([&] { return bench.find<QPushButton>("comReadChipLock")->isVisible(); }));
-    const OptionPage page = option_page_of_series(bench.form.selected.series);
-    const QStringList words = words_of_choices(bench.form, page);
+    const OptionPage page = option_page_of_series(bench.shell.selected.series);
+    const QStringList words = words_of_choices(bench.shell, page);
     bench.power_up_when_called(target);
     bench.click("comReadChipLock");
     const QString read = report(bench);
-    const bool letter_b = bench.form.target.fw_letter == "B";
+    const bool letter_b = bench.shell.target.fw_letter == "B";
     const QString read_text = trip.english ? (letter_b ? "Read MCU Firmware Version OK." : "Reading Options OK. ")
                                            : (letter_b ? "读版本号成功." : "读选项成功.");
     EXPECT_TRUE(read.contains(read_text)) << read.toStdString();
@@ -162,11 +162,11 @@ TEST_P(EveryPage, GoesIntoTheChipAndComesBack)
     const QStringList rows = QRegularExpression("options:([ 0-9A-F]+)").match(said).captured(1).simplified().split(' ');
     ASSERT_EQ(rows.size(), 17);
     std::vector<int> telling;
-    if (bench.form.selected.series >= 3 && !series_is_rc_group(bench.form.selected.series)) {
+    if (bench.shell.selected.series >= 3 && !series_is_rc_group(bench.shell.selected.series)) {
         const auto compared =
-            compared_rows(bench.form.selected, bench.form.target.fw_letter, bench.form.target.fw_version);
+            compared_rows(bench.shell.selected, bench.shell.target.fw_letter, bench.shell.target.fw_version);
         telling.assign(compared.begin(), compared.end());
-    } else if (bench.form.selected.series >= 2) {
+    } else if (bench.shell.selected.series >= 2) {
         telling = {1};
     }
     for (const int row : telling)

@@ -19,9 +19,9 @@ struct ProductionBench : WindowBench {
     explicit ProductionBench(bool english = true)
         : WindowBench("/dev/null", english)
     {
-        choose_node(form, form.TreeViewDevice, "Juniper-60Q");
-        load_file(form, sample.toStdString(), form.code_buffer);
-        vrk::scroll_to(form, form.vscFile[0], 0);
+        choose_node(shell, form.TreeViewDevice, "Juniper-60Q");
+        load_file(shell, sample.toStdString(), shell.code_buffer);
+        vrk::scroll_to(shell, form.vscFile[0], 0);
         QTest::qWait(100);
         pane = find<QPlainTextEdit>("txtBuffer2");
     }
@@ -118,7 +118,7 @@ TEST(DumpEditor, DigitsTypedOverGoIntoTheBufferAndTheHintComesUp)
     bench.press(Qt::Key_A);
     bench.press(Qt::Key_5);
     EXPECT_EQ(question, "Update the buffer ?");
-    EXPECT_EQ(bench.form.code_buffer.data[0x13], 0xA5);
+    EXPECT_EQ(bench.shell.code_buffer.data[0x13], 0xA5);
     EXPECT_EQ(bench.line(1).mid(dump_data_column + 9, 2), "A5");
     EXPECT_EQ(bench.form.txtBuffer2.sel_start(), dump_line_size + dump_data_column + 4 * dump_byte_size);
     EXPECT_EQ(bench.highlighted().size(), 1);
@@ -131,17 +131,17 @@ TEST(DumpEditor, EnterOnTheQuestionLeavesTheByte)
 {
     ProductionBench bench;
     bench.click_digit(1, 3);
-    const auto before = bench.form.code_buffer.data;
+    const auto before = bench.shell.code_buffer.data;
     bench.in_next_modal<QMessageBox>([](QMessageBox* box) { QTest::keyClick(box, Qt::Key_Return); });
     bench.press(Qt::Key_A);
-    EXPECT_EQ(bench.form.code_buffer.data, before);
+    EXPECT_EQ(bench.shell.code_buffer.data, before);
 }
 
 TEST(DumpEditor, AStretchDrawnOverIsNoDigitToTypeOver)
 {
     ProductionBench bench;
-    const auto before = bench.form.code_buffer.data;
-    bench.form.edit_confirmed = true;
+    const auto before = bench.shell.code_buffer.data;
+    bench.shell.edit_confirmed = true;
     QTest::mousePress(bench.pane->viewport(), Qt::LeftButton, {}, bench.digit(1, 2));
     QTest::mouseMove(bench.pane->viewport(), bench.digit(1, 4));
     QTest::mouseMove(bench.pane->viewport(), bench.digit(1, 6));
@@ -149,7 +149,7 @@ TEST(DumpEditor, AStretchDrawnOverIsNoDigitToTypeOver)
     QTest::qWait(60);
     EXPECT_GT(bench.form.txtBuffer2.sel_length(), 1);
     bench.press(Qt::Key_A);
-    EXPECT_EQ(bench.form.code_buffer.data, before);
+    EXPECT_EQ(bench.shell.code_buffer.data, before);
 }
 
 TEST(DumpEditor, ArrowsAndPagesMoveThroughTheBuffer)
@@ -168,11 +168,11 @@ TEST(DumpEditor, ArrowsAndPagesMoveThroughTheBuffer)
 TEST(DumpView, ShowsAWholeNumberOfLinesAndFollowsItsHeight)
 {
     ProductionBench bench;
-    EXPECT_EQ(bench.line_count(), bench.form.code_buffer.view_lines);
+    EXPECT_EQ(bench.line_count(), bench.shell.code_buffer.view_lines);
     const int before = bench.line_count();
     bench.window->resize(bench.window->width(), bench.window->height() + 150);
     QTest::qWait(100);
-    EXPECT_EQ(bench.line_count(), bench.form.code_buffer.view_lines);
+    EXPECT_EQ(bench.line_count(), bench.shell.code_buffer.view_lines);
     EXPECT_GT(bench.line_count(), before);
 }
 
@@ -205,8 +205,8 @@ TEST(SerialNumberPage, TheCheckBoxStampsAndTheNumberStandsOut)
     bench.tick("cheAuto_Increase");
     QTest::qWait(100);
 
-    EXPECT_EQ(bench.form.code_buffer.data[0x202], 0x04);
-    EXPECT_EQ(bench.form.code_buffer.data[0x203], 0xD2);
+    EXPECT_EQ(bench.shell.code_buffer.data[0x202], 0x04);
+    EXPECT_EQ(bench.shell.code_buffer.data[0x203], 0xD2);
     EXPECT_EQ(bench.highlighted(), "00 00 04 D2");
     EXPECT_FALSE(bench.find<QLineEdit>("texAuto_Increase(2)")->isEnabled());
     bench.keep_picture("number_stamped");
@@ -230,7 +230,7 @@ TEST(SerialNumberPage, AFailedCheckIsABoxAndTheBoxStaysOn)
     bench.tick("cheAuto_Increase"); // FFFF by default
     EXPECT_EQ(title, "Set Program Automatic Increment");
     EXPECT_EQ(text, "The address of auto increament in the data buffer is too big.");
-    EXPECT_FALSE(bench.form.code_increase.valid);
+    EXPECT_FALSE(bench.shell.code_increase.valid);
 }
 
 TEST_P(ProductionPage, ShowsAllItsTextsWhole)

@@ -9,11 +9,11 @@ TEST(ProjectPage, SavesAJobAndOpensItLocked)
     WindowBench bench("/dev/null");
     QTemporaryDir folder;
     const QString project = folder.filePath("lamp.VRK");
-    bench.form.loader.application_dir = folder.path().toStdString();
+    bench.shell.loader.application_dir = folder.path().toStdString();
     bench.choose_model("Juniper series", "Juniper-60Q");
     ASSERT_TRUE(
-        load_file(bench.form, std::string(PROJECT_DIR) + "/examples/firmware/blink.hex", bench.form.code_buffer));
-    const auto code = bench.form.code_buffer.data;
+        load_file(bench.shell, std::string(PROJECT_DIR) + "/examples/firmware/blink.hex", bench.shell.code_buffer));
+    const auto code = bench.shell.code_buffer.data;
 
     auto* tabs = bench.find<QTabBar>("TabStrip2");
     tabs->setCurrentIndex(tabs->count() - 1);
@@ -31,7 +31,7 @@ TEST(ProjectPage, SavesAJobAndOpensItLocked)
     EXPECT_EQ(bench.find<QLabel>("Label2(6)")->text(), "MCU Type: Juniper-60Q");
     EXPECT_FALSE(bench.find<QPushButton>("comLoadFile")->isEnabled());
     EXPECT_TRUE(bench.find<QPushButton>("comDownload(0)")->isEnabled());
-    EXPECT_EQ(bench.form.code_buffer.data, code);
+    EXPECT_EQ(bench.shell.code_buffer.data, code);
 
     bench.click("FrameX(0)"); // beside the box: no way round the lock
     bench.click("comUnlockOptions");

@@ -71,11 +71,11 @@ struct WindowBench {
     // Several ports, and settings that outlive the program.
     WindowBench(std::vector<std::string> paths, SettingsStore* its_settings, bool english = true)
         : ports(std::move(paths))
-        , form(Platform{loop, ports, dialogs, its_settings != nullptr ? *its_settings : settings})
+        , shell(Platform{loop, ports, dialogs, its_settings != nullptr ? *its_settings : settings})
     {
-        form.language_is_english = english;
-        start_up(form);
-        window = std::make_unique<MainWindow>(form);
+        shell.language_is_english = english;
+        start_up(shell);
+        window = std::make_unique<MainWindow>(shell);
         dialogs.parent = window.get();
         window->show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
@@ -116,7 +116,7 @@ struct WindowBench {
     // A sequence sends its sync pairs and nobody has answered.
     bool calling() const
     {
-        return form.job.sequence_running && form.MSComm1.PortOpen() && form.target.fw_letter.empty();
+        return shell.job.sequence_running && shell.MSComm1.PortOpen() && shell.target.fw_letter.empty();
     }
     // The hand at the switch: once the tool calls, and again every few seconds if the chip's short time to listen went
     // by unheard.
@@ -187,7 +187,8 @@ struct WindowBench {
     QtPorts ports;
     QtDialogs dialogs;
     MemoryStore settings;
-    MainForm form;
+    Shell shell;
+    MainForm& form = shell.form;
     std::unique_ptr<MainWindow> window;
 
 private:

@@ -8,8 +8,8 @@ namespace {
 struct PlaceBench {
     void open()
     {
-        start_up(form);
-        window = std::make_unique<MainWindow>(form);
+        start_up(shell);
+        window = std::make_unique<MainWindow>(shell);
         window->show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     }
@@ -20,7 +20,8 @@ struct PlaceBench {
     QtPorts ports{{}};
     QtDialogs dialogs;
     MemoryStore settings;
-    MainForm form{Platform{loop, ports, dialogs, settings}};
+    Shell shell{Platform{loop, ports, dialogs, settings}};
+    MainForm& form = shell.form;
     std::unique_ptr<MainWindow> window;
 };
 
@@ -87,7 +88,7 @@ TEST(WindowPlace, IsStoredAtTheEnd)
     bench.window->move(60, 40);
     EXPECT_TRUE(QTest::qWaitFor([&] { return bench.form.window.left == 60.0F * units; }, 3000));
     bench.window->close();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return bench.form.unloaded; }, 3000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bench.shell.unloaded; }, 3000));
     EXPECT_EQ(bench.stored("MainLeft"), 60 * units);
     EXPECT_EQ(bench.stored("MainTop"), 40 * units);
 }

@@ -2,7 +2,7 @@
 // A row whose name (column 9) is empty holds no model.
 #pragma once
 
-#include "form/text_table.h"
+#include "catalog/text_table.h"
 
 namespace vrk {
 

@@ -1,7 +1,7 @@
 // The table of options: a page for each group of families, a row for each label, caption, choice and box of the panel.
 #pragma once
 
-#include "form/text_table.h"
+#include "catalog/text_table.h"
 
 namespace vrk {
 

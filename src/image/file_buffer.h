@@ -53,7 +53,7 @@ struct DownloadPlan {
     bool erase_by_firmware = false;
 };
 
-// What the file loader keeps between loads. Held by MainForm as `loader`.
+// What the file loader keeps between loads. Held by Shell as `loader`.
 struct LoaderState {
     std::string application_dir; // where the program lies: what the stored paths begin with. Set by the program
     std::string documents_dir; // of the user: for what cannot be written beside the program. Set by the program

@@ -30,7 +30,7 @@ struct McuRecord {
     bool cap_new_protocol = false; // newer generation of the ISP protocol
     bool cap_parity = false; // the link uses a parity bit
     bool cap_parity_even = false; // and it is even; otherwise odd
-    bool cap_long_frame = false; // frames in the longer form, status frame one byte longer
+    bool cap_long_frame = false; // frames in the longer shell, status frame one byte longer
     bool cap_no_option_write = false; // no option bytes to write, no option rows to show
     bool cap_all_flash_ap = false; // code may reach the top of the flash
     bool cap_no_eeprom = false; // no buffer for the data flash
