@@ -38,7 +38,7 @@ std::vector<Model> models_of(const Family& family)
 {
     std::vector<Model> models;
     models.reserve(static_cast<std::size_t>(family.declared_rows));
-    for (const Line& line : family.lines) {
+    for (const ModelLine& line : family.lines) {
         for (const Size& size : line.sizes) {
             models.push_back({&line, &size, false});
             if (line.twins == Twins::marked) {
@@ -51,7 +51,7 @@ std::vector<Model> models_of(const Family& family)
 
 std::string name_of(const Family& family, const Model& model)
 {
-    const Line& line = *model.line;
+    const ModelLine& line = *model.line;
     if (!line.whole_name.empty()) {
         return std::string(line.whole_name);
     }
@@ -66,7 +66,7 @@ std::string name_of(const Family& family, const Model& model)
 
 std::string cell_text(const Family& family, const Model& model, int column)
 {
-    const Line& line = *model.line;
+    const ModelLine& line = *model.line;
     const Size& size = *model.size;
     switch (static_cast<McuColumn>(column)) {
     case McuColumn::series:

@@ -55,7 +55,7 @@ struct Size {
     std::string_view rom_image{};
 };
 
-struct Line {
+struct ModelLine {
     VoltageClass supply; // V3 puts the mark L behind the name
     ModelClass model_class;
     std::string_view variant;
@@ -79,12 +79,12 @@ struct Family {
     std::string_view word; // of its models' names
     int id_digits;
     std::int16_t declared_rows; // may exceed the models; the rows above them stay empty
-    std::span<const Line> lines;
+    std::span<const ModelLine> lines;
 };
 
 // One row of a family, before it is text.
 struct Model {
-    const Line* line;
+    const ModelLine* line;
     const Size* size;
     bool is_twin;
 };

@@ -17,7 +17,7 @@ constexpr Size alder_sizes[] = {
   { "32", 0x00,    0x7FFF,  0x7FFF, 0x7FFF, 0xE000,  0xFFFF,  "10000000", not_filled, "BOOTC_2003.ROM" },
 };
 
-constexpr Line alder_lines[] = {
+constexpr ModelLine alder_lines[] = {
 //  supply class  var mark  id    data flash  sizes        code ends         twins
   { V5,    fixed, "", "",   0xFF, as_sized,   alder_sizes, CodeEnd::by_size, Twins::marked },
 };

@@ -20,7 +20,7 @@ constexpr Size aspen_sizes[] = {     // the one family that counts down
   { "8",  0x02,    0x1FFF,  0x1FFF, 0x1FFF, 0xE000, 0xFFFF, "10000000" },
 };
 
-constexpr Line aspen_lines[] = {
+constexpr ModelLine aspen_lines[] = {
 //  supply class  var mark  id    data flash  sizes        code ends              twins
   { V5,    fixed, "", "",   0x50, as_sized,   aspen_top,   CodeEnd::at_boot_area, Twins::marked },
   { V5,    fixed, "", "",   0x50, as_sized,   aspen_sizes },

@@ -37,7 +37,7 @@ constexpr Size birch_second_line[] = {
   { "62", 0x10,    0xF7FF,  own, 0xF7FF, 0xEC00, 0xFBFF, "10000000", 0xF3FF },
 };
 
-constexpr Line birch_lines[] = {
+constexpr ModelLine birch_lines[] = {
 //  supply class  var mark  id      data flash  sizes
   { V5,    fixed, "", "",   0xF000, as_sized,   birch_first_line },
   { V5,    fixed, "", "M",  0xF100, as_sized,   birch_second_line_again },

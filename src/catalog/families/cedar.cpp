@@ -21,7 +21,7 @@ constexpr Size cedar_sizes[] = {
   { "5",   0x05,    0x13FF,  own,    0x13FF, 0x1400, 0x1FFF, "10000000" },
 };
 
-constexpr Line cedar_lines[] = {
+constexpr ModelLine cedar_lines[] = {
 //  supply class  var  mark  id      data flash  sizes
   { V5,    fixed, "",  "",   0xF200, as_sized,   cedar_sizes },
   { V5,    fixed, "R", "",   0xF210, as_sized,   cedar_sizes },

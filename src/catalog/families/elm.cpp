@@ -57,7 +57,7 @@ constexpr CodeEnd sized = CodeEnd::by_size;
 constexpr CodeEnd at_boot = CodeEnd::at_boot_area;
 constexpr Twins alone = Twins::none;
 
-constexpr Line elm_lines[] = {
+constexpr ModelLine elm_lines[] = {
 //  supply class  var  mark  id      data flash  sizes              code ends twins  older   whole name
   { V5,    fixed, "",  "",   0xE000, as_sized,   small,             at_boot,  alone, 0xF300 },
   { V5,    fixed, "",  "",   0xE000, as_sized,   large,             at_boot },
@@ -75,7 +75,7 @@ constexpr Line elm_lines[] = {
   { V3,    fixed, "R", "M",  0xF330, as_sized,   small_by_older_id },
 };
 
-constexpr Line elm_unreleased_lines[] = {
+constexpr ModelLine elm_unreleased_lines[] = {
 //  supply class  var  mark  id      data flash  sizes              code ends twins  older   whole name
   { V5,    fixed, "",  "",   0xE000, as_sized,   small,             at_boot,  alone, 0xF300 },
   { V5,    fixed, "",  "",   0xE000, as_sized,   large_unreleased,  at_boot },

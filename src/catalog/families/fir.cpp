@@ -28,7 +28,7 @@ constexpr Size fir_sizes[] = {
   { "30", 0x1E,    0x77FF,  own,    0x77FF, 0x7800, 0x7FFF, "11111111" },
 };
 
-constexpr Line fir_lines[] = {
+constexpr ModelLine fir_lines[] = {
 //  supply class  var  mark  id      data flash  sizes
   { V5,    fixed, "",  "",   0xE600, as_sized,   fir_sizes },
   { V5,    fixed, "R", "",   0xE660, as_sized,   fir_sizes },

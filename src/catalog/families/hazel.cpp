@@ -21,7 +21,7 @@ constexpr Size hazel_sizes[] = {
   { "6", 0x06,    0x17FF,  own, 0x17FF, 0x1800, 0x1FFF, "11111111" },
 };
 
-constexpr Line hazel_lines[] = {
+constexpr ModelLine hazel_lines[] = {
 //  supply class  var  mark  id      data flash  sizes
   { V5,    fixed, "",  "",   0xE100, none,       hazel_sizes },
   { V5,    fixed, "R", "",   0xE160, as_sized,   hazel_sizes },

@@ -35,7 +35,7 @@ constexpr Size iap_sizes[] = {
   { "62", 0x1F,    0xF7FF,  own, 0xF7FF, 0xF800, 0xFFFF, "11111111" },
 };
 
-constexpr Line juniper_lines[] = {
+constexpr ModelLine juniper_lines[] = {
 //  supply class  var  mark  id      data flash  sizes
   { V5,    fixed, "",  "",   0xD100, none,       sizes },
   { V5,    fixed, "Q", "",   0xD160, as_sized,   sizes },

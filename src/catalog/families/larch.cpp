@@ -30,7 +30,7 @@ constexpr Size iap_sizes[] = {
   { "14", 0x0E,    0x37FF,  own, 0x37FF, 0x3800, 0x3FFF, "11111111" },
 };
 
-constexpr Line larch_lines[] = {
+constexpr ModelLine larch_lines[] = {
 //  supply class  var  mark  id      data flash  sizes
   { V5,    fixed, "",  "",   0xD200, none,       sizes },
   { V5,    fixed, "V", "",   0xD260, as_sized,   sizes },

@@ -29,7 +29,7 @@ constexpr Size iap_sizes[] = {
   { "6", 0x46,    0x17FF,  own, 0x17FF, 0x1800, 0x1FFF, "11111111" },
 };
 
-constexpr Line maple_lines[] = {
+constexpr ModelLine maple_lines[] = {
 //  supply class  var  mark  id      data flash  sizes
   { V5,    fixed, "",  "",   0xE200, none,       sizes },
   { V5,    fixed, "S", "",   0xE220, as_sized,   sizes },

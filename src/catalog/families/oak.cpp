@@ -38,7 +38,7 @@ constexpr Size iap_sizes[] = {
 };
 constexpr std::span<const Size> iap_sizes_of_v = std::span(iap_sizes).first<9>();   // V has no 62 KB
 
-constexpr Line oak_lines[] = {
+constexpr ModelLine oak_lines[] = {
 //  supply class  var  mark  id      data flash       sizes
   { V5,    fixed, "",  "",   0xD300, none,            sizes },
   { V5,    fixed, "V", "",   0xD360, as_sized,        sizes },

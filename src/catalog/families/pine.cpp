@@ -26,7 +26,7 @@ constexpr Size pine_top[] = {
   { "61", 0x10,    0xF3FF,  0xF800, 0xF3FF, 0xEC00, 0xFBFF, "11111000", 0xF3FF },
 };
 
-constexpr Line pine_lines[] = {
+constexpr ModelLine pine_lines[] = {
 //  supply class  var mark  id      data flash  sizes       code ends              twins
   { V5,    fixed, "", "",   0xF400, as_sized,   pine_sizes, CodeEnd::by_size,      Twins::marked },
   { V5,    fixed, "", "",   0xF400, as_sized,   pine_top,   CodeEnd::at_boot_area, Twins::marked },

@@ -23,7 +23,7 @@ constexpr Size sizes[] = {
   { "6", 0x06,    0x17FF,  own, 0x13FF, 0x1400, 0x1FFF, "11111000" },   // reaches into the boot area as tabulated
 };
 
-constexpr Line poplar_lines[] = {
+constexpr ModelLine poplar_lines[] = {
 //  supply class  var  mark  id      data flash  sizes
   { V5,    fixed, "",  "",   0xF300, as_sized,   sizes },
   { V5,    fixed, "S", "",   0xF310, as_sized,   sizes },
@@ -32,7 +32,7 @@ constexpr Line poplar_lines[] = {
   { V3,    fixed, "S", "",   0xF350, as_sized,   sizes },
   { V3,    iap,   "",  "",   0xF370, as_sized,   sizes },
 };
-constexpr Line holly_lines[] = {
+constexpr ModelLine holly_lines[] = {
   { V5,    fixed, "",  "",   0xF380, as_sized,   sizes },
   { V5,    fixed, "S", "",   0xF390, as_sized,   sizes },
   { V5,    iap,   "",  "",   0xF3B0, as_sized,   sizes },

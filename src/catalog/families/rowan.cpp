@@ -37,7 +37,7 @@ constexpr Size rowan_second_line[] = {
   { "61", 0x10,    0xF3FF,  0xF800, 0xF3FF, 0xEC00, 0xFBFF, "10000000", 0xF3FF },
 };
 
-constexpr Line rowan_lines[] = {
+constexpr ModelLine rowan_lines[] = {
 //  supply class  var mark  id      data flash  sizes
   { V5,    fixed, "", "",   0xF020, as_sized,   rowan_first_line },
   { V5,    fixed, "", "M",  0xF120, as_sized,   rowan_second_line_again },

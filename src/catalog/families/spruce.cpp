@@ -25,7 +25,7 @@ constexpr Size spruce_sizes[] = {
   { "61", 0x10,    0xF3FF,  0xF800, 0xF3FF, 0xEC00, 0xFBFF, "10000000", 0xF3FF },
 };
 
-constexpr Line spruce_lines[] = {
+constexpr ModelLine spruce_lines[] = {
 //  supply class  var mark  id      data flash  sizes
   { V5,    fixed, "", "",   0xF160, as_sized,   spruce_sizes },
   { V3,    fixed, "", "",   0xF180, as_sized,   spruce_sizes },

@@ -24,7 +24,7 @@ constexpr Size sizes[] = {
   { "60", 0x0F,    0xEFFF,  own, 0xEFFF, 0xF000, 0xFFFF, "1000000" },
 };
 
-constexpr Line teak_lines[] = {
+constexpr ModelLine teak_lines[] = {
 //  supply class  var  mark  id      data flash  sizes
   { V5,    fixed, "",  "",   0xF400, as_sized,   sizes },
   { V5,    fixed, "Q", "",   0xF430, as_sized,   sizes },

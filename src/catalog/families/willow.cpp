@@ -24,7 +24,7 @@ constexpr Size iap_sizes[] = {
 };
 constexpr std::span<const Size> sizes = std::span(iap_sizes).first<6>();   // 14 KB is for the IAP class alone
 
-constexpr Line willow_lines[] = {
+constexpr ModelLine willow_lines[] = {
 //  supply class  var  mark  id      data flash  sizes
   { V5,    fixed, "",  "",   0xD400, as_sized,   sizes },
   { V5,    fixed, "R", "",   0xD440, as_sized,   sizes },
