@@ -1,9 +1,10 @@
 // What one page of scrolling costs in the window: from the turn of the bar to the picture, on Qt's screen in memory.
 // Beside it a bare pane that is given a text of the same size and paints it.
+#include "form/main_form.h"
 #include "bench/figures.h"
 #include "bench/qt_bench.h"
 
-#include "image/buffer_view.h"
+#include "shell/buffer_view.h"
 #include "shell/events.h"
 #include "window/dump_view.h"
 
@@ -65,7 +66,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     NoPorts ports;
     bench::QtBench bench{ports, "Juniper-60Q"};
-    bench.shell.code_buffer.high = last_address;
+    bench.shell.code_buffer.view_high = last_address;
     vrk::update_view(bench.shell, bench.shell.code_buffer);
     vrk::Binder binder(bench.shell);
     vrk::DumpView view(binder, 0);

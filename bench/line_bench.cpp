@@ -1,14 +1,16 @@
 // A thousand chips of 8 KB one after the other by Re-Download, each with its own serial number, on virtual time. Every
 // chip is looked at. Beside it the checksums alone of all that goes over the wire.
+#include "form/main_form.h"
 #include "bench/median_reporter.h"
 
 #include "catalog/ranges.h"
-#include "image/file_loader.h"
-#include "link/frame.h"
+#include "shell/open_file.h"
+#include "session/frame.h"
 #include "rehearsal/chip_of_model.h"
 #include "rehearsal/rehearsal.h"
 #include "shell/device.h"
 #include "shell/events.h"
+#include "shell/open_file.h"
 
 #include <unistd.h>
 
@@ -82,7 +84,7 @@ struct Line {
         rehearsal.chip.power_up_after_ms(500);
         do
             rehearsal.loop.yield();
-        while (shell.job.sequence_running);
+        while (shell.running);
     }
 };
 

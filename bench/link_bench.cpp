@@ -1,14 +1,17 @@
 // How much of a real-time line the write stage uses. 60 KB go out over a pseudo terminal whose far end keeps the pace
 // of a wire and answers at once; beside it a bare poll() loop sends the same frames to the same far end.
+#include "form/main_form.h"
 #include "bench/chip_process.h"
 #include "bench/figures.h"
 #include "bench/metered_ports.h"
 #include "bench/qt_bench.h"
 #include "bench/wire_peer.h"
 
-#include "link/frame.h"
-#include "link/port.h"
+#include "session/frame.h"
+#include "session/session.h"
 #include "link/program.h"
+#include "shell/make_job.h"
+#include "shell/screen_report.h"
 #include "shell/events.h"
 
 #include <QCoreApplication>
@@ -24,7 +27,7 @@
 
 namespace {
 
-constexpr const char* model = "Juniper-60Q"; // long shell, even parity
+constexpr const char* model = "Juniper-60Q"; // long form, even parity
 constexpr std::int32_t code_size = 60 * 1024;
 constexpr std::size_t reply_size = 10; // with 46 B9
 
@@ -44,13 +47,15 @@ bench::WireFigures write_by_program(const std::vector<std::uint8_t>& code)
     bench::WirePeer peer;
     vrk::QtPorts ports{{peer.path()}};
     bench::QtBench bench{ports, model};
-    vrk::Shell& shell = bench.shell;
-    shell.target.mcu_clock_hz = 11'059'200;
-    shell.link.accept_frames = true;
-    bench::require(shell.MSComm1.set_Settings("115200,e,8,1") && vrk::open_link(shell), "the port does not open");
-    const bool failed = vrk::write_range(shell, {true, 0, code_size - 1}, code, false);
-    bench::require(!failed, "the write stage failed");
-    vrk::close_link(shell);
+    const vrk::Job job = vrk::make_job(bench.shell);
+    vrk::ScreenReport report(bench.shell);
+    vrk::Session session(bench.loop, bench.shell.port, bench.shell.mcu_table, job.model, job.line);
+    session.chip.mcu_clock_hz = 11'059'200;
+    session.rx.accept_frames = true;
+    bench::require(session.port.set_line({115200, vrk::Parity::even, 8, 1}) && session.open(), "the port does not open");
+    const bool written = vrk::write_range(session, report, {true, 0, code_size - 1}, code, false);
+    bench::require(written, "the write stage failed");
+    session.close();
     return peer.end();
 }
 
@@ -92,8 +97,8 @@ double download_by_program(const std::vector<std::uint8_t>& code)
     bench.loop.call_at(bench.loop.now_us(), [&shell] { vrk::click(shell, shell.form.comDownload[0]); });
     do
         bench.loop.yield();
-    while (shell.job.sequence_running);
-    bench::require(shell.job.succeeded, "the download failed: " + shell.form.textMsg.text());
+    while (shell.running);
+    bench::require(shell.succeeded, "the download failed: " + shell.form.textMsg.text());
     return metered.stage().efficiency_percent();
 }
 

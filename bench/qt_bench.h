@@ -1,8 +1,9 @@
 // The program on the Qt host without a window: a main object, real time, ports as it is given them.
 #pragma once
 
+#include "form/main_form.h"
 #include "catalog/rows.h"
-#include "form/shell.h"
+#include "shell/shell.h"
 #include "host/qt_loop.h"
 #include "host/qt_ports.h"
 #include "platform/scripted_dialogs.h"

@@ -1,10 +1,12 @@
 // What one page of scrolling costs in a full buffer: the event of the bar, the dump drawn into both of its boxes, the
 // stamped number looked for. Beside it the same lines made by the printing of the C library.
+#include "form/main_form.h"
 #include "bench/median_reporter.h"
 
-#include "form/shell.h"
-#include "image/buffer_view.h"
+#include "shell/shell.h"
+#include "image/dump.h"
 #include "platform/scripted_dialogs.h"
+#include "shell/buffer_view.h"
 #include "sim/virtual_loop.h"
 
 #include <cstdio>
@@ -32,8 +34,8 @@ struct ViewBench {
     {
         for (std::size_t i = 0; i < shell.code_buffer.data.size(); ++i)
             shell.code_buffer.data[i] = static_cast<std::uint8_t>(i * 7 >> 3);
-        shell.code_buffer.high = last_address;
-        shell.code_buffer.view_lines = lines;
+        shell.code_buffer.view_high = last_address;
+        shell.view_lines[0] = lines;
         form.texAuto_Increase[0].set_text("8003");
         form.texAuto_Increase[1].set_text("4");
         shell.code_increase.valid = true;

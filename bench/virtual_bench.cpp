@@ -1,14 +1,16 @@
 // A whole download of 60 KB on virtual time: how much real time it takes, and that it is the same one every time.
 // Beside it the least that must be computed: the frames of the same data, built and summed.
+#include "form/main_form.h"
 #include "bench/median_reporter.h"
 
 #include "catalog/ranges.h"
-#include "image/file_loader.h"
-#include "link/frame.h"
+#include "shell/open_file.h"
+#include "session/frame.h"
 #include "rehearsal/chip_of_model.h"
 #include "rehearsal/rehearsal.h"
 #include "shell/device.h"
 #include "shell/events.h"
+#include "shell/open_file.h"
 
 #include <unistd.h>
 
@@ -73,11 +75,11 @@ void virtual_download(benchmark::State& state)
         const auto began = std::chrono::steady_clock::now();
         do
             rehearsal.loop.yield();
-        while (shell.job.sequence_running && rehearsal.loop.now_us() < longest_us);
+        while (shell.running && rehearsal.loop.now_us() < longest_us);
         state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count());
 
         hashes.insert(rehearsal.loop.log.hash());
-        if (!shell.job.succeeded || rehearsal.chip.flash(0, code_size - 1) != code)
+        if (!shell.succeeded || rehearsal.chip.flash(0, code_size - 1) != code)
             return state.SkipWithError(("the download failed: " + shell.form.textMsg.text()).c_str());
     }
     std::filesystem::remove(path);

@@ -1,11 +1,14 @@
 // What waiting for power-up costs: a pair of sync bytes each 10 ms, for as long as the hand at the switch takes. Beside
 // it a bare loop that writes the same bytes at the same pace.
+#include "form/main_form.h"
 #include "bench/figures.h"
 #include "bench/qt_bench.h"
 #include "bench/wire_peer.h"
 
-#include "link/frame.h"
+#include "session/frame.h"
 #include "link/handshake.h"
+#include "shell/make_job.h"
+#include "shell/screen_report.h"
 
 #include <QCoreApplication>
 
@@ -84,14 +87,16 @@ double share_of_program()
     DeadLine line;
     vrk::QtPorts ports{{line.path}};
     bench::QtBench bench{ports, "Juniper-60Q"};
-    vrk::Shell& shell = bench.shell;
+    const vrk::Job job = vrk::make_job(bench.shell);
+    vrk::ScreenReport report(bench.shell);
+    vrk::Session session(bench.loop, bench.shell.port, bench.shell.mcu_table, job.model, job.line);
     const double before = wall_seconds();
     const double share = share_of([&] {
-        bench.loop.call_at(bench.loop.now_us() + wait_us, [&shell] { shell.link.stop_requested = true; });
-        vrk::connect_target(shell, vrk::Purpose::download);
+        bench.loop.call_at(bench.loop.now_us() + wait_us, [&session] { session.stop_requested = true; });
+        vrk::connect_target(session, job, vrk::Purpose::download, report);
     });
     bench::require(wall_seconds() - before > static_cast<double>(wait_us) / 1e6 * 0.9,
-        "the call ended early: " + shell.form.textMsg.text());
+        "the call ended early: " + bench.form.textMsg.text());
     return share;
 }
 

@@ -1,11 +1,21 @@
 // Intel HEX from disk to the plan of a download. The head of an input is told in load_bench.h.
 #include "fuzz/load_bench.h"
 
-#include "image/buffers.h"
+#include "shell/buffer_view.h"
 
 #include <algorithm>
 
 namespace fuzz {
+
+namespace {
+
+bool same_load(const vrk::FileBuffer& one, const vrk::FileBuffer& other)
+{
+    return one.data == other.data && one.low == other.low && one.high == other.high && one.checksum == other.checksum &&
+        one.view_low == other.view_low && one.view_high == other.view_high;
+}
+
+} // namespace
 
 std::string fuzz_hex_loader(Input input)
 {
@@ -23,15 +33,17 @@ std::string fuzz_hex_loader(Input input)
             return "bytes stand below the start address";
     }
 
-    // The same file over an empty buffer comes out the same.
+    // The same file over an empty buffer comes out the same, at the form and on values.
     const bool was_fresh = bench.fresh();
-    const std::vector<std::uint8_t> image = buffer.data;
-    const std::int32_t high = buffer.high;
-    vrk::controls_of(bench.shell(), buffer).clear_first.set_value(true);
+    const vrk::FileBuffer first = buffer;
+    vrk::controls_of(bench.shell(), buffer.kind).clear_first.set_value(true);
     if (!bench.load(input))
         return "the file that was loaded is refused the second time";
-    if (was_fresh && (buffer.data != image || buffer.high != high))
+    if (was_fresh && !same_load(buffer, first))
         return "the same file loads differently the second time";
+    const vrk::Loaded on_values = bench.load_on_values();
+    if (on_values.end != vrk::LoadEnd::done || !same_load(buffer, on_values.buffer))
+        return "the same file loads differently on values";
     return {};
 }
 

@@ -3,10 +3,12 @@
 #include "catalog/isp_start.h"
 #include "catalog/ranges.h"
 #include "catalog/rows.h"
-#include "image/buffer_view.h"
-#include "image/download_plan.h"
-#include "image/file_loader.h"
 #include "platform/text_number.h"
+#include "shell/buffer_view.h"
+#include "shell/screen_report.h"
+#include "shell/open_file.h"
+#include "image/download_plan.h"
+#include "form/main_form.h"
 
 #include <unistd.h>
 
@@ -52,7 +54,6 @@ void select_model(vrk::Shell& shell, const char* name)
 {
     const auto found = vrk::locate_mcu_by_name(catalogue(), name);
     shell.selected = found ? vrk::read_mcu_row(catalogue(), found->series, found->row) : vrk::McuRecord{};
-    shell.connected = shell.selected;
     shell.form.LabISP_reange[1].set_caption(vrk::four_hex_digits(vrk::derive_isp_start(shell.selected).shown_last));
 }
 
@@ -77,14 +78,12 @@ void look_at_dump(vrk::Shell& shell, int index)
 }
 
 // For every stepping of the boot loader that has rules of its own, with the option bytes in either order.
-void plan_downloads(vrk::Shell& shell)
+void plan_downloads(const vrk::Shell& shell)
 {
     for (const char* letter : {"A", "C", "D", "E", "I"}) {
-        shell.target.fw_letter = letter;
-        for (const char* version : {"4.9", "6.3"}) {
-            shell.target.fw_version = version;
-            vrk::download_plan(shell, 0);
-            vrk::download_plan(shell, 5);
+        for (const double version : {4.9, 6.3}) {
+            vrk::build_download_plan(shell.code_buffer.view_high, shell.selected, letter, version, 0);
+            vrk::build_download_plan(shell.code_buffer.view_high, shell.selected, letter, version, 5);
         }
     }
 }
@@ -117,7 +116,7 @@ LoadBench::LoadBench(Input& input, const char* named, const char* unnamed)
 
     buffer_ = (what & 0x10) != 0 ? &shell_.data_buffer : &shell_.code_buffer;
     shell_.language_is_english = (what & 0x20) != 0;
-    const vrk::BufferControls controls = vrk::controls_of(shell_, *buffer_);
+    const vrk::BufferControls controls = vrk::controls_of(shell_, buffer_->kind);
     controls.clear_first.set_value((what & 0x40) != 0);
     controls.start.set_text(vrk::hex_text(start));
     dialogs_.answers = hands & 0x0F;
@@ -169,6 +168,17 @@ bool LoadBench::load(Input file)
     look_at_dump(shell_, 1);
     plan_downloads(shell_);
     return loaded;
+}
+
+vrk::Loaded LoadBench::load_on_values()
+{
+    dialogs_.answered = 0;
+    vrk::ScreenReport boxes{shell_};
+    vrk::FileBuffer empty{buffer_->kind};
+    empty.start = buffer_->start;
+    const std::int32_t shown_ap_last = vrk::hex_address_4(form_.LabISP_reange[1].caption());
+    return vrk::load_image(empty, vrk::read_image_file(path_, empty.data.size()),
+        {shell_.selected, shown_ap_last, false}, boxes, [] { return true; });
 }
 
 std::string LoadBench::complaint(bool loaded) const

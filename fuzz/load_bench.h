@@ -9,7 +9,8 @@
 
 #include "fuzz/target.h"
 
-#include "form/shell.h"
+#include "image/load.h"
+#include "shell/shell.h"
 #include "platform/scripted_dialogs.h"
 #include "sim/virtual_loop.h"
 
@@ -30,6 +31,8 @@ public:
 
     // Loads the file as the program does, looks at every end of the dump and plans the download of it.
     bool load(Input file);
+    // The same load on values alone, into an empty buffer, its boxes answered in the same way.
+    vrk::Loaded load_on_values();
     // What must hold after any load, whatever was in it. Empty: all does.
     std::string complaint(bool loaded) const;
 

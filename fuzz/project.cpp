@@ -1,13 +1,15 @@
 // A project file from its text to the form. What stands before the text:
 //   0  model that the text is given a head for, low four bits; language, bit 4: 1 English; bit 5: no head, the text is
 //      the whole file
+#include "form/main_form.h"
 #include "fuzz/target.h"
 
 #include "image/project_format.h"
 #include "options/codec.h"
-#include "options/row_control.h"
 #include "platform/scripted_dialogs.h"
+#include "shell/panel_state.h"
 #include "shell/project.h"
+#include "shell/row_control.h"
 #include "shell/start_up.h"
 #include "sim/virtual_loop.h"
 
@@ -125,8 +127,8 @@ std::string form_complaint(const vrk::Shell& shell, const vrk::Project& project)
         return "what is loaded is not what was found";
     if (!holds(shell.code_buffer, project.code.bytes) || !holds(shell.data_buffer, project.data.bytes))
         return "a buffer does not hold its image";
-    if ((shell.job.panel_state == 2) == shell.selected.cap_no_option_write)
-        return "the panel is not locked, or locked for good";
+    if (vrk::panel_state(shell) != 2)
+        return "the panel is not locked";
     return {};
 }
 

@@ -1,6 +1,6 @@
 #include "fuzz/receive_bench.h"
 
-#include "link/port.h"
+#include "session/session.h"
 
 namespace fuzz {
 
@@ -8,23 +8,23 @@ namespace {
 
 constexpr std::int64_t spacing_us = 7'000; // several arrivals within one wait of the receive event
 
-void act(vrk::Shell& shell, Before before)
+void act(vrk::Session& session, Before before)
 {
     switch (before) {
     case Before::nothing:
         return;
     case Before::flush:
-        vrk::flush_link(shell);
-        shell.link.demo_reply_ok = false; // flush_link leaves it to the sender
+        session.flush();
+        session.rx.demo_reply_ok = false; // a flush leaves it to the sender
         return;
     case Before::expect_reply:
-        shell.link.rx_count = 0;
-        shell.link.reply_ok = false;
-        shell.link.demo_reply_ok = false;
-        shell.link.accept_frames = true;
+        session.rx.count = 0;
+        session.rx.reply_ok = false;
+        session.rx.demo_reply_ok = false;
+        session.rx.accept_frames = true;
         return;
     case Before::read_frame:
-        vrk::read_frame(shell);
+        session.frame();
         return;
     }
 }
@@ -39,15 +39,15 @@ void ReceiveBench::arrive(Input bytes)
 
 std::string ReceiveBench::common_complaint() const
 {
-    if (state.rx_count < 0 || static_cast<std::size_t>(state.rx_count) > vrk::LinkState::rx_size)
-        return "rx_count is " + std::to_string(state.rx_count);
+    if (state.count < 0 || static_cast<std::size_t>(state.count) > vrk::ReceiveState::buffer_size)
+        return "count is " + std::to_string(state.count);
     return {};
 }
 
 std::string ReceiveBench::play(Input input, bool slow, const std::function<std::string()>& look)
 {
     if (slow)
-        link.shell.MSComm1.set_Settings("2400,n,8,1");
+        link.port.set_line({2400, vrk::Parity::none, 8, 1});
     std::string complaint;
     std::int64_t at_us = 0;
     int to_come = 0;
@@ -57,7 +57,7 @@ std::string ReceiveBench::play(Input input, bool slow, const std::function<std::
         ++to_come;
         at_us += spacing_us;
         link.loop.call_at(at_us, [this, head, bytes, &look, &complaint, &to_come] {
-            act(link.shell, static_cast<Before>(head >> 6));
+            act(link.session, static_cast<Before>(head >> 6));
             arrive(bytes);
             if (complaint.empty())
                 complaint = common_complaint();
@@ -68,7 +68,7 @@ std::string ReceiveBench::play(Input input, bool slow, const std::function<std::
     }
     while (to_come > 0)
         link.loop.yield();
-    if (complaint.empty() && state.in_receive_event)
+    if (complaint.empty() && state.in_event)
         complaint = "the receive event never ended";
     return complaint;
 }
@@ -76,7 +76,7 @@ std::string ReceiveBench::play(Input input, bool slow, const std::function<std::
 void ReceiveBench::arrive_after_flush(Input frame)
 {
     state.accept_frames = true;
-    vrk::flush_link(link.shell);
+    link.session.flush();
     state.demo_reply_ok = false;
     arrive(frame);
 }

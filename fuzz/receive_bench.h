@@ -1,4 +1,4 @@
-// A main object on a hand-fed port, for both receive paths, and the common part of their inputs:
+// A talk on a hand-fed port, for both receive paths, and the common part of their inputs:
 //   0     how the link stands: one bit each, told where the target reads it
 //   1..   arrivals: a byte with the count of bytes less one (bits 0 to 5) and what the program does before they come
 //         (bits 6 and 7, see Before), then the bytes. At a slow baud the receive event waits for more, and the arrivals
@@ -7,7 +7,7 @@
 
 #include "fuzz/target.h"
 
-#include "tests/link/hand_port.h"
+#include "tests/session/hand_port.h"
 
 namespace fuzz {
 
@@ -16,7 +16,7 @@ enum class Before { nothing, flush, expect_reply, read_frame };
 class ReceiveBench {
 public:
     HandLink link;
-    vrk::LinkState& state = link.shell.link;
+    vrk::ReceiveState& state = link.session.rx;
 
     // Plays all arrivals. Answers the first complaint; `look` is asked after each of them.
     std::string play(Input input, bool slow, const std::function<std::string()>& look);

@@ -29,11 +29,11 @@ std::string fuzz_receive_demo(Input input)
 {
     const std::uint8_t how = take_byte(input);
     ReceiveBench bench;
-    vrk::LinkState& state = bench.state;
-    state.demo_mode = true;
+    vrk::ReceiveState& state = bench.state;
+    bench.link.session.demo_mode = true;
 
     const std::string complaint = bench.play(input, (how & 1) != 0, [&]() -> std::string {
-        const Input received = Input{state.rx_buffer}.first(static_cast<std::size_t>(state.rx_count));
+        const Input received = Input{state.buffer}.first(static_cast<std::size_t>(state.count));
         if (state.demo_reply_ok && !is_good_frame(received))
             return "demo_reply_ok without a good frame";
         return state.reply_ok ? "a frame of user code passed as a reply of the boot loader" : "";
@@ -42,7 +42,7 @@ std::string fuzz_receive_demo(Input input)
         return complaint;
 
     bench.arrive_after_flush(good_reply);
-    while (state.in_receive_event)
+    while (state.in_event)
         bench.link.loop.yield();
     return state.demo_reply_ok ? "" : "a good reply behind a flush was not taken";
 }

@@ -67,17 +67,17 @@ std::string fuzz_receive_isp(Input input)
 {
     const std::uint8_t how = take_byte(input);
     ReceiveBench bench;
-    vrk::LinkState& state = bench.state;
+    vrk::ReceiveState& state = bench.state;
     state.header_required = (how & 1) != 0;
-    state.board_mode = (how & 4) != 0;
+    bench.link.session.board_mode = (how & 4) != 0;
     state.accept_frames = (how & 8) == 0;
-    bench.link.shell.target.identified = (how & 32) != 0;
-    vrk::McuRecord& model = (how & 32) != 0 ? bench.link.shell.connected : bench.link.shell.selected;
+    bench.link.session.identified = (how & 32) != 0;
+    vrk::McuRecord& model = (how & 32) != 0 ? bench.link.session.connected : bench.link.session.selected;
     model.cap_long_frame = (how & 2) != 0;
     const Form form = (how & 4) != 0 ? Form::crc : (how & 2) != 0 ? Form::two_byte_sum : Form::one_byte_sum;
 
     const std::string complaint = bench.play(input, (how & 16) != 0, [&]() -> std::string {
-        const Input received = Input{state.rx_buffer}.first(static_cast<std::size_t>(state.rx_count));
+        const Input received = Input{state.buffer}.first(static_cast<std::size_t>(state.count));
         if (state.reply_ok && !is_good_frame(received, form))
             return "reply_ok without a good frame";
         return state.demo_reply_ok ? "a reply of the boot loader passed as one of user code" : "";
@@ -86,7 +86,7 @@ std::string fuzz_receive_isp(Input input)
         return complaint;
 
     bench.arrive_after_flush(good_reply(form));
-    while (state.in_receive_event)
+    while (state.in_event)
         bench.link.loop.yield();
     return state.reply_ok ? "" : "a good reply behind a flush was not taken";
 }

@@ -5,18 +5,17 @@
 //   3..   the frame from its length byte on
 #include "fuzz/target.h"
 
+#include "catalog/attributes.h"
 #include "catalog/ranges.h"
 #include "catalog/rows.h"
-#include "form/shell.h"
-#include "options/codec.h"
+#include "options/option_report.h"
 #include "options/option_tables.h"
 #include "options/status_frame.h"
 #include "options/status_report.h"
-#include "platform/scripted_dialogs.h"
-#include "sim/sim_port.h"
-#include "sim/virtual_loop.h"
+#include "session/receive_state.h"
 
 #include <algorithm>
+#include <array>
 
 namespace fuzz {
 
@@ -49,19 +48,31 @@ const Tables& tables()
     return all;
 }
 
-std::string complaint_of(const vrk::Shell& shell, bool was_english)
+std::string complaint_of(const vrk::ChipStatus& status, const std::vector<std::string>& labels)
 {
-    for (const std::int16_t row : shell.options.status_bytes) {
+    for (const std::int16_t row : status.status_bytes) {
         if (row < 0 || row > 255)
             return "an option byte of " + std::to_string(row);
     }
-    if (shell.language_is_english != was_english)
-        return "the language changed";
-    for (const vrk::Label& label : shell.form.LabLock) {
-        if (label.caption().find('\n') != std::string::npos)
+    for (const std::string& label : labels) {
+        if (label.find('\n') != std::string::npos)
             return "a label of two lines";
     }
     return "";
+}
+
+// The frame without a buffer behind it: a length that promises more than there is must not be believed.
+void read_as_it_ends(Input input, const vrk::ChipStatus& status)
+{
+    for (const bool sixteen_rows : {false, true}) {
+        vrk::StatusBytes rows{};
+        vrk::decode_status_frame(
+            input, vrk::StatusLayout::power_up, status.fw_letter, status.fw_version, sixteen_rows, 0xFF, rows);
+    }
+    const vrk::RcFrequencies rc = vrk::rc_frequencies(input);
+    vrk::rc_frequency_lines(rc.last, rc.factory, true);
+    vrk::serial_digits(input);
+    vrk::has_double_speed_bit(input);
 }
 
 } // namespace
@@ -69,30 +80,29 @@ std::string complaint_of(const vrk::Shell& shell, bool was_english)
 std::string fuzz_status_frame(Input input)
 {
     const std::uint8_t how = take_byte(input);
-    sim::VirtualLoop loop;
-    sim::SimPortDriver ports(loop);
-    vrk::ScriptedDialogs dialogs;
-    vrk::MemoryStore settings;
-    vrk::Shell shell(vrk::Platform{loop, ports, dialogs, settings});
-    shell.language_is_english = (how & 32) != 0;
-    shell.option_table = tables().options[shell.language_is_english ? 1 : 0];
-    shell.selected = tables().record(models[(how & 31U) % std::size(models)]);
-    shell.connected = shell.selected;
-    shell.target.identified = true;
-    shell.target.target_name = shell.selected.mcu_name;
-    shell.target.fw_letter = std::string(1, static_cast<char>(take_byte(input)));
-    shell.target.fw_version = vrk::decode_version(take_byte(input));
-    shell.link.rx_buffer[0] = 0x68;
-    std::copy_n(input.begin(), std::min(input.size(), shell.link.rx_buffer.size() - 2), shell.link.rx_buffer.begin() + 2);
+    const bool english = (how & 32) != 0;
+    vrk::OptionTable table = tables().options[english ? 1 : 0];
+    vrk::ChipStatus status;
+    status.model = tables().record(models[(how & 31U) % std::size(models)]);
+    status.target_name = status.model.mcu_name;
+    status.fw_letter = std::string(1, static_cast<char>(take_byte(input)));
+    status.fw_version = vrk::decode_version(take_byte(input));
 
-    vrk::build_option_bytes(shell);
-    vrk::decode_status_frame(shell, (how & 64) != 0 ? vrk::StatusLayout::answer : vrk::StatusLayout::power_up);
-    vrk::report_status(shell);
+    std::array<std::uint8_t, vrk::ReceiveState::buffer_size> frame{0x68};
+    std::copy_n(input.begin(), std::min(input.size(), frame.size() - 2), frame.begin() + 2);
+    const bool sixteen_rows = vrk::option_family(status.model.series) == 4;
+    vrk::decode_status_frame(frame, (how & 64) != 0 ? vrk::StatusLayout::answer : vrk::StatusLayout::power_up,
+        status.fw_letter, status.fw_version, sixteen_rows, 0xFF, status.status_bytes);
+    status.double_speed_bit = vrk::has_double_speed_bit(frame);
+    vrk::firmware_lines(status);
+    const vrk::RcFrequencies rc = vrk::rc_frequencies(frame);
+    vrk::rc_frequency_lines(rc.last, rc.factory, false);
+    const std::vector<std::string> lines = vrk::option_lines(table, status, english);
     if ((how & 128) != 0) {
-        vrk::report_serial(shell);
-        vrk::report_rc_frequency(shell, true);
+        vrk::serial_digits(frame);
+        read_as_it_ends(input, status);
     }
-    return complaint_of(shell, (how & 32) != 0);
+    return complaint_of(status, vrk::check_page_lines(status, lines, english));
 }
 
 } // namespace fuzz

@@ -4,13 +4,16 @@
 
 #include "catalog/attributes.h"
 #include "catalog/ranges.h"
-#include "image/buffers.h"
-#include "image/file_loader.h"
 #include "link/option_commit.h"
+#include "named_controls.h"
+#include "shell/panel_state.h"
+#include "shell/press.h"
 #include "rehearsal/chip_of_model.h"
 #include "rehearsal/rehearsal.h"
+#include "shell/buffer_view.h"
 #include "shell/device.h"
 #include "shell/events.h"
+#include "shell/open_file.h"
 
 #include <gtest/gtest.h>
 
@@ -35,6 +38,8 @@ inline sim::ChipSetup setup_of(const char* model)
 }
 
 struct Bench : Rehearsal {
+    const NamedControls form{shell.controls};
+
     explicit Bench(const sim::ChipSetup& setup, bool english = true)
         : Rehearsal(setup, nullptr, english)
     {
@@ -48,14 +53,14 @@ struct Bench : Rehearsal {
     {
         EXPECT_TRUE(dialogs.replies.empty()) << "a reply was left over";
         if (::testing::Test::HasFailure())
-            std::printf("--- report%s\n--- chip: %s\n%s%s", form.textMsg.text().c_str(), chip.state_name().c_str(),
+            std::printf("--- report%s\n--- chip: %s\n%s%s", form.text_box("textMsg").text().c_str(), chip.state_name().c_str(),
                 chip.violations().c_str(), chip.line_faults().c_str());
     }
 
     // Models without a node in the tree come from a project or from a connected chip: their name stands in the box.
     void select(const std::string& model)
     {
-        form.txtDevice.set_text(model);
+        form.text_box("txtDevice").set_text(model);
         apply_selected_device(shell);
         clear_buffer(shell, 0, shell.code_buffer);
         clear_buffer(shell, 0, shell.data_buffer);
@@ -81,11 +86,11 @@ struct Bench : Rehearsal {
 
     void press_download(int row = 0)
     {
-        loop.call_at(loop.now_us(), [this, row] { click(shell, form.comDownload[row]); });
+        loop.call_at(loop.now_us(), [this, row] { click(shell, form.button("comDownload", row)); });
     }
     void press_stop_after_ms(std::int64_t ms)
     {
-        loop.call_at(loop.now_us() + ms * 1000, [this] { click(shell, form.comStop_Download); });
+        loop.call_at(loop.now_us() + ms * 1000, [this] { click(shell, form.button("comStop_Download")); });
     }
     void power_up_after_ms(std::int64_t ms)
     {
@@ -102,12 +107,12 @@ struct Bench : Rehearsal {
     {
         const auto end = loop.call_at(loop.now_us() + 600'000'000, [this] {
             ADD_FAILURE() << "the sequence does not end";
-            form.comStop_Download.set_enabled(true);
-            click(shell, form.comStop_Download);
+            form.button("comStop_Download").set_enabled(true);
+            click(shell, form.button("comStop_Download"));
         });
         do
             loop.yield();
-        while (shell.job.sequence_running);
+        while (shell.running);
         loop.cancel(end);
     }
     // Between sequences only: a sequence runs on the stack of whoever yields, so this would not come back before its
@@ -126,7 +131,7 @@ struct Bench : Rehearsal {
     void run_until_idle_or_given_up()
     {
         const auto giving_up =
-            loop.call_at(loop.now_us() + 120'000'000, [this] { click(shell, form.comStop_Download); });
+            loop.call_at(loop.now_us() + 120'000'000, [this] { click(shell, form.button("comStop_Download")); });
         run_until_idle();
         loop.cancel(giving_up);
     }
@@ -157,19 +162,19 @@ struct Bench : Rehearsal {
         const int before = count();
         const std::string violations = chip.violations();
         download();
-        EXPECT_TRUE(shell.job.succeeded);
+        EXPECT_TRUE(shell.succeeded);
         EXPECT_EQ(count(), before + 1);
         EXPECT_TRUE(report_says("Program OK"));
         EXPECT_TRUE(chip_holds_the_code());
         EXPECT_EQ(chip.violations(), violations) << "the next download is not clean";
         EXPECT_TRUE(buttons_are_free());
-        EXPECT_EQ(shell.job.panel_state, 0);
+        EXPECT_EQ(panel_state(shell), 0);
     }
 
     // No word of success, no count, and the user can go on.
     void expect_failed_honestly()
     {
-        EXPECT_FALSE(shell.job.succeeded);
+        EXPECT_FALSE(shell.succeeded);
         EXPECT_FALSE(report_says("OK"));
         EXPECT_EQ(count(), 0);
         EXPECT_EQ(shell.platform.settings.get("Settings", "Write_OK_Count", "0"), "0");
@@ -186,7 +191,7 @@ struct Bench : Rehearsal {
             return {};
         if (!is_newer_series(series))
             return {1};
-        const auto rows = compared_rows(shell.selected, shell.target.fw_letter, shell.target.fw_version);
+        const auto rows = compared_rows(shell.selected, shell.talk().chip.fw_letter, shell.talk().chip.fw_version);
         return {rows.begin(), rows.end()};
     }
     // Those rows hold in the chip what was wanted, but for two bits that newer chips set by themselves.
@@ -196,30 +201,27 @@ struct Bench : Rehearsal {
         return std::all_of(rows.begin(), rows.end(), [this](int row) {
             const int mask = row == 1 && shell.selected.series >= 7 ? 0x88 : 0;
             const auto at = static_cast<std::size_t>(row);
-            return (chip.options()[at] | mask) == (shell.options.option_bytes[at][0] | mask);
+            return (chip.options()[at] | mask) == (shell.options.bytes[at][0] | mask);
         });
     }
-    std::span<OptionButton> buttons_of(std::size_t strip)
+    std::vector<OptionButton*> buttons_of(std::size_t strip)
     {
-        const std::span<OptionButton> groups[] = {form.Option0, form.Option1, form.Option2, form.Option3, form.Option4,
-            form.Option5, form.Option6, form.Option7, form.Option8, form.Option9, form.Option10, form.Option11,
-            form.Option12, form.Option13};
-        return groups[strip];
+        return form.options("Option" + std::to_string(strip));
     }
     void wipe_chip() { chip.preset_flash(0, std::vector<std::uint8_t>(chip.flash().size(), 0xA5)); }
 
     std::size_t code_size = 0;
 
-    bool report_says(std::string_view text) const { return form.textMsg.text().find(text) != std::string::npos; }
+    bool report_says(std::string_view text) const { return form.text_box("textMsg").text().find(text) != std::string::npos; }
     int times_said(std::string_view text) const
     {
-        const std::string& report = form.textMsg.text();
+        const std::string& report = form.text_box("textMsg").text();
         int times = 0;
         for (std::size_t at = report.find(text); at != std::string::npos; at = report.find(text, at + text.size()))
             ++times;
         return times;
     }
-    int count() const { return std::stoi(form.txtWrite_OK_Count.text()); }
+    int count() const { return std::stoi(form.text_box("txtWrite_OK_Count").text()); }
     std::vector<std::uint8_t> flash(std::size_t first, std::size_t last) const { return chip.flash(first, last); }
     std::vector<std::uint8_t> code(std::size_t first, std::size_t last) const
     {
@@ -228,7 +230,7 @@ struct Bench : Rehearsal {
     }
     bool buttons_are_free() const
     {
-        return form.comDownload[0].enabled() && form.comDownload[1].enabled() && !form.comStop_Download.enabled();
+        return form.button("comDownload", 0).enabled() && form.button("comDownload", 1).enabled() && !form.button("comStop_Download").enabled();
     }
 
 private:
@@ -237,7 +239,7 @@ private:
         const std::string path = ::testing::TempDir() + std::to_string(getpid()) + name;
         std::ofstream(path, std::ios::binary)
             .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-        take_path(shell, &buffer == &shell.code_buffer ? BufferKind::code : BufferKind::data, path);
+        take_path(shell, buffer.kind, path);
         ASSERT_TRUE(load_file(shell, path, buffer));
         std::remove(path.c_str());
     }

@@ -1,12 +1,14 @@
 // vrk-isp: the window.
 #include "isp/ports_with_target.h"
+
+#include "form/main_form.h"
 #include "isp/target_panel.h"
 
 #include "host/qt_dialogs.h"
 #include "host/qt_loop.h"
 #include "host/qt_settings.h"
-#include "image/file_loader.h"
 #include "shell/events.h"
+#include "shell/open_file.h"
 #include "shell/start_up.h"
 #include "window/main_window.h"
 

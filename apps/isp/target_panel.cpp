@@ -1,5 +1,7 @@
 #include "isp/target_panel.h"
 
+#include "form/main_form.h"
+
 #include "rehearsal/chip_of_model.h"
 #include "window/binder.h"
 

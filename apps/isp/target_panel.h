@@ -3,7 +3,7 @@
 
 #include "isp/ports_with_target.h"
 
-#include "form/shell.h"
+#include "shell/shell.h"
 
 #include <QComboBox>
 #include <QGroupBox>

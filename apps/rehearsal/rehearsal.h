@@ -1,7 +1,7 @@
 // A whole bench in one process: the program's main object, a virtual clock, a simulated wire and one simulated chip.
 #pragma once
 
-#include "form/shell.h"
+#include "shell/shell.h"
 #include "platform/scripted_dialogs.h"
 #include "sim/chip.h"
 #include "sim/sim_port.h"
@@ -23,7 +23,6 @@ struct Rehearsal {
     ScriptedDialogs dialogs;
     MemoryStore own_settings;
     Shell shell;
-    MainForm& form = shell.form;
 };
 
 } // namespace vrk

@@ -1,5 +1,6 @@
 #include "script/commands.h"
 
+
 #include "catalog/ranges.h"
 #include "link/baud.h"
 #include "platform/text_number.h"
@@ -66,8 +67,23 @@ std::optional<std::int64_t> whole_number(std::string_view text, int base = 10)
 }
 
 Result no_control(std::string_view name) { return failure("no control '" + std::string{name} + "'"); }
-Result refused(std::string_view name) { return failure("'" + std::string{name} + "' is disabled"); }
-Result answer_of(bool taken, std::string_view name) { return taken ? Result{} : refused(name); }
+
+// What became of a touch; nothing to say where it was taken.
+Result answer_of(Touch touch, std::string_view name)
+{
+    const std::string quoted = "'" + std::string{name} + "'";
+    switch (touch) {
+    case Touch::disabled:
+        return failure(quoted + " is disabled");
+    case Touch::busy:
+        return failure(quoted + " is busy: a sequence runs");
+    case Touch::impossible:
+        return failure(quoted + " cannot take that");
+    case Touch::taken:
+        break;
+    }
+    return {};
+}
 
 // "Name", or "Name.property" where the part behind the point is no part of the name.
 Result read_control(Runner& runner, std::string_view full)
@@ -75,7 +91,7 @@ Result read_control(Runner& runner, std::string_view full)
     const std::size_t point = full.rfind('.');
     const std::string_view name = full.substr(0, point);
     const std::string_view property = point == std::string_view::npos ? std::string_view{} : full.substr(point + 1);
-    const Control* control = runner.shell().form.controls.find_full(name);
+    const Control* control = runner.shell().controls.find_full(name);
     if (control == nullptr)
         return no_control(name);
     const auto value = control_property(*control, property);
@@ -99,8 +115,6 @@ Result set_list(Runner& runner, ComboBox& list, std::string_view name, std::stri
     }
     if (item < 0 || item >= static_cast<std::int64_t>(list.items().size()))
         return failure("'" + std::string{name} + "' has no item '" + std::string{text} + "'");
-    if (!list.enabled())
-        return refused(name);
     return runner.run_soon([&shell, &list, item] { choose_item(shell, list, static_cast<int>(item)); });
 }
 
@@ -109,8 +123,6 @@ Result set_tab(Runner& runner, TabStrip& strip, std::string_view name, std::stri
     const int tab = text.starts_with("#") ? static_cast<int>(whole_number(text.substr(1)).value_or(-1)) : strip.find(text);
     if (tab < 0 || static_cast<std::size_t>(tab) >= strip.tabs().size())
         return failure("'" + std::string{name} + "' has no tab '" + std::string{text} + "'");
-    if (!strip.enabled())
-        return refused(name);
     Shell& shell = runner.shell();
     return runner.run_soon([&shell, &strip, tab] { choose_tab(shell, strip, tab); });
 }
@@ -119,8 +131,6 @@ Result set_node(Runner& runner, Tree& tree, std::string_view name, std::string_v
 {
     if (tree.find(key) == nullptr)
         return failure("'" + std::string{name} + "' has no node '" + std::string{key} + "'");
-    if (!tree.enabled())
-        return refused(name);
     Shell& shell = runner.shell();
     return runner.run_soon([&shell, &tree, key = std::string{key}] { choose_node(shell, tree, key); });
 }
@@ -130,9 +140,11 @@ Result set_control(Runner& runner, Words words)
     const std::string_view name = words.next();
     const std::string text{words.rest()};
     Shell& shell = runner.shell();
-    Control* control = shell.form.controls.find_full(name);
+    Control* control = shell.controls.find_full(name);
     if (control == nullptr)
         return no_control(name);
+    if (const Touch touch = may_touch(shell, *control); touch != Touch::taken)
+        return answer_of(touch, name);
     const bool on = text == "1";
     if (auto* list = dynamic_cast<ComboBox*>(control))
         return set_list(runner, *list, name, text);
@@ -140,8 +152,6 @@ Result set_control(Runner& runner, Words words)
         return set_node(runner, *tree, name, text);
     if (auto* strip = dynamic_cast<TabStrip*>(control))
         return set_tab(runner, *strip, name, text);
-    if (!control->enabled())
-        return refused(name);
     if (dynamic_cast<TextBox*>(control) != nullptr)
         return answer_of(type_text(shell, *control, text), name);
     if (auto* box = dynamic_cast<CheckBox*>(control))
@@ -167,7 +177,11 @@ Result click_part(Runner& runner, std::string_view full)
         return no_control(full);
     const std::string_view name = full.substr(0, open);
     const std::string_view key = full.substr(open + 1, full.size() - open - 2);
-    Control* control = runner.shell().form.controls.find_full(name);
+    Control* control = runner.shell().controls.find_full(name);
+    if (control != nullptr) {
+        if (const Touch touch = may_touch(runner.shell(), *control); touch != Touch::taken)
+            return answer_of(touch, name);
+    }
     if (auto* strip = dynamic_cast<TabStrip*>(control))
         return set_tab(runner, *strip, name, key);
     if (auto* tree = dynamic_cast<Tree*>(control))
@@ -179,11 +193,11 @@ Result click_control(Runner& runner, Words words)
 {
     const std::string_view name = trimmed(words.rest());
     Shell& shell = runner.shell();
-    Control* control = shell.form.controls.find_full(name);
+    Control* control = shell.controls.find_full(name);
     if (control == nullptr)
         return click_part(runner, name);
-    if (!control->enabled())
-        return refused(name);
+    if (const Touch touch = may_touch(shell, *control); touch != Touch::taken)
+        return answer_of(touch, name);
     return runner.run_soon([&shell, control] { click(shell, *control); });
 }
 
@@ -192,18 +206,18 @@ Result press_control(Runner& runner, Words words)
     const std::string_view name = words.next();
     const std::string key{words.rest()};
     Shell& shell = runner.shell();
-    Control* control = shell.form.controls.find_full(name);
+    Control* control = shell.controls.find_full(name);
     if (control == nullptr)
         return no_control(name);
-    if (!control->enabled())
-        return refused(name);
+    if (const Touch touch = may_press(shell, *control, key); touch != Touch::taken)
+        return answer_of(touch, name);
     return runner.run_soon([&shell, control, key] { press_key(shell, *control, key); });
 }
 
 Result put_caret(Runner& runner, Words words)
 {
     const std::string_view name = words.next();
-    auto* box = dynamic_cast<TextBox*>(runner.shell().form.controls.find_full(name));
+    auto* box = dynamic_cast<TextBox*>(runner.shell().controls.find_full(name));
     const auto position = whole_number(words.rest());
     if (box == nullptr)
         return failure("no text control '" + std::string{name} + "'");
@@ -289,7 +303,7 @@ Result wait_idle(Runner& runner, Words words)
     if (ms < 0)
         return failure("wait-idle takes milliseconds, not '" + std::string{words.rest()} + "'");
     Shell& shell = runner.shell();
-    return runner.wait_for([&shell] { return !shell.job.sequence_running; }, ms,
+    return runner.wait_for([&shell] { return !shell.running; }, ms,
         "a sequence still runs after " + std::to_string(ms) + " ms");
 }
 
@@ -304,7 +318,7 @@ Result wait_text(Runner& runner, Words words)
     const std::string_view name = words.next();
     const std::string_view ms_text = words.next();
     const std::string text{words.rest()};
-    const Control* control = runner.shell().form.controls.find_full(name);
+    const Control* control = runner.shell().controls.find_full(name);
     const auto ms = whole_number(ms_text);
     if (control == nullptr)
         return no_control(name);
@@ -318,7 +332,7 @@ Result expect_text(Runner& runner, Words words)
 {
     const std::string_view name = words.next();
     const std::string text{words.rest()};
-    const Control* control = runner.shell().form.controls.find_full(name);
+    const Control* control = runner.shell().controls.find_full(name);
     if (control == nullptr)
         return no_control(name);
     const std::string found = main_text(*control);
@@ -359,7 +373,7 @@ Result read_record(Runner& runner, Words words)
     if (which == "selected")
         return value_of(record_value(runner.shell().selected));
     if (which == "connected")
-        return value_of(record_value(runner.shell().connected));
+        return value_of(record_value(runner.shell().talk().connected));
     return failure("a record is selected or connected");
 }
 

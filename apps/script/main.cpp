@@ -1,5 +1,7 @@
 // vrk-script: the window's controls without the window.
+#include "form/main_form.h"
 #include "rehearsal/chip_of_model.h"
+
 #include "rehearsal/rehearsal.h"
 #include "script/runner.h"
 
@@ -98,7 +100,7 @@ void tell_places(LoaderState& loader)
 int run(Runner& runner, EventLoop& loop, const Shell& shell)
 {
     loop.before_sleep = [&runner] { return runner.turn(); };
-    while (!shell.unloaded || shell.job.sequence_running)
+    while (!shell.unloaded || shell.running)
         loop.yield();
     loop.before_sleep = nullptr;
     return runner.failed() ? 1 : 0;

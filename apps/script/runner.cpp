@@ -1,5 +1,6 @@
 #include "script/runner.h"
 
+
 #include "script/commands.h"
 
 #include "platform/text_number.h"

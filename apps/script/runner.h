@@ -7,7 +7,7 @@
 
 #include "script/values.h"
 
-#include "form/shell.h"
+#include "shell/shell.h"
 #include "platform/scripted_dialogs.h"
 
 #include <deque>

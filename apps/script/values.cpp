@@ -1,7 +1,9 @@
 #include "script/values.h"
 
 #include "catalog/attributes.h"
+#include "link/job.h"
 #include "platform/text_number.h"
+#include "shell/panel_state.h"
 
 namespace vrk::script {
 
@@ -123,7 +125,7 @@ Json numbers(const Array& values)
 Json option_byte_rows(const Shell& shell)
 {
     Json rows = Json::array();
-    for (const auto& row : shell.options.option_bytes)
+    for (const auto& row : shell.options.bytes)
         rows.push_back(numbers(row));
     return rows;
 }
@@ -137,6 +139,14 @@ Json plan_value(const DownloadPlan& plan)
         {"erase_by_firmware", plan.erase_by_firmware}};
 }
 
+// The model last taken: the chip on the wire where it is known, else the selected one.
+const McuRecord& model_in_hand(const Shell& shell)
+{
+    return shell.session != nullptr ? shell.session->model() : shell.selected;
+}
+
+std::string rom_image_name(const McuRecord& model) { return std::string{trimmed(model.rom_image)}; }
+
 struct VariableRow {
     std::string_view name;
     Json (*value)(const Shell& shell);
@@ -144,73 +154,73 @@ struct VariableRow {
 
 // clang-format off
 constexpr VariableRow variables[] = {
-    { "target_ok",           [](const Shell& f) -> Json { return f.target.target_ok; } },
-    { "tl_mode_active",      [](const Shell& f) -> Json { return f.target.tl_mode_active; } },
-    { "target_name",         [](const Shell& f) -> Json { return f.target.target_name; } },
-    { "target_id_hi",        [](const Shell& f) -> Json { return f.target.target_id_hi; } },
-    { "target_id_lo",        [](const Shell& f) -> Json { return f.target.target_id_lo; } },
-    { "target_id_alt",       [](const Shell& f) -> Json { return f.target.target_id_alt; } },
-    { "fw_version",          [](const Shell& f) -> Json { return f.target.fw_version; } },
-    { "fw_letter",           [](const Shell& f) -> Json { return f.target.fw_letter; } },
-    { "mcu_clock_hz",        [](const Shell& f) -> Json { return f.target.mcu_clock_hz; } },
-    { "mcu_clock_saved",     [](const Shell& f) -> Json { return f.target.mcu_clock_saved; } },
-    { "clock_doubled_flag",  [](const Shell& f) -> Json { return f.target.clock_doubled_flag; } },
-    { "double_speed_on",     [](const Shell& f) -> Json { return f.target.double_speed_on; } },
-    { "boot_size_known",     [](const Shell& f) -> Json { return f.target.boot_size_known; } },
-    { "boot_size",           [](const Shell& f) -> Json { return f.target.boot_size; } },
-    { "status_has_options",  [](const Shell& f) -> Json { return f.target.status_has_options; } },
-    { "options_read_ok",     [](const Shell& f) -> Json { return f.target.options_read_ok; } },
-    { "reload_hi",           [](const Shell& f) -> Json { return f.target.reload_hi; } },
-    { "reload_lo",           [](const Shell& f) -> Json { return f.target.reload_lo; } },
-    { "reload2_hi",          [](const Shell& f) -> Json { return f.target.reload2_hi; } },
-    { "reload2_lo",          [](const Shell& f) -> Json { return f.target.reload2_lo; } },
-    { "baud_error",          [](const Shell& f) -> Json { return f.target.baud_error; } },
-    { "serial_number",       [](const Shell& f) -> Json { return f.target.serial_number; } },
-    { "handshake_baud",      [](const Shell& f) -> Json { return f.link.handshake_baud; } },
-    { "rx_count",            [](const Shell& f) -> Json { return f.link.rx_count; } },
-    { "accept_frames",       [](const Shell& f) -> Json { return f.link.accept_frames; } },
-    { "header_required",     [](const Shell& f) -> Json { return f.link.header_required; } },
-    { "reply_ok",            [](const Shell& f) -> Json { return f.link.reply_ok; } },
-    { "reply_timeout",       [](const Shell& f) -> Json { return f.link.reply_timeout; } },
-    { "reply_bad",           [](const Shell& f) -> Json { return f.link.reply_bad; } },
-    { "stop_requested",      [](const Shell& f) -> Json { return f.link.stop_requested; } },
-    { "demo_mode",           [](const Shell& f) -> Json { return f.link.demo_mode; } },
-    { "terminal_mode",       [](const Shell& f) -> Json { return f.link.terminal_mode; } },
-    { "board_mode",          [](const Shell& f) -> Json { return f.link.board_mode; } },
-    { "link_parity_on",      [](const Shell& f) -> Json { return f.link.link_parity_on; } },
-    { "link_parity_even",    [](const Shell& f) -> Json { return f.link.link_parity_even; } },
-    { "data_sum",            [](const Shell& f) -> Json { return f.link.data_sum; } },
-    { "Settings",            [](const Shell& f) -> Json { return f.MSComm1.Settings(); } },
-    { "PortOpen",            [](const Shell& f) -> Json { return f.MSComm1.PortOpen(); } },
-    { "rc_calibrate",        [](const Shell& f) -> Json { return f.rc.rc_calibrate; } },
-    { "rc_trim",             [](const Shell& f) -> Json { return f.rc.rc_trim; } },
-    { "rc_error",            [](const Shell& f) -> Json { return f.rc.rc_error; } },
-    { "rc_target",           [](const Shell& f) -> Json { return f.rc.rc_target; } },
-    { "rc_saved",            [](const Shell& f) -> Json { return numbers(f.rc.rc_saved); } },
-    { "rc_last",             [](const Shell& f) -> Json { return f.rc.rc_last; } },
-    { "rc_factory",          [](const Shell& f) -> Json { return f.rc.rc_factory; } },
-    { "last_rc_trim",        [](const Shell& f) -> Json { return f.rc.last_rc_trim; } },
-    { "program_ok",          [](const Shell& f) -> Json { return f.job.program_ok; } },
-    { "options_done",        [](const Shell& f) -> Json { return f.job.options_done; } },
-    { "succeeded",           [](const Shell& f) -> Json { return f.job.succeeded; } },
-    { "sequence_running",    [](const Shell& f) -> Json { return f.job.sequence_running; } },
-    { "panel_state",         [](const Shell& f) -> Json { return f.job.panel_state; } },
-    { "write_chunk",         [](const Shell&  ) -> Json { return JobState::write_chunk; } },
-    { "erase_time",          [](const Shell& f) -> Json { return f.job.erase_time; } },
-    { "program_time",        [](const Shell& f) -> Json { return f.job.program_time; } },
+    { "target_ok",           [](const Shell& f) -> Json { return f.talk().chip.target_ok; } },
+    { "tl_mode_active",      [](const Shell& f) -> Json { return f.talk().chip.tl_mode_active; } },
+    { "target_name",         [](const Shell& f) -> Json { return f.talk().chip.target_name; } },
+    { "target_id_hi",        [](const Shell& f) -> Json { return f.talk().chip.target_id_hi; } },
+    { "target_id_lo",        [](const Shell& f) -> Json { return f.talk().chip.target_id_lo; } },
+    { "target_id_alt",       [](const Shell& f) -> Json { return f.talk().chip.target_id_alt; } },
+    { "fw_version",          [](const Shell& f) -> Json { return f.talk().chip.fw_version; } },
+    { "fw_letter",           [](const Shell& f) -> Json { return f.talk().chip.fw_letter; } },
+    { "mcu_clock_hz",        [](const Shell& f) -> Json { return f.talk().chip.mcu_clock_hz; } },
+    { "mcu_clock_saved",     [](const Shell& f) -> Json { return f.talk().chip.mcu_clock_saved; } },
+    { "clock_doubled_flag",  [](const Shell& f) -> Json { return f.talk().chip.clock_doubled_flag; } },
+    { "double_speed_on",     [](const Shell& f) -> Json { return f.talk().chip.double_speed_on; } },
+    { "boot_size_known",     [](const Shell& f) -> Json { return f.talk().chip.boot_size_known; } },
+    { "boot_size",           [](const Shell& f) -> Json { return f.talk().chip.boot_size; } },
+    { "status_has_options",  [](const Shell& f) -> Json { return f.talk().chip.status_has_options; } },
+    { "options_read_ok",     [](const Shell& f) -> Json { return f.talk().chip.options_read_ok; } },
+    { "reload_hi",           [](const Shell& f) -> Json { return f.talk().chip.reload_hi; } },
+    { "reload_lo",           [](const Shell& f) -> Json { return f.talk().chip.reload_lo; } },
+    { "reload2_hi",          [](const Shell& f) -> Json { return f.talk().chip.reload2_hi; } },
+    { "reload2_lo",          [](const Shell& f) -> Json { return f.talk().chip.reload2_lo; } },
+    { "baud_error",          [](const Shell& f) -> Json { return f.talk().chip.baud_error; } },
+    { "serial_number",       [](const Shell& f) -> Json { return f.talk().chip.serial_number; } },
+    { "handshake_baud",      [](const Shell& f) -> Json { return std::to_string(f.talk().line.contact_baud); } },
+    { "rx_count",            [](const Shell& f) -> Json { return f.talk().rx.count; } },
+    { "accept_frames",       [](const Shell& f) -> Json { return f.talk().rx.accept_frames; } },
+    { "header_required",     [](const Shell& f) -> Json { return f.talk().rx.header_required; } },
+    { "reply_ok",            [](const Shell& f) -> Json { return f.talk().rx.reply_ok; } },
+    { "reply_timeout",       [](const Shell& f) -> Json { return f.talk().rx.reply_timeout; } },
+    { "reply_bad",           [](const Shell& f) -> Json { return f.talk().rx.reply_bad; } },
+    { "stop_requested",      [](const Shell& f) -> Json { return f.talk().stop_requested; } },
+    { "demo_mode",           [](const Shell& f) -> Json { return f.talk().demo_mode; } },
+    { "terminal_mode",       [](const Shell&  ) -> Json { return false; } },
+    { "board_mode",          [](const Shell& f) -> Json { return f.talk().board_mode; } },
+    { "link_parity_on",      [](const Shell& f) -> Json { return f.talk().parity_on; } },
+    { "link_parity_even",    [](const Shell& f) -> Json { return f.selected.cap_parity_even; } },
+    { "data_sum",            [](const Shell& f) -> Json { return f.talk().data_sum; } },
+    { "Settings",            [](const Shell& f) -> Json { return line_text(f.port.line()); } },
+    { "PortOpen",            [](const Shell& f) -> Json { return f.port.is_open(); } },
+    { "rc_calibrate",        [](const Shell& f) -> Json { return series_is_15_16(f.selected.series); } },
+    { "rc_trim",             [](const Shell& f) -> Json { return f.talk().rc.rc_trim; } },
+    { "rc_error",            [](const Shell& f) -> Json { return f.talk().rc.rc_error; } },
+    { "rc_target",           [](const Shell& f) -> Json { return f.talk().rc.rc_target; } },
+    { "rc_saved",            [](const Shell& f) -> Json { return numbers(f.talk().rc.rc_saved); } },
+    { "rc_last",             [](const Shell& f) -> Json { return f.talk().rc.rc_last; } },
+    { "rc_factory",          [](const Shell& f) -> Json { return f.talk().rc.rc_factory; } },
+    { "last_rc_trim",        [](const Shell& f) -> Json { return f.talk().rc.last_rc_trim; } },
+    { "program_ok",          [](const Shell& f) -> Json { return f.talk().program_ok; } },
+    { "options_done",        [](const Shell& f) -> Json { return f.talk().options_done; } },
+    { "succeeded",           [](const Shell& f) -> Json { return f.succeeded; } },
+    { "sequence_running",    [](const Shell& f) -> Json { return f.running; } },
+    { "panel_state",         [](const Shell& f) -> Json { return panel_state(f); } },
+    { "write_chunk",         [](const Shell&  ) -> Json { return Job::write_chunk; } },
+    { "erase_time",          [](const Shell& f) -> Json { return f.talk().erase_time; } },
+    { "program_time",        [](const Shell& f) -> Json { return f.talk().program_time; } },
     { "option_bytes",        [](const Shell& f) -> Json { return option_byte_rows(f); } },
-    { "status_bytes",        [](const Shell& f) -> Json { return numbers(f.options.status_bytes); } },
+    { "status_bytes",        [](const Shell& f) -> Json { return numbers(f.talk().status_bytes); } },
     { "spare_row_16",        [](const Shell& f) -> Json { return f.options.spare_row_16; } },
-    { "byte_text",           [](const Shell& f) -> Json { return f.options.byte_text; } },
-    { "option_family",       [](const Shell& f) -> Json { return f.option_family; } },
-    { "block_bytes",         [](const Shell& f) -> Json { return f.beside.block_bytes; } },
-    { "has_rom_image",       [](const Shell& f) -> Json { return f.beside.has_rom_image; } },
-    { "rom_image_name",      [](const Shell& f) -> Json { return f.beside.rom_image_name; } },
-    { "series_is_15_16_17",  [](const Shell& f) -> Json { return f.series_is_15_16_17; } },
-    { "series_is_15_16",     [](const Shell& f) -> Json { return f.series_is_15_16; } },
+    { "byte_text",           [](const Shell& f) -> Json { return f.option_byte_text; } },
+    { "option_family",       [](const Shell& f) -> Json { return option_family(f.selected.series); } },
+    { "block_bytes",         [](const Shell& f) -> Json { return block_bytes(model_in_hand(f)); } },
+    { "has_rom_image",       [](const Shell& f) -> Json { return !rom_image_name(model_in_hand(f)).empty(); } },
+    { "rom_image_name",      [](const Shell& f) -> Json { return rom_image_name(model_in_hand(f)); } },
+    { "series_is_15_16_17",  [](const Shell& f) -> Json { return series_is_15_16_17(f.selected.series); } },
+    { "series_is_15_16",     [](const Shell& f) -> Json { return series_is_15_16(f.selected.series); } },
     { "file_loaded",         [](const Shell& f) -> Json { return f.file_loaded; } },
     { "current_path",        [](const Shell& f) -> Json { return f.loader.current_path; } },
-    { "plan",                [](const Shell& f) -> Json { return plan_value(f.plan); } },
+    { "plan",                [](const Shell& f) -> Json { return plan_value(f.talk().plan); } },
     { "language_is_english", [](const Shell& f) -> Json { return f.language_is_english; } },
 };
 // clang-format on
@@ -231,7 +241,7 @@ std::optional<Json> control_property(const Control& control, std::string_view pr
 Json control_names(const Shell& shell, std::string_view prefix)
 {
     Json names = Json::array();
-    for (const Control* control : shell.form.controls.all()) {
+    for (const Control* control : shell.controls.all()) {
         if (control->full_name().starts_with(prefix))
             names.push_back({{"name", control->full_name()}, {"type", kind_name(control->kind)}});
     }

@@ -1,7 +1,7 @@
 // What a script can read: controls, buffers, records and variables of the main object as JSON values.
 #pragma once
 
-#include "form/shell.h"
+#include "shell/shell.h"
 
 #include <nlohmann/json.hpp>
 

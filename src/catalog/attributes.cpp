@@ -59,6 +59,8 @@ bool has_eeprom_buffer(const McuRecord& record)
 
 bool has_separate_eeprom(const McuRecord& record) { return has_eeprom_buffer(record); }
 
+std::int32_t block_bytes(const McuRecord& record) { return record.series == 0 ? 128 : 512; }
+
 std::int32_t option_family(int series)
 {
     if (series == 18) {

@@ -30,6 +30,8 @@ bool series_is_15_16(int series);
 bool has_eeprom_buffer(const McuRecord& record);
 bool has_separate_eeprom(const McuRecord& record); // the same question as the image rules ask it
 
+std::int32_t block_bytes(const McuRecord& record); // that are programmed as one: 128 in series 0, else 512
+
 std::int32_t option_family(int series); // 0 to 4: the generation of the option bytes
 
 } // namespace vrk

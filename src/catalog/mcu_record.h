@@ -1,5 +1,5 @@
-// One model of the catalogue in numbers and flags: the row of McuTable that was taken, parsed. Two of these live in the
-// main object, one for the model that the user selected and one for the chip on the wire.
+// One model of the catalogue in numbers and flags: the row of McuTable that was taken, parsed. There is one for the
+// model that the user selected, and one for the chip on the wire.
 #pragma once
 
 #include <cstdint>
@@ -30,17 +30,10 @@ struct McuRecord {
     bool cap_new_protocol = false; // newer generation of the ISP protocol
     bool cap_parity = false; // the link uses a parity bit
     bool cap_parity_even = false; // and it is even; otherwise odd
-    bool cap_long_frame = false; // frames in the longer shell, status frame one byte longer
+    bool cap_long_frame = false; // frames in the longer form, status frame one byte longer
     bool cap_no_option_write = false; // no option bytes to write, no option rows to show
     bool cap_all_flash_ap = false; // code may reach the top of the flash
     bool cap_no_eeprom = false; // no buffer for the data flash
-};
-
-// What is set beside a record each time a row is taken, and may be set anew without it.
-struct BesideRecord {
-    std::string rom_image_name; // rom_image without blanks
-    bool has_rom_image = false;
-    std::int32_t block_bytes = 512; // 128 in series 0
 };
 
 } // namespace vrk

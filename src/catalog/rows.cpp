@@ -103,13 +103,4 @@ McuRecord read_mcu_row(const McuTable& table, int series, int row)
     return record;
 }
 
-BesideRecord beside_record(const McuRecord& record)
-{
-    BesideRecord beside;
-    beside.rom_image_name = trimmed(record.rom_image);
-    beside.has_rom_image = !beside.rom_image_name.empty();
-    beside.block_bytes = record.series == 0 ? 128 : 512;
-    return beside;
-}
-
 } // namespace vrk

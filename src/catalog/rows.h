@@ -29,7 +29,4 @@ std::optional<FoundRow> locate_mcu_by_name(const McuTable& table, std::string_vi
 // The row in numbers and flags, isp_start derived. An empty flag cell reads as false, an empty number as 0.
 McuRecord read_mcu_row(const McuTable& table, int series, int row);
 
-// What is set beside the record each time a row is taken.
-BesideRecord beside_record(const McuRecord& record);
-
 } // namespace vrk

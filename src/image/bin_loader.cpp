@@ -1,7 +1,5 @@
 #include "image/bin_loader.h"
 
-#include "image/buffers.h"
-
 #include <algorithm>
 #include <numeric>
 
@@ -26,16 +24,6 @@ BinFigures store_bin(std::span<const std::uint8_t> file, std::int32_t base, std:
     const auto read = file.first(stored + (fits ? 0 : 1));
     const std::int64_t high = std::max(counter, least_counter) - 2;
     return {static_cast<std::int32_t>(high), std::accumulate(read.begin(), read.end(), std::uint32_t{0})};
-}
-
-LoadEnd parse_bin(Shell& shell, std::span<const std::uint8_t> file, FileBuffer& buffer)
-{
-    const std::int32_t base = load_base(buffer.start);
-    const BinFigures figures = store_bin(file, base, buffer.data);
-    buffer.low = base;
-    buffer.high = figures.high;
-    buffer.checksum = static_cast<std::int32_t>(figures.checksum);
-    return take_over(shell, FileKind::bin, buffer);
 }
 
 } // namespace vrk

@@ -1,9 +1,6 @@
 // A raw binary file into a buffer, byte for byte from the start address on.
 #pragma once
 
-#include "form/shell.h"
-#include "image/load_result.h"
-
 #include <cstdint>
 #include <span>
 
@@ -17,7 +14,5 @@ struct BinFigures {
 // Stores a file from `base` on, not below 0. A file that runs past the top of the image ends the load at the first byte
 // that does not fit: this byte still counts in the checksum, and `high` then lies one below the top.
 BinFigures store_bin(std::span<const std::uint8_t> file, std::int32_t base, std::span<std::uint8_t> image);
-
-LoadEnd parse_bin(Shell& shell, std::span<const std::uint8_t> file, FileBuffer& buffer);
 
 } // namespace vrk

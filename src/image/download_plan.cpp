@@ -1,7 +1,5 @@
 #include "image/download_plan.h"
 
-#include "platform/text_number.h"
-
 #include <algorithm>
 
 namespace vrk {
@@ -63,14 +61,6 @@ PlannedDownload build_download_plan(
     plan.erase_by_firmware =
         letter >= "C" && high < chip.ap_last && chip.ap_last >= least_ap_last_for_firmware_erase && order > 0;
     return result;
-}
-
-bool download_plan(Shell& shell, int order)
-{
-    const PlannedDownload planned = build_download_plan(
-        shell.code_buffer.view_high, shell.connected, shell.target.fw_letter, number_in(shell.target.fw_version), order);
-    shell.plan = planned.plan;
-    return planned.overflows;
 }
 
 } // namespace vrk

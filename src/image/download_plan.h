@@ -1,12 +1,31 @@
 // What one download will erase and write: the code buffer laid over the map of the connected chip.
 #pragma once
 
-#include "form/shell.h"
+#include "catalog/mcu_record.h"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace vrk {
+
+struct DownloadPlan {
+    std::string name; // empty: no plan
+    std::int32_t ap_from = 0;
+    std::int32_t ap_to = 0;
+    std::int32_t file_from = 0;
+    std::int32_t file_to = 0;
+    std::int32_t data_from = 0;
+    std::int32_t data_to = 0;
+    std::int32_t erase_from = 0;
+    std::int32_t erase_to = 0;
+    std::int32_t spill_from = 0; // the part of the file that lies in the data flash
+    std::int32_t spill_to = 0;
+    bool spill = false; // the file reaches past the application area
+    std::int32_t rest_from = 0; // the part of the data flash that the file leaves alone
+    std::int32_t rest_to = 0;
+    bool erase_by_firmware = false;
+};
 
 struct PlannedDownload {
     DownloadPlan plan;
@@ -17,9 +36,5 @@ struct PlannedDownload {
 // `order` is 5 where it takes its option bytes in the newer order, else 0.
 PlannedDownload build_download_plan(
     std::int32_t high, const McuRecord& chip, std::string_view letter, double version, int order);
-
-// Plans the download of the code buffer into the connected chip: fills shell.plan. True: the file overflows, and the
-// caller says so; the download takes what fits.
-bool download_plan(Shell& shell, int order);
 
 } // namespace vrk

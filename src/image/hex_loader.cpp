@@ -1,8 +1,5 @@
 #include "image/hex_loader.h"
 
-#include "form/messages.h"
-#include "image/buffers.h"
-#include "image/event_service.h"
 #include "image/hex_digits.h"
 
 #include <algorithm>
@@ -27,15 +24,17 @@ constexpr std::int64_t most_high = std::numeric_limits<std::int32_t>::max();
 
 std::size_t halved_to_even(std::size_t length) { return length / 2 + (length % 4 == 3 ? 1 : 0); }
 
-enum class OnFault { go_on, refuse };
+enum class OnFault { go_on, refuse, overtaken };
 
 // Shows a line with a wrong checksum. After the third the user is asked whether the rest of the file may go unchecked.
-OnFault show_fault(Shell& shell, const std::string& path, std::string_view line, int failures)
+OnFault show_fault(
+    const std::string& title, std::string_view line, int failures, Boxes& boxes, const StillWanted& still_wanted)
 {
-    show_box(shell, std::string{in_language(shell, wrong_checksum)}.append(line), path);
-    if (failures < faults_shown || ask_yes_no(shell, in_language(shell, go_on_without), path))
-        return OnFault::go_on;
-    return OnFault::refuse;
+    boxes.show_box(Line{wrong_checksum} + Line{std::string{line}}, title);
+    const bool go_on = failures < faults_shown || boxes.ask(go_on_without, title);
+    if (!still_wanted())
+        return OnFault::overtaken;
+    return go_on ? OnFault::go_on : OnFault::refuse;
 }
 
 } // namespace
@@ -98,40 +97,30 @@ void store_record(const HexRecord& record, HexTarget& target)
     }
 }
 
-LoadEnd parse_hex(Shell& shell, const std::string& path, std::string_view contents, FileBuffer& buffer)
+HexFigures parse_hex(std::string_view contents, const std::string& title, HexTarget target, Boxes& boxes,
+    const StillWanted& still_wanted)
 {
-    const std::uint32_t this_load = buffer.changes;
-    const std::int32_t limit = std::min(shell.selected.isp_last, FileBuffer::code_last) + 1;
-    HexTarget target{buffer.data, load_base(buffer.start), limit};
-    EventService events{shell.platform.loop};
     int failures = 0;
-
     while (!contents.empty()) {
-        if (events.serve_if_late() && buffer.changes != this_load)
-            return LoadEnd::overtaken;
+        if (!still_wanted())
+            return {LoadEnd::overtaken};
         const std::string_view line = take_line(contents);
         if (line.empty() || line.front() != ':')
             continue;
         const HexRecord record = parse_hex_line(line);
         if (!record.checksum_ok && failures < faults_shown) {
-            const OnFault answer = show_fault(shell, path, line, ++failures);
-            if (buffer.changes != this_load)
-                return LoadEnd::overtaken;
-            if (answer == OnFault::refuse) {
-                clear_buffer(shell, 0, buffer);
-                shell.file_loaded = false;
-                return LoadEnd::refused;
-            }
+            const OnFault answer = show_fault(title, line, ++failures, boxes, still_wanted);
+            if (answer == OnFault::overtaken)
+                return {LoadEnd::overtaken};
+            if (answer == OnFault::refuse)
+                return {LoadEnd::refused};
         }
         if (record.type == HexRecord::end_of_file)
             break;
         store_record(record, target);
     }
-
-    buffer.checksum = static_cast<std::int32_t>(target.checksum);
-    buffer.high = static_cast<std::int32_t>(std::clamp(target.highest, least_high, most_high));
-    buffer.low = target.base;
-    return take_over(shell, FileKind::hex, buffer);
+    const auto high = static_cast<std::int32_t>(std::clamp(target.highest, least_high, most_high));
+    return {LoadEnd::done, high, target.checksum};
 }
 
 } // namespace vrk

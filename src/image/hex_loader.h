@@ -3,11 +3,11 @@
 // user says so.
 #pragma once
 
-#include "form/shell.h"
-#include "image/load_result.h"
+#include "report/report.h"
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -51,7 +51,25 @@ struct HexTarget {
 };
 void store_record(const HexRecord& record, HexTarget& target);
 
-// The whole file; `path` is the title of the boxes about wrong checksums.
-LoadEnd parse_hex(Shell& shell, const std::string& path, std::string_view contents, FileBuffer& buffer);
+// Asked once a line and behind every box: time to serve events. False: while they were served, or a box was open, the
+// user has done another thing to the buffer, and nobody waits for this file any more.
+using StillWanted = std::function<bool()>;
+
+enum class LoadEnd {
+    done,
+    refused, // the user gave up on wrong checksums
+    overtaken, // the file is not wanted any more
+};
+
+struct HexFigures {
+    LoadEnd end = LoadEnd::done;
+    // From here on only of a file that is done.
+    std::int32_t high = 0; // highest address seen, 511 at least
+    std::uint32_t checksum = 0;
+};
+
+// The whole file. Of the first wrong checksums each is shown in a box; `title` stands over it.
+HexFigures parse_hex(std::string_view contents, const std::string& title, HexTarget target, Boxes& boxes,
+    const StillWanted& still_wanted);
 
 } // namespace vrk

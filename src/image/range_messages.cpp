@@ -1,16 +1,16 @@
 #include "image/range_messages.h"
 
-#include "form/messages.h"
 #include "platform/text_number.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
+#include <string>
 
 namespace vrk {
 
 namespace {
 
-struct Line {
+struct FindingRow {
     RangeRule rule;
     FileKind file; // of the flat rule and the cut both loaders have the same words
     Finding finding;
@@ -21,16 +21,16 @@ constexpr auto hex = FileKind::hex;
 constexpr auto bin = FileKind::bin;
 
 // clang-format off
-constexpr std::array lines = {
+constexpr FindingRow rows[] = {
 //    rule                  file  finding                  Chinese                                                                                English
-Line{ RangeRule::cut,       hex,  Finding::cut,           {"文件超出最大有效空间, 超出的部分已被清除。\n\n               按确定继续",                "The file is over the valid scope, and the exceeding part has been cleared."} },
-Line{ RangeRule::flat,      hex,  Finding::invalid_range, {"无效区间 @ -- # 中有数据, 这些数据已被清除。",                                         "    File over the valid scope(@ -- #)."} },
-Line{ RangeRule::flat,      hex,  Finding::data_memory,   {"Data Memory 空间有数据。",                                                           "Data Memory contain datas."} },
-Line{ RangeRule::flat,      hex,  Finding::over_range,    {"文件超出最大有效空间, 超出的部分已被清除。",                                           "    File over the valid scope."} },
-Line{ RangeRule::boot_area, bin,  Finding::over_range,    {"    File over the valid scope.\n文件超出有效空间, 超出的部分已丢失。",                  "    File over the valid scope.\n"} },
-Line{ RangeRule::boot_area, hex,  Finding::over_range,    {"    File over the valid scope.\n文件超出有效空间, 超出的部分已丢失。",                  " File over the valid scope.\n"} },
-Line{ RangeRule::boot_area, bin,  Finding::data_memory,   {"   Data Memory contain datas.\n     Data Memory 空间有数据。",                         "   Data Memory contain datas.\n"} },
-Line{ RangeRule::boot_area, hex,  Finding::data_memory,   {" Data Memory contain datas.\n  Data Memory 空间有数据。",                              " Data Memory contain datas.\n"} },
+    { RangeRule::cut,       hex,  Finding::cut,           {"文件超出最大有效空间, 超出的部分已被清除。\n\n               按确定继续",                "The file is over the valid scope, and the exceeding part has been cleared."} },
+    { RangeRule::flat,      hex,  Finding::invalid_range, {"无效区间 @ -- # 中有数据, 这些数据已被清除。",                                         "    File over the valid scope(@ -- #)."} },
+    { RangeRule::flat,      hex,  Finding::data_memory,   {"Data Memory 空间有数据。",                                                           "Data Memory contain datas."} },
+    { RangeRule::flat,      hex,  Finding::over_range,    {"文件超出最大有效空间, 超出的部分已被清除。",                                           "    File over the valid scope."} },
+    { RangeRule::boot_area, bin,  Finding::over_range,    {"    File over the valid scope.\n文件超出有效空间, 超出的部分已丢失。",                  "    File over the valid scope.\n"} },
+    { RangeRule::boot_area, hex,  Finding::over_range,    {"    File over the valid scope.\n文件超出有效空间, 超出的部分已丢失。",                  " File over the valid scope.\n"} },
+    { RangeRule::boot_area, bin,  Finding::data_memory,   {"   Data Memory contain datas.\n     Data Memory 空间有数据。",                         "   Data Memory contain datas.\n"} },
+    { RangeRule::boot_area, hex,  Finding::data_memory,   {" Data Memory contain datas.\n  Data Memory 空间有数据。",                              " Data Memory contain datas.\n"} },
 };
 constexpr Text flat_closing_word = { "按确定继续。", "Continue" };
 //                                   Chinese                  English
@@ -40,18 +40,16 @@ constexpr Text bin_closing       = { "         按确定继续。",   "         
 
 constexpr std::size_t english_word_further_left = 5;
 
-std::string_view in(bool english, const Text& text) { return english ? text.en : text.zh; }
-
 std::string line_text(const RangeReport& report, FileKind file, Finding finding, bool english)
 {
-    const auto row = std::find_if(lines.begin(), lines.end(), [&](const Line& line) {
-        const bool file_fits = line.file == file || line.rule != RangeRule::boot_area;
-        return line.rule == report.rule && line.finding == finding && file_fits;
+    const auto row = std::find_if(std::begin(rows), std::end(rows), [&](const FindingRow& one) {
+        const bool file_fits = one.file == file || one.rule != RangeRule::boot_area;
+        return one.rule == report.rule && one.finding == finding && file_fits;
     });
     std::string text;
-    if (row == lines.end())
+    if (row == std::end(rows))
         return text;
-    for (const char c : in(english, row->text)) {
+    for (const char c : in_language(english, row->text)) {
         if (c == '@')
             text += hex_text(report.invalid.first);
         else if (c == '#')
@@ -80,7 +78,7 @@ std::string flat_message(const RangeReport& report, FileKind file, bool english)
         text += line + "\n";
     }
     const std::size_t indent = width / 2 - (english ? std::min(width / 2, english_word_further_left) : 0);
-    return text + "\n" + std::string(indent, ' ').append(in(english, flat_closing_word));
+    return text + "\n" + std::string(indent, ' ').append(in_language(english, flat_closing_word));
 }
 
 std::string boot_area_message(const RangeReport& report, FileKind file, bool english)
@@ -91,12 +89,10 @@ std::string boot_area_message(const RangeReport& report, FileKind file, bool eng
             text += "\n";
         text += line_text(report, file, finding, english);
     }
-    return text + "\n\n" + std::string{in(english, file == FileKind::hex ? hex_closing : bin_closing)};
+    return text + "\n\n" + std::string{in_language(english, file == FileKind::hex ? hex_closing : bin_closing)};
 }
 
-} // namespace
-
-std::string range_message(const RangeReport& report, FileKind file, bool english)
+std::string message_in(bool english, const RangeReport& report, FileKind file)
 {
     switch (report.rule) {
     case RangeRule::flat:
@@ -109,7 +105,17 @@ std::string range_message(const RangeReport& report, FileKind file, bool english
     return line_text(report, file, Finding::cut, english);
 }
 
-std::string_view range_title(const RangeReport& report, FileKind file)
+} // namespace
+
+Line range_message(const RangeReport& report, FileKind file)
+{
+    Line message;
+    message.zh = message_in(false, report, file);
+    message.en = message_in(true, report, file);
+    return message;
+}
+
+const char* range_title(const RangeReport& report, FileKind file)
 {
     // The cut of a model with a data flash has its own title in each loader, the other keeps the binary one in both.
     if (file == FileKind::bin || (report.rule == RangeRule::cut && report.without_data_flash))

@@ -2,13 +2,11 @@
 #pragma once
 
 #include "image/range_rules.h"
-
-#include <string>
-#include <string_view>
+#include "report/text.h"
 
 namespace vrk {
 
-std::string range_message(const RangeReport& report, FileKind file, bool english);
-std::string_view range_title(const RangeReport& report, FileKind file);
+Line range_message(const RangeReport& report, FileKind file);
+const char* range_title(const RangeReport& report, FileKind file);
 
 } // namespace vrk

@@ -20,33 +20,23 @@ AddressRange inside(Image image, AddressRange range)
         static_cast<std::int32_t>(std::min<std::int64_t>(range.last, static_cast<std::int64_t>(image.size()) - 1))};
 }
 
-// Looking downward from the end of the range.
-std::optional<std::int32_t> last_data_byte(Image image, AddressRange range)
-{
-    range = inside(image, range);
-    for (std::int32_t address = range.last; address >= range.first; --address) {
-        if (image[static_cast<std::size_t>(address)] != 0)
-            return address;
-    }
-    return std::nullopt;
-}
-
-// The same where `cleared` reads as 0.
-std::optional<std::int32_t> last_data_byte(Image image, AddressRange range, AddressRange cleared)
-{
-    if (cleared.last < cleared.first)
-        return last_data_byte(image, range);
-    const auto above = last_data_byte(image, {std::max(range.first, cleared.last + 1), range.last});
-    return above ? above : last_data_byte(image, {range.first, std::min(range.last, cleared.first - 1)});
-}
-
 // A verdict in the making.
 struct Judgement {
     const RangeQuestion& asked;
     RangeVerdict verdict;
-    AddressRange cleared; // by the cut of a model without data flash: reads as 0 from then on
 
-    bool holds_data(AddressRange range) const { return last_data_byte(asked.image, range, cleared).has_value(); }
+    // Looking downward from the end of the range. What is to be cleared counts as 0 already: a rule judges what the one
+    // before it has left, and that one's findings must not be told twice.
+    std::optional<std::int32_t> last_data_byte(AddressRange range) const
+    {
+        range = inside(asked.image, range);
+        for (std::int32_t address = range.last; address >= range.first; --address) {
+            if (asked.image[static_cast<std::size_t>(address)] != 0 && !is_to_clear(address))
+                return address;
+        }
+        return std::nullopt;
+    }
+    bool holds_data(AddressRange range) const { return last_data_byte(range).has_value(); }
     void clear(AddressRange range)
     {
         if (range.first <= range.last)
@@ -56,6 +46,13 @@ struct Judgement {
     {
         if (!report.findings.empty())
             verdict.reports.push_back(std::move(report));
+    }
+
+private:
+    bool is_to_clear(std::int32_t address) const
+    {
+        return std::any_of(verdict.to_clear.begin(), verdict.to_clear.end(),
+            [address](const AddressRange& range) { return range.first <= address && address <= range.last; });
     }
 };
 
@@ -82,8 +79,7 @@ void cut_to_code_area(Judgement& judgement)
         return;
     judgement.verdict.high = model.ap_last;
     judgement.report({RangeRule::cut, {Finding::cut}, {}, true});
-    judgement.cleared = gap_behind_code(model);
-    judgement.clear(judgement.cleared);
+    judgement.clear(gap_behind_code(model));
 }
 
 void judge_flat_image(Judgement& judgement)
@@ -158,7 +154,7 @@ Found judge_hex_below_boot_area(Judgement& judgement)
     if (has_data_flash) {
         found.data_memory = found.data_memory || judgement.holds_data(behind_code);
     } else if (!found.over_range) {
-        if (const auto hit = last_data_byte(asked.image, behind_code, judgement.cleared)) {
+        if (const auto hit = judgement.last_data_byte(behind_code)) {
             found.over_range = true;
             judgement.clear({behind_code.first, *hit - 1}); // the byte that was hit stays, and all above it
         }
@@ -216,7 +212,7 @@ void judge_below_boot_area(Judgement& judgement)
 RangeVerdict range_rules(const RangeQuestion& question)
 {
     const McuRecord& model = question.model;
-    Judgement judgement{question, {}, {}};
+    Judgement judgement{question, {}};
     judgement.verdict.high = question.high;
 
     if (has_separate_eeprom(model) && !is_iap_class(model)) {

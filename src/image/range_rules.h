@@ -10,15 +10,14 @@
 #pragma once
 
 #include "catalog/mcu_record.h"
-#include "image/buffers.h"
+#include "image/file_buffer.h"
+#include "image/image_file.h"
 
 #include <cstdint>
 #include <span>
 #include <vector>
 
 namespace vrk {
-
-enum class FileKind { hex, bin };
 
 struct AddressRange {
     std::int32_t first = 0;

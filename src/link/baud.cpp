@@ -71,15 +71,16 @@ constexpr ClockStep older_steps[]    = { {  5, true,  0x83 }, { 10, true,  0x82 
 constexpr ClockStep newer_steps[]    = { {  1, true,  0x87 }, {  2, true,  0x86 }, {  3, true,  0x85 }, {  6, true,  0x84 },
                                          { 12, true,  0x83 }, { 20, true,  0x82 }, { 24, true,  0x81 } };
 
+constexpr std::int32_t any_other = 0;
 struct ByBaud {
-    std::string_view handshake_baud; // empty: any other
+    std::int32_t contact_baud; // any_other: the last line
     int series_1;
     int others;
 };
 //                                   baud   series 1  others
-constexpr ByBaud pause_floor[]   = { {"9600", 255, 120}, {"4800", 255,  80}, {"2400", 140,  45}, {"1200",  80,  40}, {"", 255, 200} };
-constexpr ByBaud leaving_test[]  = { {"9600",  20, 120}, {"4800",  40, 140}, {"2400",  20, 160}, {"1200",  20, 220}, {"",  30, 150} };
-constexpr ByBaud leaving_set[]   = { {"9600",  20,  20}, {"4800",  20,  40}, {"2400",  20,  60}, {"1200",  20, 120}, {"",  20, 120} };
+constexpr ByBaud pause_floor[]   = { {9600, 255, 120}, {4800, 255,  80}, {2400, 140,  45}, {1200,  80,  40}, {any_other, 255, 200} };
+constexpr ByBaud leaving_test[]  = { {9600,  20, 120}, {4800,  40, 140}, {2400,  20, 160}, {1200,  20, 220}, {any_other,  30, 150} };
+constexpr ByBaud leaving_set[]   = { {9600,  20,  20}, {4800,  20,  40}, {2400,  20,  60}, {1200,  20, 120}, {any_other,  20, 120} };
 // clang-format on
 constexpr int pause_floor_series_1_set_1200 = 90;
 constexpr double fast_clock_hz = 68000000; // above it the pause byte counts twice
@@ -93,11 +94,11 @@ std::uint8_t code_at(std::span<const ClockStep> steps, int mhz)
     return 0x80;
 }
 
-int by_baud(std::span<const ByBaud> table, std::string_view handshake_baud, std::int32_t series)
+int by_baud(std::span<const ByBaud> table, std::int32_t contact_baud, std::int32_t series)
 {
     const ByBaud* found = &table.back();
     for (const ByBaud& row : table) {
-        if (row.handshake_baud == handshake_baud)
+        if (row.contact_baud == contact_baud)
             found = &row;
     }
     return series == 1 ? found->series_1 : found->others;
@@ -175,10 +176,10 @@ std::uint8_t delay_code(double clock_hz)
 }
 
 std::uint8_t pause_byte(
-    std::int32_t baud, std::string_view handshake_baud, std::int32_t series, double clock_hz, bool for_set)
+    std::int32_t baud, std::int32_t contact_baud, std::int32_t series, double clock_hz, bool for_set)
 {
-    int floor = by_baud(pause_floor, handshake_baud, series);
-    if (for_set && series == 1 && handshake_baud == "1200")
+    int floor = by_baud(pause_floor, contact_baud, series);
+    if (for_set && series == 1 && contact_baud == 1200)
         floor = pause_floor_series_1_set_1200;
     int pause = std::max(static_cast<int>(std::floor(40 - 0.002 * baud)), floor);
     if (clock_hz > fast_clock_hz)
@@ -186,10 +187,10 @@ std::uint8_t pause_byte(
     return static_cast<std::uint8_t>(std::min(pause, 255));
 }
 
-int leaving_ms(std::string_view handshake_baud, std::int32_t series, bool for_set)
+int leaving_ms(std::int32_t contact_baud, std::int32_t series, bool for_set)
 {
     return by_baud(for_set ? std::span<const ByBaud>{leaving_set} : std::span<const ByBaud>{leaving_test},
-        handshake_baud, series);
+        contact_baud, series);
 }
 
 } // namespace vrk

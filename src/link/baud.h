@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
 
 namespace vrk {
 
@@ -43,8 +42,8 @@ std::uint8_t wait_state_code(double clock_hz, std::int32_t series);
 std::uint8_t delay_code(double clock_hz);
 // Pause that the chip makes before it answers; 0..255. `for_set`: frame 8E, which has its own figure at 1200 baud.
 std::uint8_t pause_byte(
-    std::int32_t baud, std::string_view handshake_baud, std::int32_t series, double clock_hz, bool for_set);
+    std::int32_t baud, std::int32_t contact_baud, std::int32_t series, double clock_hz, bool for_set);
 // How long the bytes of the frame need to leave, ms.
-int leaving_ms(std::string_view handshake_baud, std::int32_t series, bool for_set);
+int leaving_ms(std::int32_t contact_baud, std::int32_t series, bool for_set);
 
 } // namespace vrk

@@ -1,6 +1,5 @@
 #include "link/clock.h"
 
-#include "form/messages.h"
 #include "platform/text_number.h"
 
 #include <array>
@@ -10,22 +9,22 @@ namespace vrk {
 namespace {
 
 struct Factor {
-    std::string_view baud;
+    std::int32_t baud;
     std::int32_t hz_per_count;
 };
 
 // clang-format off
 constexpr std::array<Factor, 9> factors = {{
-//    baud      Hz per count
-    { "115200", 2101 },
-    {  "57600", 2080 },
-    {  "38400", 2075 },
-    {  "28800", 2072 },
-    {  "19200", 2070 },
-    {  "14400", 2068 },
-    {   "9600", 2068 },
-    {   "4800", 2066 },
-    {   "2400", 2063 },
+//    baud    Hz per count
+    { 115200, 2101 },
+    {  57600, 2080 },
+    {  38400, 2075 },
+    {  28800, 2072 },
+    {  19200, 2070 },
+    {  14400, 2068 },
+    {   9600, 2068 },
+    {   4800, 2066 },
+    {   2400, 2063 },
 }};
 // clang-format on
 constexpr std::int32_t slow_factor = 2061; // 1200 baud and any other
@@ -35,19 +34,14 @@ constexpr Text external_clock = {"外部时钟频率:", "External MCU Clock:"};
 constexpr Text unknown_clock = {"时钟频率:", "MCU Clock:"};
 constexpr Text clock_unit = {"M.", "MHz."};
 
-void append_clock(Shell& shell, const Text& label, double hz)
-{
-    append_message(shell,
-        std::string{in_language(shell, label)} + number_text(hz / 1000000)
-            + std::string{in_language(shell, clock_unit)});
-}
+Line clock_line(const Text& label, double hz) { return Line{label} + number_text(hz / 1000000) + clock_unit; }
 
 } // namespace
 
-std::int32_t set_fquency_CA(std::string_view handshake_baud)
+std::int32_t set_fquency_CA(std::int32_t contact_baud)
 {
     for (const Factor& factor : factors) {
-        if (factor.baud == handshake_baud)
+        if (factor.baud == contact_baud)
             return factor.hz_per_count;
     }
     return slow_factor;
@@ -61,33 +55,29 @@ std::int32_t sum_of_counts(std::span<const std::uint8_t> rx)
     return sum;
 }
 
-float measured_clock_hz(std::int32_t sum, std::string_view handshake_baud, bool fixed_115200)
+float measured_clock_hz(std::int32_t sum, std::int32_t contact_baud, bool fixed_115200)
 {
     if (fixed_115200)
         return static_cast<float>((sum + 145) * 500.5);
-    const double multiple = round_half_even(number_in(handshake_baud) / 1200);
+    const double multiple = round_half_even(contact_baud / 1200.0);
     const double count = round_half_even(sum * multiple / 8);
-    return static_cast<float>((count + 6) * set_fquency_CA(handshake_baud));
+    return static_cast<float>((count + 6) * set_fquency_CA(contact_baud));
 }
 
-double set_test_RC_pa(double count, std::string_view handshake_baud)
+double set_test_RC_pa(double count, std::int32_t contact_baud)
 {
-    return (count + 6) * set_fquency_CA(handshake_baud);
+    return (count + 6) * set_fquency_CA(contact_baud);
 }
 
-void clock_report(Shell& shell)
+std::vector<Line> clock_lines(const ChipFacts& chip)
 {
-    const double clock_hz
-        = static_cast<double>(shell.target.mcu_clock_hz) * (shell.target.clock_doubled_flag != 0 ? 2 : 1);
-    const std::string& letter = shell.target.fw_letter;
-    if (letter == "B") {
-        append_clock(shell, internal_clock, clock_hz);
-    } else if (letter < "D") {
-        append_clock(shell, internal_clock, clock_hz);
-        append_clock(shell, external_clock, shell.target.double_speed_on ? clock_hz / 2 : clock_hz);
-    } else {
-        append_clock(shell, unknown_clock, clock_hz);
-    }
+    const double clock_hz = static_cast<double>(chip.mcu_clock_hz) * (chip.clock_doubled_flag != 0 ? 2 : 1);
+    if (chip.fw_letter == "B")
+        return {clock_line(internal_clock, clock_hz)};
+    if (chip.fw_letter < "D")
+        return {clock_line(internal_clock, clock_hz),
+            clock_line(external_clock, chip.double_speed_on ? clock_hz / 2 : clock_hz)};
+    return {clock_line(unknown_clock, clock_hz)};
 }
 
 } // namespace vrk

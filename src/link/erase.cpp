@@ -1,10 +1,6 @@
 #include "link/erase.h"
 
-#include "link/port.h"
-
 #include "catalog/attributes.h"
-#include "form/messages.h"
-#include "form/waits.h"
 #include "options/status_frame.h"
 #include "options/status_report.h"
 #include "platform/text_number.h"
@@ -17,6 +13,7 @@ namespace {
 
 constexpr int new_protocol_ms = 10000;
 constexpr int old_protocol_ms = 5000;
+constexpr int tries = 3;
 constexpr int sector_bytes = 512;
 constexpr std::uint8_t all_sectors = 255;
 constexpr std::uint8_t no_address = 0x33; // in place of a range
@@ -24,78 +21,70 @@ constexpr std::uint8_t baud_confirmed = 0x84; // the newer chips' answer to the 
 
 constexpr Text erasing = {"正在擦除应用程序区...", "We are erasing MCU flash..."};
 
-bool wants_long_form(const TargetFacts& target)
-{
-    return target.fw_letter == "G" || version_times_ten(target.fw_version) >= 57;
-}
+bool wants_long_form(const ChipFacts& chip) { return chip.fw_letter == "G" || version_times_ten(chip.fw_version) >= 57; }
 
 // The chip's option to leave the data flash alone.
-bool keeps_data(const Shell& shell)
+bool keeps_data(const Session& session)
 {
-    const auto& rows = shell.options.status_bytes;
-    return series_is_rc_group(wire_record(shell).series) ? (rows[1] & 0x08) != 0 : (rows[8] & 0x02) != 0;
+    const StatusBytes& rows = session.status_bytes;
+    return series_is_rc_group(session.model().series) ? (rows[1] & 0x08) != 0 : (rows[8] & 0x02) != 0;
 }
 
-Bytes erase_frame(const Shell& shell)
+Bytes erase_frame(const Session& session)
 {
-    const McuRecord& record = wire_record(shell);
-    const TargetFacts& target = shell.target;
-    return build_erase_frame(erase_sector_count(record, target.fw_letter, target.fw_version),
-        erase_range(shell.plan, record, target.fw_letter, keeps_data(shell)), wants_long_form(target), wire_check(shell));
+    const McuRecord& record = session.model();
+    const ChipFacts& chip = session.chip;
+    return build_erase_frame(erase_sector_count(record, chip.fw_letter, chip.fw_version),
+        erase_range(session.plan, record, chip.fw_letter, keeps_data(session)), wants_long_form(chip), session.check());
 }
 
-void say_erase_time(Shell& shell, const WallTime& began)
+void say_erase_time(Session& session, Report& report, const WallTime& began)
 {
-    shell.job.erase_time = minutes_text(seconds_between(began, shell.platform.loop.wall_time()));
-    append_message(shell, " ( " + shell.job.erase_time + " )");
+    session.erase_time = minutes_text(seconds_between(began, session.loop.wall_time()));
+    report.say(Line{" ( " + session.erase_time + " )"});
 }
 
-void erase_new_protocol(Shell& shell, const WallTime& began)
+bool erase_new_protocol(Session& session, Report& report, const WallTime& began)
 {
-    if (shell.link.rx_buffer[3] != baud_confirmed) {
-        shell.link.reply_ok = false;
-        return;
+    if (session.rx.code() != baud_confirmed)
+        return false;
+    session.flush();
+    session.send(erase_frame(session));
+    if (!session.wait_reply(new_protocol_ms) || session.rx.code() != 0)
+        return false;
+    say_erase_time(session, report, began);
+    if (enable_disp_RC_frequency(session.chip.fw_version, session.rx.length(), 1)) {
+        session.chip.serial_number = serial_digits(session.rx.buffer);
+        report.say(serial_line(session.chip.serial_number));
     }
-    flush_link(shell);
-    send_frame(shell, erase_frame(shell));
-    if (!wait_reply(shell, new_protocol_ms))
-        return;
-    if (shell.link.rx_buffer[3] != 0) {
-        shell.link.reply_ok = false;
-        return;
-    }
-    say_erase_time(shell, began);
-    if (enable_disp_RC_frequency(shell, 1))
-        report_serial(shell);
+    return true;
 }
 
-void erase_old_protocol(Shell& shell, const WallTime& began)
+bool erase_old_protocol(Session& session, Report& report, const WallTime& began)
 {
-    open_link(shell);
-    shell.form.imgOpen_sys.set_visible(false);
-    flush_link(shell);
-    const Bytes frame = erase_frame(shell);
-    for (int attempt = 0; attempt < 3 && !shell.link.stop_requested; ++attempt) {
-        expect_reply(shell);
-        send_frame(shell, frame);
-        if (wait_reply(shell, old_protocol_ms))
+    session.open();
+    session.flush();
+    const Bytes frame = erase_frame(session);
+    for (int attempt = 0; attempt < tries && !session.stop_requested; ++attempt) {
+        session.expect_reply();
+        session.send(frame);
+        if (session.wait_reply(old_protocol_ms))
             break;
     }
-    say_erase_time(shell, began);
-    wait_ms(shell, 100);
+    say_erase_time(session, report, began);
+    session.wait(100); // an answer that comes now still counts
+    return session.rx.reply_ok;
 }
 
 } // namespace
 
-void erase_chip(Shell& shell)
+bool erase_chip(Session& session, Report& report)
 {
-    const WallTime began = shell.platform.loop.wall_time();
-    shell.job.erase_time.clear();
-    append_message(shell, erasing);
-    if (wire_record(shell).cap_new_protocol)
-        erase_new_protocol(shell, began);
-    else
-        erase_old_protocol(shell, began);
+    const WallTime began = session.loop.wall_time();
+    session.erase_time.clear();
+    report.say(erasing);
+    return session.model().cap_new_protocol ? erase_new_protocol(session, report, began)
+                                            : erase_old_protocol(session, report, began);
 }
 
 EraseRange erase_range(const DownloadPlan& plan, const McuRecord& record, const std::string& letter, bool keep_data)

@@ -1,14 +1,13 @@
 // The erase stage.
 #pragma once
 
-#include "link/frame.h"
-
-#include "form/shell.h"
+#include "report/report.h"
+#include "session/session.h"
 
 namespace vrk {
 
-// Erases what the plan says. link.reply_ok tells the result; a failure is said by the caller.
-void erase_chip(Shell& shell);
+// Erases what the plan says. True: erased; a failure is said by the caller.
+bool erase_chip(Session& session, Report& report);
 
 struct EraseRange {
     std::int32_t first = 0x10000; // 0x10000 in both: the firmware takes no range

@@ -1,12 +1,13 @@
 #include "link/guidance.h"
 
-#include "form/messages.h"
-
 #include <span>
+#include <string>
 
 namespace vrk {
 
 namespace {
+
+constexpr int patience_ms = 4000;
 
 // clang-format off
 constexpr std::string_view page_english[] = {
@@ -64,23 +65,37 @@ constexpr std::string_view page_chinese_demo[] = {
 };
 // clang-format on
 
-std::span<const std::string_view> page_for(const Shell& shell)
+std::string text_of(std::span<const std::string_view> page)
 {
-    if (shell.language_is_english)
-        return page_english;
-    if (shell.link.demo_mode)
-        return page_chinese_demo;
-    return page_chinese;
+    std::string text;
+    for (const std::string_view line : page)
+        text.append(text.empty() ? "" : "\n").append(line);
+    return text;
 }
 
 } // namespace
 
-void show_guidance(Shell& shell)
+Guidance::Guidance(Session& session, Report& report)
+    : session_(session)
+    , report_(report)
+    , call_(session.loop.call_at(session.loop.now_us() + patience_ms * 1000, [this] { speak_up(); }))
 {
-    beep(shell, 2);
-    shell.Timer9.stop();
-    for (const std::string_view line : page_for(shell))
-        append_message(shell, line);
+}
+
+Guidance::~Guidance()
+{
+    if (call_ != 0)
+        session_.loop.cancel(call_);
+}
+
+void Guidance::speak_up()
+{
+    call_ = 0;
+    report_.beep(2);
+    Line page{text_of(page_english)};
+    page.zh = text_of(session_.demo_mode ? std::span<const std::string_view>{page_chinese_demo}
+                                         : std::span<const std::string_view>{page_chinese});
+    report_.say(page);
 }
 
 } // namespace vrk

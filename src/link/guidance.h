@@ -1,11 +1,25 @@
-// The page of advice for a chip that does not answer.
+// The page of advice for a chip that does not answer: two beeps and the page, once, four seconds after the calling has
+// begun. The calling goes on.
 #pragma once
 
-#include "form/shell.h"
+#include "report/report.h"
+#include "session/session.h"
 
 namespace vrk {
 
-// Timer9: nobody has answered for 4 seconds. Two beeps and a page in textMsg; the calling goes on.
-void show_guidance(Shell& shell);
+class Guidance {
+public:
+    Guidance(Session& session, Report& report);
+    ~Guidance(); // an answer or a stop has come first
+    Guidance(const Guidance&) = delete;
+    Guidance& operator=(const Guidance&) = delete;
+
+private:
+    void speak_up();
+
+    Session& session_;
+    Report& report_;
+    EventLoop::CallId call_;
+};
 
 } // namespace vrk

@@ -1,17 +1,14 @@
 #include "link/handshake.h"
 
 #include "link/clock.h"
+#include "link/guidance.h"
 #include "link/model_check.h"
 #include "link/negotiate.h"
-#include "link/panel_state.h"
-#include "link/port.h"
-#include "link/stop.h"
+#include "link/shared_texts.h"
 
 #include "catalog/attributes.h"
-#include "catalog/lookup.h"
-#include "form/messages.h"
-#include "form/waits.h"
-#include "options/codec.h"
+#include "catalog/rows.h"
+#include "options/chip_status.h"
 #include "options/status_frame.h"
 #include "options/status_report.h"
 #include "platform/text_number.h"
@@ -24,17 +21,21 @@ namespace {
 
 constexpr int sync_spacing_ms = 10; // the boot loader listens for a moment after power-up only
 constexpr int probe_spacing_ms = 100;
+constexpr std::int32_t probe_baud = 115200;
 constexpr std::uint8_t two_byte_ids_from = 209; // D1: families from here on have ids of four digits
 constexpr int status_calls = 4;
+constexpr int status_tries = 3; // of a call
+constexpr int status_answer_ms = 900;
+constexpr int leaving_wait_ms = 100;
+constexpr int least_length_with_id = 25;
 
-constexpr Text connecting
-    = {"Chinese:正在尝试与 MCU/单片机 握手连接 ... ", "We are trying to connect to target MCU ... "};
+constexpr Text connecting = {
+    "Chinese:正在尝试与 MCU/单片机 握手连接 ... ", "We are trying to connect to target MCU ... "};
 constexpr Text connecting_again = {"Chinese:正在重新连接 ...", "We are trying to connect to target MCU again ... "};
 constexpr Text port_failed = {"打开串口失败!", "Open COM port failed!"};
 constexpr Text port_failed_why = {"Chinese:串口已被其它程序打开或该串口不存在。",
     "The COM port is opened by another Program or the COM port does not exist."};
-constexpr Text reading_options
-    = {"We are Reading options./ 正在读加密位,双倍速,版本号", "We are Reading options."};
+constexpr Text reading_options = {"We are Reading options./ 正在读加密位,双倍速,版本号", "We are Reading options."};
 constexpr Text current_baud = {"Current Baud is: / 当前波特率为: ", "Current Baud is: "};
 
 // Index of a field of the status frame.
@@ -54,314 +55,340 @@ bool has_no_boot_block(const McuRecord& record)
     return record.series == 2 && (record.mcu_id == "F105" || record.mcu_id == "F110");
 }
 
-int frame_length(const Shell& shell) { return shell.link.rx_buffer[2]; }
+// ---- until somebody answers
 
-void forget_target(Shell& shell)
+bool open_for_contact(Session& session)
 {
-    shell.target = TargetFacts{};
-    shell.connected = McuRecord{};
-    shell.beside = beside_record(shell.selected); // a chip that was taken for another may have left its own
-}
-
-bool open_for_handshake(Shell& shell)
-{
-    flush_link(shell);
-    close_link(shell);
-    set_comm_port(shell);
-    shell.link.link_parity_on = shell.selected.cap_parity;
-    if (!setMSCommSettings(shell, "1200") || !setMSCommSettings(shell, shell.link.handshake_baud)
-        || !shell.MSComm1.open()) {
-        beep(shell, 3);
-        append_message(shell, port_failed);
-        append_message(shell, port_failed_why);
+    session.parity_even = session.selected.cap_parity_even;
+    session.parity_on = session.selected.cap_parity;
+    if (!session.set_baud(session.line.contact_baud))
         return false;
-    }
-    shell.MSComm1.clear_InBuffer();
-    shell.MSComm1.clear_OutBuffer();
-    show_port_open(shell, true);
+    if (!session.open() && !session.open()) // an adapter that has just come up may refuse the first time
+        return false;
+    session.drop_counts();
     return true;
 }
 
 // Sync pairs go out until the loader answers or the user stops. No time limit, on purpose: the hand at the power switch
-// may be slow. Timer9 speaks up after 4 s.
-void call_by_sync(Shell& shell)
+// may be slow. The guidance speaks up after 4 s.
+void call_by_sync(Session& session)
 {
-    while (!shell.link.reply_ok && !shell.link.stop_requested) {
-        shell.MSComm1.Output(sync_pair);
-        wait_reply(shell, sync_spacing_ms);
+    while (!session.rx.reply_ok && !session.stop_requested) {
+        session.port.send(sync_pair);
+        session.wait_reply(sync_spacing_ms);
     }
 }
 
-void call_by_probe(Shell& shell)
+void call_by_probe(Session& session)
 {
-    shell.MSComm1.close();
-    shell.link.link_parity_on = false;
-    setMSCommSettings(shell, "115200");
-    shell.MSComm1.open();
-    shell.MSComm1.clear_InBuffer();
-    shell.MSComm1.clear_OutBuffer();
-    flush_link(shell);
-    while (!shell.link.reply_ok && !shell.link.stop_requested) {
-        send_short_command(shell, command::probe);
-        wait_reply(shell, probe_spacing_ms);
+    session.close();
+    session.parity_on = false;
+    session.set_baud(probe_baud);
+    session.open();
+    session.drop_counts();
+    session.flush();
+    while (!session.rx.reply_ok && !session.stop_requested) {
+        session.send_short_command(command::probe);
+        session.wait_reply(probe_spacing_ms);
     }
 }
 
-bool call_until_power_up(Shell& shell)
+Result call_until_power_up(Session& session, Report& report)
 {
-    shell.link.header_required = false;
-    shell.Timer9.start();
-    shell.link.accept_frames = true;
-    if (shell.form.cheTL.value())
-        call_by_probe(shell);
-    else
-        call_by_sync(shell);
-    if (shell.link.stop_requested) {
-        shell.Timer9.stop();
-        report_stop(shell);
-        return false;
+    {
+        const Guidance guidance(session, report);
+        session.rx.accept_frames = true;
+        if (session.line.fixed_115200)
+            call_by_probe(session);
+        else
+            call_by_sync(session);
     }
-    return true;
+    if (!session.stop_requested)
+        return Result::good;
+    report_stop(report);
+    return Result::stopped;
 }
 
-void settle_line(Shell& shell)
+void settle_line(Session& session)
 {
-    shell.MSComm1.clear_InBuffer();
-    shell.MSComm1.clear_OutBuffer();
-    shell.link.link_parity_on = !shell.form.cheTL.value() && shell.selected.cap_parity;
-    setMSCommSettings(shell, shell.form.cheTL.value() ? "115200" : shell.link.handshake_baud);
-    shell.Timer9.stop();
+    session.drop_counts();
+    session.parity_on = !session.line.fixed_115200 && session.selected.cap_parity;
+    session.set_baud(session.line.fixed_115200 ? probe_baud : session.line.contact_baud);
 }
 
-void measure_clock(Shell& shell)
-{
-    TargetFacts& target = shell.target;
-    target.tl_mode_active = shell.form.cheTL.value();
-    target.mcu_clock_hz
-        = measured_clock_hz(sum_of_counts(shell.link.rx_buffer), shell.link.handshake_baud, target.tl_mode_active);
-    target.mcu_clock_saved = target.mcu_clock_hz;
-    target.status_has_options = false;
-    target.double_speed_on = false;
-}
+// ---- what the status frame tells. It stands in the receive buffer until the next frame is sent.
 
-// The model by its id, or by the second id that some chips send, which goes first if the catalogue has it.
-void look_up_id(Shell& shell)
+void measure_clock(Session& session)
 {
-    const auto& rx = shell.link.rx_buffer;
-    TargetFacts& target = shell.target;
-    target.target_id_hi = hex_text(rx[field::id_high], 2);
-    target.status_has_options = true;
-    if (frame_length(shell) > 25) {
-        if (rx[field::id_high] >= two_byte_ids_from)
-            target.target_id_lo = hex_text(rx[field::id_low], 2);
-        target.target_name = find_mcu_by_id(shell.mcu_table, reported_id(shell)).name;
-    }
-    if (frame_length(shell) > 58 && rx[field::long_id] > 0) {
-        target.target_id_alt = hex_text(rx[field::long_id], 2) + hex_text(rx[field::long_id + 1], 2);
-        const std::string name = find_mcu_by_id(shell.mcu_table, target.target_id_alt).name;
-        if (!name.empty())
-            target.target_name = name;
-    }
-}
-
-// False: the name is not in the catalogue.
-bool take_connected_record(Shell& shell)
-{
-    TargetFacts& target = shell.target;
-    if (target.target_name.empty())
-        return true;
-    target.identified = !find_mcu_by_name(shell, target.target_name, shell.connected).empty();
-    return target.identified;
-}
-
-// 6 clocks a machine cycle: where the firmware reports it, and how, is a matter of the letter.
-bool reports_double_speed(const Shell& shell)
-{
-    const std::string& letter = shell.target.fw_letter;
-    if (letter == "A")
-        return (shell.link.rx_buffer[22] & 8) != 0;
-    if (letter == "C" || letter == "N" || letter == "O")
-        return (shell.options.status_bytes[1] & 1) == 0;
-    return false;
+    ChipFacts& chip = session.chip;
+    chip.tl_mode_active = session.line.fixed_115200;
+    chip.mcu_clock_hz =
+        measured_clock_hz(sum_of_counts(session.rx.buffer), session.line.contact_baud, chip.tl_mode_active);
+    chip.mcu_clock_saved = chip.mcu_clock_hz;
 }
 
 // These two stand in every status frame, however short.
-void take_version(Shell& shell)
+void take_version(Session& session)
 {
-    const auto& rx = shell.link.rx_buffer;
-    shell.target.fw_letter = std::string(1, static_cast<char>(rx[field::letter]));
-    shell.target.fw_version = decode_version(rx[field::version]);
+    const auto& rx = session.rx.buffer;
+    session.chip.fw_letter = std::string(1, static_cast<char>(rx[field::letter]));
+    session.chip.fw_version = decode_version(rx[field::version]);
 }
 
-bool has_flags(const Shell& shell)
+// The model by its id, or by the second id that some chips send, which goes first if the catalogue has it.
+std::string look_up_id(Session& session)
 {
-    return frame_length(shell) > 27 && shell.link.rx_buffer[field::version] > 0x25;
+    const auto& rx = session.rx.buffer;
+    ChipFacts& chip = session.chip;
+    std::string name;
+    chip.target_id_hi = hex_text(rx[field::id_high], 2);
+    if (session.rx.length() > least_length_with_id) {
+        if (rx[field::id_high] >= two_byte_ids_from)
+            chip.target_id_lo = hex_text(rx[field::id_low], 2);
+        name = find_mcu_by_id(session.catalogue, session.reported_id()).name;
+    }
+    if (session.rx.length() > 58 && rx[field::long_id] > 0) {
+        chip.target_id_alt = hex_text(rx[field::long_id], 2) + hex_text(rx[field::long_id + 1], 2);
+        const std::string second = find_mcu_by_id(session.catalogue, chip.target_id_alt).name;
+        if (!second.empty())
+            name = second;
+    }
+    return name;
 }
 
-void take_firmware(Shell& shell)
+// False: the name is not in the catalogue. A chip without a name goes on under the rules of the selected model.
+bool take_connected_record(Session& session)
 {
-    const auto& rx = shell.link.rx_buffer;
-    LinkState& link = shell.link;
-    if (has_flags(shell))
-        shell.target.clock_doubled_flag = rx[field::flags] & 0x20; // before the clock is reported
-    link.header_required = false; // no firmware of this table asks for it; a chip can, by its flags byte
-    link.hdr_46_seen = false;
-    link.hdr_b9_seen = false;
-
-    decode_status_frame(shell, StatusLayout::power_up);
-    shell.target.double_speed_on = reports_double_speed(shell);
-    if (shell.target.identified && series_is_15_16(shell.connected.series))
-        std::copy_n(rx.begin() + field::iap_flags, shell.rc.rc_saved.size(), shell.rc.rc_saved.begin());
-}
-
-bool id_was_readable(Shell& shell)
-{
-    const int least_length = shell.link.link_parity_on ? 58 : 57;
-    if (frame_length(shell) < least_length || (shell.link.rx_buffer[field::iap_flags] & 1) == 0)
+    if (session.chip.target_name.empty())
         return true;
-    append_message(shell, "IAP read MCU ID is error!");
-    beep(shell, 3);
+    const auto found = locate_mcu_by_name(session.catalogue, session.chip.target_name);
+    if (!found)
+        return false;
+    session.connected = read_mcu_row(session.catalogue, found->series, found->row);
+    session.identified = true;
+    return true;
+}
+
+bool has_flags(const Session& session)
+{
+    return session.rx.length() > 27 && session.rx.buffer[field::version] > 0x25;
+}
+
+void decode_options(Session& session, const Job& job, StatusLayout layout)
+{
+    const bool sixteen_rows = session.identified && option_family(session.connected.series) == 4;
+    decode_status_frame(session.rx.buffer, layout, session.chip.fw_letter, session.chip.fw_version, sixteen_rows,
+        job.options.bytes[16][0], session.status_bytes);
+}
+
+// 6 clocks a machine cycle: where the firmware reports it, and how, is a matter of the letter.
+bool reports_double_speed(const Session& session)
+{
+    const std::string& letter = session.chip.fw_letter;
+    if (letter == "A")
+        return has_double_speed_bit(session.rx.buffer);
+    if (letter == "C" || letter == "N" || letter == "O")
+        return (session.status_bytes[1] & 1) == 0;
     return false;
 }
 
-// Everything that a status frame with an id tells. False: the connection ends here, and why has been said.
-bool identify(Shell& shell, Purpose purpose)
+ChipStatus status_of(const Session& session)
 {
-    look_up_id(shell);
-    if (!take_connected_record(shell))
-        return false;
-    build_option_bytes(shell);
-    take_firmware(shell);
-    report_status(shell);
-    clock_report(shell);
-    if (!id_was_readable(shell))
-        return false;
-    return purpose == Purpose::read_only || frame_length(shell) <= 25 || model_check(shell);
+    ChipStatus status;
+    status.model = session.model();
+    status.target_name = session.chip.target_name;
+    status.fw_version = session.chip.fw_version;
+    status.fw_letter = session.chip.fw_letter;
+    status.status_bytes = session.status_bytes;
+    status.double_speed_bit = has_double_speed_bit(session.rx.buffer);
+    return status;
 }
 
-void take_boot_size(Shell& shell)
+void report_status(Session& session, Report& report)
+{
+    const ChipStatus status = status_of(session);
+    for (const Line& line : firmware_lines(status))
+        report.say(line);
+    if (enable_disp_RC_frequency(session.chip.fw_version, session.rx.length(), 0)) {
+        const RcFrequencies measured = rc_frequencies(session.rx.buffer);
+        session.rc.rc_last = measured.last;
+        session.rc.rc_factory = measured.factory;
+        for (const Line& line : rc_frequency_lines(session.rc.rc_last, session.rc.rc_factory, false))
+            report.say(line);
+    }
+    report.options_read(status);
+    for (const Line& line : clock_lines(session.chip))
+        report.say(line);
+}
+
+bool id_was_readable(const Session& session)
+{
+    const int least_length = session.parity_on ? 58 : 57;
+    return session.rx.length() < least_length || (session.rx.buffer[field::iap_flags] & 1) == 0;
+}
+
+// Everything that a status frame with an id tells. The steps stand in the order in which they need each other:
+//   the id names the record, and with it the layout of the option bytes;
+//   letter, version and layout decode the option bytes;
+//   the option bytes tell the speed, and flags and speed what the clock line says;
+//   only then is anything said, and only then may the connection be given up.
+Result identify(Session& session, const Job& job, Purpose purpose, Report& report)
+{
+    session.chip.status_has_options = true;
+    session.chip.target_name = look_up_id(session);
+    if (!take_connected_record(session))
+        return Result::unknown_chip;
+
+    decode_options(session, job, StatusLayout::power_up);
+    session.chip.double_speed_on = reports_double_speed(session);
+    if (has_flags(session))
+        session.chip.clock_doubled_flag = session.rx.buffer[field::flags] & 0x20;
+    if (session.identified && series_is_15_16(session.connected.series))
+        std::copy_n(session.rx.buffer.begin() + field::iap_flags, session.rc.rc_saved.size(),
+            session.rc.rc_saved.begin());
+
+    report_status(session, report);
+    if (!id_was_readable(session)) {
+        report.say("IAP read MCU ID is error!");
+        report.beep(3);
+        return Result::unreadable_id;
+    }
+    if (purpose == Purpose::download && session.rx.length() > least_length_with_id)
+        return model_check(session, job, report);
+    return Result::good;
+}
+
+void take_boot_size(Session& session)
 {
     constexpr std::int16_t sizes[] = {0x400, 0x600, 0x800, 0xA00};
-    const auto& rx = shell.link.rx_buffer;
-    TargetFacts& target = shell.target;
-    target.boot_size_known = false;
-    if (!has_flags(shell))
+    ChipFacts& chip = session.chip;
+    if (!has_flags(session))
         return;
-    shell.link.header_required = (rx[field::flags] & 0x80) != 0;
-    target.boot_size = has_no_boot_block(shell.connected) ? std::int16_t{0} : sizes[rx[field::flags] & 3];
-    target.boot_size_known = true;
+    const std::uint8_t flags = session.rx.buffer[field::flags];
+    session.rx.header_required = (flags & 0x80) != 0;
+    chip.boot_size = has_no_boot_block(session.connected) ? std::int16_t{0} : sizes[flags & 3];
+    chip.boot_size_known = true;
 }
 
-void read_status_repeatedly(Shell& shell)
+// ---- chips whose first frame was too short to tell their options
+
+Result read_options(Session& session, const Job& job, Report& report)
 {
-    for (int call = 0; call < status_calls && !shell.link.stop_requested; ++call) {
-        read_status(shell);
-        if (shell.link.reply_ok)
-            return;
+    bool read = false;
+    for (int call = 0; call < status_calls && !read && !session.stop_requested; ++call)
+        read = read_status(session, job);
+    if (session.stop_requested) {
+        report_stop(report);
+        return Result::stopped;
     }
-}
-
-// The status of a chip whose first frame was too short to tell it. False: stopped, or no answer; said.
-bool options_are_read(Shell& shell)
-{
-    read_status_repeatedly(shell);
-    if (shell.link.stop_requested)
-        report_stop(shell);
-    else if (!shell.target.options_read_ok)
-        report_connection_failed(shell, 3);
-    return shell.target.options_read_ok && !shell.link.stop_requested;
-}
-
-bool read_short_status(Shell& shell)
-{
-    shell.MSComm1.clear_InBuffer();
-    shell.MSComm1.clear_OutBuffer();
-    append_message(shell, reading_options);
-    return options_are_read(shell);
+    if (!read) {
+        report_connection_failed(session.loop, report, 3);
+        return Result::no_answer;
+    }
+    return Result::good;
 }
 
 // Older chips want to hear five of these before they take other commands; they do not answer.
-void send_ready_five_times(Shell& shell)
+void send_ready_five_times(Session& session)
 {
     for (int i = 0; i < 5; ++i) {
-        board_send_command(shell, command::ready, 200, 0);
-        wait_ms(shell, 200);
+        session.send_model_command(command::ready, 0);
+        session.wait(200);
     }
-    shell.Timer1.stop();
 }
 
-bool reach_target(Shell& shell, Purpose purpose)
+// Waits for power-up without limit, takes the status frame and negotiates the baud. `baud` then holds the speed of the
+// line.
+Result handshake(Session& session, const Job& job, Purpose purpose, Report& report, std::int32_t& baud)
 {
-    append_message(shell, connecting);
-    std::string baud;
-    if (!handshake(shell, purpose, baud))
-        return false;
-    if (!wire_record(shell).cap_new_protocol)
-        send_ready_five_times(shell);
-    if (purpose == Purpose::read_only)
-        return true;
-    if (shell.link.stop_requested) {
-        report_stop(shell);
-        return false;
+    if (!open_for_contact(session)) {
+        report.beep(3);
+        report.say(port_failed);
+        report.say(port_failed_why);
+        return Result::no_port;
     }
-    if (!shell.target.status_has_options && !options_are_read(shell))
-        return false;
-    append_message(shell, std::string{in_language(shell, current_baud)} + baud + " bps.");
-    return model_check(shell);
+    report.port_is_open(true);
+    if (const Result called = call_until_power_up(session, report); called != Result::good)
+        return called;
+
+    settle_line(session);
+    measure_clock(session);
+    take_version(session);
+    if (session.rx.length() >= least_length_with_id) {
+        const Result identified = identify(session, job, purpose, report);
+        if (identified != Result::good)
+            return identified;
+        if (purpose == Purpose::read_only) {
+            session.chip.options_read_ok = true;
+            return Result::good;
+        }
+    }
+    take_boot_size(session);
+    if (purpose == Purpose::read_only) {
+        session.drop_counts();
+        report.say(reading_options);
+        return read_options(session, job, report);
+    }
+    if (!session.chip.tl_mode_active)
+        report.say(connecting_again);
+    return negotiate_baud(session, job, report, baud);
+}
+
+Result reach_target(Session& session, const Job& job, Purpose purpose, Report& report)
+{
+    report.say(connecting);
+    std::int32_t baud = 0;
+    if (const Result shaken = handshake(session, job, purpose, report, baud); shaken != Result::good)
+        return shaken;
+    if (!session.model().cap_new_protocol)
+        send_ready_five_times(session);
+    if (purpose == Purpose::read_only)
+        return Result::good;
+    if (session.stop_requested) {
+        report_stop(report);
+        return Result::stopped;
+    }
+    if (!session.chip.status_has_options) {
+        if (const Result read = read_options(session, job, report); read != Result::good)
+            return read;
+    }
+    report.say(Line{current_baud} + std::to_string(baud) + " bps.");
+    return model_check(session, job, report);
 }
 
 } // namespace
 
-void connect_target(Shell& shell, Purpose purpose)
+Result connect_target(Session& session, const Job& job, Purpose purpose, Report& report)
 {
-    shell.target.target_ok = false;
-    shell.target.target_ok = reach_target(shell, purpose);
-    if (!shell.target.target_ok)
-        enable_buttons(shell);
+    const Result result = reach_target(session, job, purpose, report);
+    session.chip.target_ok = result == Result::good;
+    return result;
 }
 
-bool handshake(Shell& shell, Purpose purpose, std::string& baud)
+bool read_status(Session& session, const Job& job)
 {
-    forget_target(shell);
-    shell.link.link_parity_even = shell.selected.cap_parity_even;
-    shell.link.handshake_baud = number_text(number_in(shell.form.cobBaudMin.text()));
-    if (!open_for_handshake(shell) || !call_until_power_up(shell))
-        return false;
-
-    settle_line(shell);
-    measure_clock(shell);
-    take_version(shell);
-    if (frame_length(shell) > 24 && !identify(shell, purpose))
-        return false;
-    if (frame_length(shell) > 24 && purpose == Purpose::read_only) {
-        shell.target.options_read_ok = true;
-        return true;
-    }
-    take_boot_size(shell);
-    if (purpose == Purpose::read_only)
-        return read_short_status(shell);
-
-    if (!shell.target.tl_mode_active)
-        append_message(shell, connecting_again);
-    return negotiate_baud(shell, baud);
-}
-
-void read_status(Shell& shell)
-{
-    shell.target.options_read_ok = false;
-    for (int attempt = 0; attempt < 3 && !shell.link.stop_requested; ++attempt) {
-        shell.MSComm1.clear_InBuffer();
-        shell.MSComm1.clear_OutBuffer();
-        wait_ms(shell, 50);
-        expect_reply(shell);
-        send_frame(shell, build_command_frame(command::read_status, {}, wire_check(shell)));
-        if (wait_reply(shell, 900))
+    session.chip.options_read_ok = false;
+    for (int attempt = 0; attempt < status_tries && !session.stop_requested; ++attempt) {
+        session.drop_counts();
+        session.wait(50);
+        session.expect_reply();
+        session.send(build_command_frame(command::read_status, {}, session.check()));
+        if (session.wait_reply(status_answer_ms))
             break;
     }
-    if (!shell.link.reply_ok)
-        return;
-    decode_status_frame(shell, StatusLayout::answer);
-    shell.target.options_read_ok = true;
+    if (!session.rx.reply_ok)
+        return false;
+    decode_options(session, job, StatusLayout::answer);
+    session.chip.options_read_ok = true;
+    return true;
+}
+
+void leave_isp(Session& session)
+{
+    session.send_short_command(command::leave_isp);
+    const Deadline end(session.loop, leaving_wait_ms);
+    while (!session.rx.reply_ok && !end.passed())
+        session.loop.yield();
 }
 
 } // namespace vrk

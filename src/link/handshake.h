@@ -1,22 +1,22 @@
 // From silence to a known chip at the fastest baud.
 #pragma once
 
-#include "form/shell.h"
-
-#include <string>
+#include "link/job.h"
+#include "report/report.h"
+#include "session/result.h"
 
 namespace vrk {
 
 enum class Purpose { download, read_only };
 
-// The whole connection with its messages. target.target_ok tells the result; after a failure the buttons are free.
-void connect_target(Shell& shell, Purpose purpose);
+// The whole connection with its messages. Good: connected, and of a download the chip is the model of the job;
+// chip.target_ok says the same.
+Result connect_target(Session& session, const Job& job, Purpose purpose, Report& report);
 
-// Waits for power-up without limit, takes the status frame and negotiates the baud. True: it reached its end; `baud`
-// then holds the speed of the line.
-bool handshake(Shell& shell, Purpose purpose, std::string& baud);
+// Command 50, up to three times; fills status_bytes. True: the chip has answered, and chip.options_read_ok is set.
+bool read_status(Session& session, const Job& job);
 
-// Command 50, up to three times; fills the option bytes of the chip. options_read_ok tells the result.
-void read_status(Shell& shell);
+// Sends the chip into user code: the short frame 82, then 100 ms for it to leave. Not ended by a stop.
+void leave_isp(Session& session);
 
 } // namespace vrk

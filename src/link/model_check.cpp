@@ -1,11 +1,6 @@
 #include "link/model_check.h"
 
-#include "link/port.h"
-
 #include "catalog/attributes.h"
-#include "catalog/rows.h"
-#include "form/messages.h"
-#include "platform/text_number.h"
 
 namespace vrk {
 
@@ -43,66 +38,76 @@ constexpr LetterRule letter_rules[] = {
 constexpr int least_size_of_f = 16; // KB: letter F serves the large models of two families
 constexpr int most_size_of_f = 30;
 
-bool aspen_matches(const Shell& shell)
+constexpr Text wrong_model = {"MCU Type is wrong. / MCU 型号错, 请重选",
+    "MCU Type is incorrect. please select correct MCU type and open the file again."};
+constexpr Text wrong_model_box = {"Chinese:MCU 型号错。请重选 MCU、重新打开文件。",
+    "MCU Type is incorrect. please select correct MCU type and open the file again."};
+
+bool aspen_matches(const Session& session, const Job& job)
 {
-    const std::string& target_name = shell.target.target_name;
-    if (shell.target.identified && is_aspen_top(shell.connected))
-        return is_aspen_top(shell.selected);
-    return target_name.empty() || target_name == trimmed(shell.form.txtDevice.text());
+    const std::string& target_name = session.chip.target_name;
+    if (session.identified && is_aspen_top(session.connected))
+        return is_aspen_top(job.model);
+    return target_name.empty() || target_name == job.model_name;
 }
 
-bool sizes_agree(const Shell& shell)
+// Of the connected chip.
+std::optional<int> connected_size(const Session& session)
 {
-    const auto connected = shell.target.identified ? size_digits(shell.connected) : std::nullopt;
-    return connected.has_value() && connected == size_digits(shell.selected);
+    return session.identified ? size_digits(session.connected) : std::nullopt;
 }
 
-bool has_size_of_f(const Shell& shell)
+bool sizes_agree(const Session& session, const Job& job)
 {
-    const auto size = shell.target.identified ? size_digits(shell.connected) : std::nullopt;
+    const auto size = connected_size(session);
+    return size.has_value() && size == size_digits(job.model);
+}
+
+bool has_size_of_f(const Session& session)
+{
+    const auto size = connected_size(session);
     return size.has_value() && *size >= least_size_of_f && *size <= most_size_of_f;
 }
 
 } // namespace
 
-bool model_matches(const Shell& shell)
+bool model_matches(const Session& session, const Job& job)
 {
-    const std::string& letter = shell.target.fw_letter;
+    const std::string& letter = session.chip.fw_letter;
     if (letter.size() != 1)
         return true;
     switch (letter[0]) {
-    case 'A': return beside_record(shell.selected).block_bytes == 128;
-    case 'B': return shell.selected.series == 1 && aspen_matches(shell);
-    case 'E': return shell.selected.series == 4 && sizes_agree(shell);
-    case 'F': return has_size_of_f(shell);
-    default: break;
+    case 'A':
+        return block_bytes(job.model) == 128;
+    case 'B':
+        return job.model.series == 1 && aspen_matches(session, job);
+    case 'E':
+        return job.model.series == 4 && sizes_agree(session, job);
+    case 'F':
+        return has_size_of_f(session);
+    default:
+        break;
     }
     for (const LetterRule& rule : letter_rules) {
         if (rule.letter != letter[0])
             continue;
-        const std::string id = reported_id(shell);
-        const bool family = shell.selected.series == rule.series
-            || (rule.letter == 'C' && series_is_rc_group(shell.selected.series));
-        const bool same_id = shell.selected.mcu_id == id
-            || (rule.id == IdRule::id_or_alt && shell.selected.alt_id == id);
+        const std::string id = session.reported_id();
+        const bool family =
+            job.model.series == rule.series || (rule.letter == 'C' && series_is_rc_group(job.model.series));
+        const bool same_id = job.model.mcu_id == id || (rule.id == IdRule::id_or_alt && job.model.alt_id == id);
         return family && same_id;
     }
     return true;
 }
 
-bool model_check(Shell& shell)
+Result model_check(const Session& session, const Job& job, Report& report)
 {
-    if (model_matches(shell))
-        return true;
-    constexpr Text report = {"MCU Type is wrong. / MCU 型号错, 请重选",
-        "MCU Type is incorrect. please select correct MCU type and open the file again."};
-    constexpr Text box = {"Chinese:MCU 型号错。请重选 MCU、重新打开文件。",
-        "MCU Type is incorrect. please select correct MCU type and open the file again."};
-    beep(shell, 3);
-    append_message(shell, report);
-    shell.file_loaded = false;
-    show_box(shell, in_language(shell, box));
-    return false;
+    if (model_matches(session, job))
+        return Result::good;
+    report.beep(3);
+    report.say(wrong_model);
+    report.show_box(wrong_model_box);
+    return Result::wrong_model;
 }
 
 } // namespace vrk

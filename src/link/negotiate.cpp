@@ -1,12 +1,10 @@
 #include "link/negotiate.h"
 
 #include "link/baud.h"
-#include "link/port.h"
 #include "link/rc_test.h"
-#include "link/stop.h"
+#include "link/shared_texts.h"
 
 #include "catalog/attributes.h"
-#include "form/waits.h"
 #include "platform/text_number.h"
 
 #include <algorithm>
@@ -24,132 +22,122 @@ constexpr Text watchdog_failed = {"Connection failed. / 握手失败", "Connecti
 constexpr Text silent_chip = {"Connection failed. / 握手失败(LB) (End: ", "Connection failed.(End: "};
 
 // How long the answer may take at the new baud, ms: longer where its bytes are slower.
-int answer_ms(const std::string& baud, int at_least)
-{
-    return std::max(static_cast<int>(300 - 0.008 * number_in(baud)), at_least);
-}
+int answer_ms(std::int32_t baud, int at_least) { return std::max(static_cast<int>(300 - 0.008 * baud), at_least); }
 
-bool bauds_differ(const Shell& shell)
-{
-    return number_in(shell.form.cobBaudMin.text()) != number_in(shell.form.cobBaudMax.text());
-}
+bool bauds_differ(const Session& session) { return session.line.contact_baud != session.line.max_baud; }
 
-bool ensure_open(Shell& shell)
+void switch_line(Session& session, std::int32_t baud)
 {
-    return shell.MSComm1.PortOpen() || open_link(shell);
-}
-
-void switch_line(Shell& shell, const std::string& baud)
-{
-    shell.MSComm1.close();
-    shell.link.link_parity_on = wire_record(shell).cap_parity;
-    setMSCommSettings(shell, baud);
-    shell.MSComm1.open();
+    session.close();
+    session.parity_on = session.model().cap_parity;
+    session.set_baud(baud);
+    session.open();
 }
 
 // The frame, then the time that its bytes need to leave before the line may be switched.
-void send_and_let_leave(Shell& shell, const Bytes& frame, bool for_set)
+void send_and_let_leave(Session& session, const Bytes& frame, bool for_set)
 {
-    shell.MSComm1.Output(frame);
-    if (shell.MSComm1.OutBufferCount() > 0)
-        shell.platform.loop.run_due();
-    wait_ms(shell, leaving_ms(shell.link.handshake_baud, wire_record(shell).series, for_set));
+    session.port.send(frame);
+    if (session.port.queued() > 0)
+        session.loop.run_due();
+    session.wait(leaving_ms(session.line.contact_baud, session.model().series, for_set));
 }
 
 // The newer chips want to be asked once more before they negotiate.
-bool new_protocol_answers(Shell& shell)
+Result ask_new_protocol(Session& session, Report& report)
 {
     bool answered = false;
     for (int attempt = 0; attempt < tries && !answered; ++attempt) {
         if (attempt > 0)
-            wait_ms(shell, 200);
-        board_send_command(shell, command::read_status, 300, 0);
-        answered = wait_model_reply(shell);
-        if (shell.link.stop_requested) {
-            report_stop(shell);
-            return false;
+            session.wait(200);
+        answered = session.ask_model(command::read_status, 300, 0);
+        if (session.stop_requested) {
+            report_stop(report);
+            return Result::stopped;
         }
     }
     if (!answered) {
-        beep(shell, 2);
-        append_with_end_time(shell, silent_chip);
-        return false;
+        report.beep(2);
+        report.say(with_end_time(silent_chip, session.loop));
+        return Result::no_answer;
     }
-    if (shell.link.rx_buffer[3] != new_protocol_ready) {
-        report_connection_failed(shell, 2);
-        shell.link.reply_ok = false;
-        return false;
+    if (session.rx.code() != new_protocol_ready) {
+        report_connection_failed(session.loop, report, 2);
+        return Result::no_answer;
     }
-    return true;
+    return Result::good;
 }
 
-// The two RC families stay at the handshake's baud: one frame ends the negotiation.
-bool confirm_without_change(Shell& shell, std::string& baud)
+// The two RC families stay at the baud of the contact: one frame ends the negotiation. Whether anybody has answered it
+// is for the erase stage to see, which looks at what stands in the receive buffer.
+Result end_at_contact_baud(Session& session, Report& report)
 {
-    wait_ms(shell, 30);
-    board_send_command(shell, command::set_baud, 1900, 0);
-    wait_model_reply(shell);
-    if (shell.link.stop_requested) {
-        report_stop(shell);
-        return false;
-    }
-    baud = number_text(number_in(shell.MSComm1.Settings().substr(0, 4)));
-    return true;
+    session.wait(30);
+    session.ask_model(command::set_baud, 1900, 0);
+    if (!session.stop_requested)
+        return Result::good;
+    report_stop(report);
+    return Result::stopped;
 }
 
-bool offer(Shell& shell, const BaudChoice& choice)
+// What the report calls the baud then: four digits of it.
+std::int32_t four_digits_of(std::int32_t baud)
 {
-    const Reload reload = reload_for(choice.setting, choice.mode, is_newer_series(wire_record(shell).series));
-    flush_link(shell);
+    return static_cast<std::int32_t>(number_in(std::to_string(baud).substr(0, 4)));
+}
+
+bool offer(Session& session, const BaudChoice& choice)
+{
+    const Reload reload = reload_for(choice.setting, choice.mode, is_newer_series(session.model().series));
+    session.flush();
     for (int attempt = 0; attempt < tries; ++attempt) {
-        wait_ms(shell, 50);
-        if (test_new_baud(shell, std::to_string(choice.baud), reload.p1, reload.p2))
+        session.wait(50);
+        if (test_new_baud(session, choice.baud, reload.p1, reload.p2))
             return true;
-        if (shell.link.stop_requested)
+        if (session.stop_requested)
             return false;
     }
     return false;
 }
 
 // From the fastest baud down until the chip answers at one.
-bool find_baud(Shell& shell, BaudChoice& choice)
+bool find_baud(Session& session, BaudChoice& choice)
 {
-    const auto max_baud = static_cast<std::int32_t>(number_in(shell.form.cobBaudMax.text()));
-    const double clock_hz = std::trunc(static_cast<double>(shell.target.mcu_clock_hz));
+    const double clock_hz = std::trunc(static_cast<double>(session.chip.mcu_clock_hz));
     bool answered = false;
     int rounds = 0;
-    while (!answered && choice.index > 0 && rounds <= max_rounds && !shell.link.stop_requested) {
-        calculate_baud(clock_hz, wire_record(shell).series, max_baud, choice);
-        shell.platform.loop.run_due();
+    while (!answered && choice.index > 0 && rounds <= max_rounds && !session.stop_requested) {
+        calculate_baud(clock_hz, session.model().series, session.line.max_baud, choice);
+        session.loop.run_due();
         ++rounds;
         if (choice.setting <= 1)
             break; // no divisor gives any baud of the list
-        if (!ensure_open(shell))
+        if (!session.ensure_open())
             break;
-        answered = offer(shell, choice);
+        answered = offer(session, choice);
         if (!answered)
             choice.index = static_cast<std::int16_t>(std::max(choice.index - 1, 0));
     }
-    shell.target.baud_error = choice.error;
+    session.chip.baud_error = choice.error;
     return answered && rounds <= max_rounds; // an answer in a fourth round comes too late
 }
 
-bool confirm(Shell& shell, const BaudChoice& choice)
+bool confirm(Session& session, const BaudChoice& choice)
 {
-    const Reload reload = reload_for(choice.setting, choice.mode, is_newer_series(wire_record(shell).series));
-    shell.target.reload_hi = reload.p1;
-    shell.target.reload_lo = reload.p2;
-    flush_link(shell);
-    wait_ms(shell, 50);
-    for (int attempt = 0; attempt < tries && !shell.link.stop_requested; ++attempt) {
-        wait_ms(shell, 50);
-        if (set_new_baud(shell, std::to_string(choice.baud), reload.p1, reload.p2))
+    const Reload reload = reload_for(choice.setting, choice.mode, is_newer_series(session.model().series));
+    session.chip.reload_hi = reload.p1;
+    session.chip.reload_lo = reload.p2;
+    session.flush();
+    session.wait(50);
+    for (int attempt = 0; attempt < tries && !session.stop_requested; ++attempt) {
+        session.wait(50);
+        if (set_new_baud(session, choice.baud, reload.p1, reload.p2))
             return true;
     }
     return false;
 }
 
-void keep_speed_pair(TargetFacts& target)
+void keep_speed_pair(ChipFacts& target)
 {
     const SpeedPair pair
         = speed_pair(static_cast<std::uint16_t>(target.reload_hi * 256 + target.reload_lo), target.double_speed_on);
@@ -160,48 +148,51 @@ void keep_speed_pair(TargetFacts& target)
 }
 
 // Says how a step ended that did not end well.
-bool ended_well(Shell& shell, bool good)
+Result ended(const Session& session, Report& report, bool good)
 {
-    if (shell.link.stop_requested)
-        report_stop(shell);
-    else if (!good)
-        report_connection_failed(shell, 3);
-    return good && !shell.link.stop_requested;
+    if (session.stop_requested) {
+        report_stop(report);
+        return Result::stopped;
+    }
+    if (good)
+        return Result::good;
+    report_connection_failed(session.loop, report, 3);
+    return Result::no_answer;
 }
 
-bool answers_at_fixed_115200(Shell& shell)
+bool answers_at_fixed_115200(Session& session)
 {
-    flush_link(shell);
+    session.flush();
     bool answered = false;
-    for (int attempt = 0; attempt < tries && !answered && !shell.link.stop_requested; ++attempt)
-        answered = test_new_baud(shell, "0", 0, 0);
+    for (int attempt = 0; attempt < tries && !answered && !session.stop_requested; ++attempt)
+        answered = test_new_baud(session, 0, 0, 0);
     return answered;
 }
 
-bool watchdog_is_fed(Shell& shell)
+Result feed_watchdog(Session& session, const Job& job, Report& report)
 {
-    if (send_extern_WDT_address(shell))
-        return true;
-    if (shell.link.stop_requested) {
-        report_stop(shell);
-    } else {
-        beep(shell, 3);
-        append_message(shell, watchdog_failed);
+    if (send_extern_WDT_address(session, job))
+        return Result::good;
+    if (session.stop_requested) {
+        report_stop(report);
+        return Result::stopped;
     }
-    return false;
+    report.beep(3);
+    report.say(watchdog_failed);
+    return Result::no_answer;
 }
 
-bool oscillator_is_tested(Shell& shell)
+Result test_oscillator(Session& session, const Job& job, Report& report)
 {
-    if (rc_test(shell, rc_test_steps))
-        return true;
-    if (shell.link.stop_requested) {
-        report_stop(shell);
-    } else {
-        beep(shell, 2);
-        append_with_end_time(shell, silent_chip);
+    if (rc_test(session, job.rc_target_mhz, rc_test_steps))
+        return Result::good;
+    if (session.stop_requested) {
+        report_stop(report);
+        return Result::stopped;
     }
-    return false;
+    report.beep(2);
+    report.say(with_end_time(silent_chip, session.loop));
+    return Result::no_answer;
 }
 
 } // namespace
@@ -221,48 +212,45 @@ Bytes build_set_baud_frame(std::uint8_t p1, std::uint8_t p2, std::uint8_t pause,
     return build_command_frame(command::set_baud, parameters, check);
 }
 
-bool test_new_baud(Shell& shell, const std::string& baud, std::uint8_t p1, std::uint8_t p2)
+bool test_new_baud(Session& session, std::int32_t baud, std::uint8_t p1, std::uint8_t p2)
 {
-    const std::int32_t series = wire_record(shell).series;
-    const double clock_hz = static_cast<double>(shell.target.mcu_clock_hz) / (shell.target.double_speed_on ? 2 : 1);
-    flush_link(shell);
-    const auto baud_number = static_cast<std::int32_t>(number_in(baud));
-    const std::uint8_t pause = shell.form.cheTL.value()
-        ? delay_code(clock_hz)
-        : pause_byte(baud_number, shell.link.handshake_baud, series, clock_hz, false);
-    if (!ensure_open(shell))
+    const std::int32_t series = session.model().series;
+    const double clock_hz = static_cast<double>(session.chip.mcu_clock_hz) / (session.chip.double_speed_on ? 2 : 1);
+    session.flush();
+    const bool fixed = session.line.fixed_115200;
+    const std::uint8_t pause =
+        fixed ? delay_code(clock_hz) : pause_byte(baud, session.line.contact_baud, series, clock_hz, false);
+    if (!session.ensure_open())
         return false;
-    expect_reply(shell);
+    session.expect_reply();
     send_and_let_leave(
-        shell, build_test_baud_frame(p1, p2, pause, wait_state_code(clock_hz, series), wire_check(shell)), false);
+        session, build_test_baud_frame(p1, p2, pause, wait_state_code(clock_hz, series), session.check()), false);
 
-    std::string remembered;
-    if (bauds_differ(shell) && !shell.form.cheTL.value()) {
-        remembered = shell.MSComm1.Settings();
-        switch_line(shell, baud);
-    }
-    const bool answered = wait_reply(shell, answer_ms(baud, 950));
-    if (!remembered.empty() && shell.form.cobBaudMax.text().substr(0, 4) != shell.link.handshake_baud) {
-        shell.MSComm1.close();
-        shell.MSComm1.set_Settings(remembered);
-        shell.MSComm1.open();
+    const LineSettings before = session.port.line();
+    const bool switched = bauds_differ(session) && !fixed;
+    if (switched)
+        switch_line(session, baud);
+    const bool answered = session.wait_reply(answer_ms(baud, 950));
+    if (switched && !session.line.is_one_speed()) {
+        session.close();
+        session.port.set_line(before);
+        session.open();
     }
     return answered;
 }
 
-bool set_new_baud(Shell& shell, const std::string& baud, std::uint8_t p1, std::uint8_t p2)
+bool set_new_baud(Session& session, std::int32_t baud, std::uint8_t p1, std::uint8_t p2)
 {
-    const std::int32_t series = wire_record(shell).series;
-    const auto clock_hz = static_cast<double>(shell.target.mcu_clock_hz);
-    const auto baud_number = static_cast<std::int32_t>(number_in(baud));
-    if (!ensure_open(shell))
+    const std::int32_t series = session.model().series;
+    const auto clock_hz = static_cast<double>(session.chip.mcu_clock_hz);
+    if (!session.ensure_open())
         return false;
-    expect_reply(shell);
-    const std::uint8_t pause = pause_byte(baud_number, shell.link.handshake_baud, series, clock_hz, true);
-    send_and_let_leave(shell, build_set_baud_frame(p1, p2, pause, wire_check(shell)), true);
-    if (bauds_differ(shell))
-        switch_line(shell, baud);
-    return wait_reply(shell, shell.Timer8, answer_ms(baud, 1200));
+    session.expect_reply();
+    const std::uint8_t pause = pause_byte(baud, session.line.contact_baud, series, clock_hz, true);
+    send_and_let_leave(session, build_set_baud_frame(p1, p2, pause, session.check()), true);
+    if (bauds_differ(session))
+        switch_line(session, baud);
+    return session.wait_reply(answer_ms(baud, 1200));
 }
 
 std::uint8_t watchdog_pin_code(std::string_view pin)
@@ -272,43 +260,50 @@ std::uint8_t watchdog_pin_code(std::string_view pin)
     return static_cast<std::uint8_t>(number_in(pin.substr(1, 1)) * 16 + number_in(pin.substr(3, 1)));
 }
 
-bool send_extern_WDT_address(Shell& shell)
+bool send_extern_WDT_address(Session& session, const Job& job)
 {
-    if (!shell.form.opt_ISP_DEMO_WDT[1].value())
+    if (!job.watchdog_pin)
         return true;
-    if (!ensure_open(shell))
+    if (!session.ensure_open())
         return false;
-    const std::uint8_t pin = watchdog_pin_code(shell.form.comb_WDT.text());
-    for (int attempt = 0; attempt < tries && !shell.link.stop_requested; ++attempt) {
-        expect_reply(shell);
-        send_frame(shell, build_command_frame(command::feed_pin, std::span{&pin, 1}, wire_check(shell)));
-        if (wait_reply(shell, 500))
+    for (int attempt = 0; attempt < tries && !session.stop_requested; ++attempt) {
+        session.expect_reply();
+        session.send(build_command_frame(command::feed_pin, std::span{&*job.watchdog_pin, 1}, session.check()));
+        if (session.wait_reply(500))
             return true;
     }
     return false;
 }
 
-bool negotiate_baud(Shell& shell, std::string& baud)
+Result negotiate_baud(Session& session, const Job& job, Report& report, std::int32_t& baud)
 {
-    if (!watchdog_is_fed(shell))
-        return false;
-    const bool fixed_115200 = shell.target.tl_mode_active;
-    if (fixed_115200 && !ended_well(shell, answers_at_fixed_115200(shell)))
-        return false;
-    if (wire_record(shell).cap_new_protocol && !new_protocol_answers(shell))
-        return false;
-    if (shell.rc.rc_calibrate && !oscillator_is_tested(shell))
-        return false;
-    if (series_is_15_16(wire_record(shell).series))
-        return confirm_without_change(shell, baud);
+    Result result = feed_watchdog(session, job, report);
+    const bool fixed_115200 = session.chip.tl_mode_active;
+    if (result == Result::good && fixed_115200)
+        result = ended(session, report, answers_at_fixed_115200(session));
+    if (result == Result::good && session.model().cap_new_protocol)
+        result = ask_new_protocol(session, report);
+    if (result == Result::good && job.calibrate_rc)
+        result = test_oscillator(session, job, report);
+    if (result != Result::good)
+        return result;
+    if (series_is_15_16(session.model().series)) {
+        baud = four_digits_of(session.port.line().baud);
+        return end_at_contact_baud(session, report);
+    }
 
     BaudChoice choice;
-    if (!fixed_115200 && (!ended_well(shell, find_baud(shell, choice)) || !ended_well(shell, confirm(shell, choice))))
-        return false;
-    flush_link(shell);
-    baud = fixed_115200 ? "115200" : std::to_string(choice.baud);
-    keep_speed_pair(shell.target);
-    return true;
+    if (!fixed_115200) {
+        result = ended(session, report, find_baud(session, choice));
+        if (result == Result::good)
+            result = ended(session, report, confirm(session, choice));
+        if (result != Result::good)
+            return result;
+    }
+    session.flush();
+    baud = fixed_115200 ? 115200 : choice.baud;
+    keep_speed_pair(session.chip);
+    return Result::good;
 }
 
 } // namespace vrk

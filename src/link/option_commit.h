@@ -1,26 +1,18 @@
 // The option stage: the option bytes that the user chose go into the chip and are read back.
 #pragma once
 
-#include "link/frame.h"
-
-#include "form/shell.h"
+#include "link/job.h"
+#include "report/report.h"
+#include "session/result.h"
 
 #include <optional>
 #include <span>
 
 namespace vrk {
 
-// Writes the options unless the chip has them already. link.reply_ok and job.options_done tell the result; what went
-// wrong has been said. The code stays in the chip either way.
-void commit_options(Shell& shell);
-
-// Three beeps and the text; link.reply_ok becomes false.
-void report_option_failure(Shell& shell);
-
-// Reads firmware and options of the chip on the wire and writes nothing.
-void comReadChipLock_Click(Shell& shell);
-
-using OptionBytes = std::array<std::uint8_t, OptionState::rows>; // column 0 of option_bytes, by row
+// Writes the options unless the chip has them already. Good: the chip holds them; session.options_done says the same.
+// What went wrong has been said. The code stays in the chip either way.
+Result commit_options(Session& session, const Job& job, Report& report);
 
 // Rows in which the chip's answer tells whether it holds what was wanted.
 std::span<const int> compared_rows(const McuRecord& record, const std::string& letter, const std::string& version);

@@ -2,7 +2,9 @@
 // is no read-back: a block is good when its sum came back right, and is sent up to four times.
 #pragma once
 
-#include "form/shell.h"
+#include "link/job.h"
+#include "report/report.h"
+#include "session/result.h"
 
 #include <cstdint>
 #include <span>
@@ -10,8 +12,9 @@
 
 namespace vrk {
 
-// Writes both images. job.program_ok tells the result; what went wrong has been said.
-void program_all(Shell& shell);
+// Writes both images. Good: all blocks came back with their sums; session.program_ok says the same. What went wrong has
+// been said.
+Result program_all(Session& session, const Job& job, Report& report);
 
 // What is to be written, in blocks: `as_chunks` splits a block into frames of 128 bytes.
 struct WriteRange {
@@ -19,16 +22,17 @@ struct WriteRange {
     std::int32_t first = 0;
     std::int32_t last = 0; // the range goes on to the end of its block
 };
-// True: a block failed, or the user stopped.
-bool write_range(Shell& shell, const WriteRange& range, std::span<const std::uint8_t> image, bool check_boot);
+// False: a block failed, or the user stopped. `check_boot`: the boot block of older chips may end the range earlier.
+bool write_range(Session& session, Report& report, const WriteRange& range, std::span<const std::uint8_t> image,
+    bool check_boot);
 // Good blocks of this download have put these bytes there, one after the other.
-bool is_programmed(const Shell& shell, std::int32_t address, std::span<const std::uint8_t> bytes);
-// True: bad. `again` marks the frames of a block that is sent once more.
-bool write_block(Shell& shell, bool as_chunks, std::int32_t first, std::int32_t last, bool again,
+bool is_programmed(const SessionFacts& session, std::int32_t address, std::span<const std::uint8_t> bytes);
+// False: bad. `again` marks the frames of a block that is sent once more.
+bool write_block(Session& session, bool as_chunks, std::int32_t first, std::int32_t last, bool again,
     std::span<const std::uint8_t> image);
-// True: failed. Bytes past the end of the image go out as 00.
+// False: failed. Bytes past the end of the image go out as 00.
 bool write_chunk_frame(
-    Shell& shell, std::int32_t address, std::int32_t count, bool again, std::span<const std::uint8_t> image);
+    Session& session, std::int32_t address, std::int32_t count, bool again, std::span<const std::uint8_t> image);
 
 // How long a data frame may stay unanswered, ms, by the chip's clock and the baud of the line.
 int reply_timeout_ms(double clock_hz, std::int32_t baud);

@@ -1,10 +1,7 @@
 #include "link/rc_test.h"
 
 #include "link/clock.h"
-#include "link/port.h"
 
-#include "form/messages.h"
-#include "form/waits.h"
 #include "platform/text_number.h"
 
 #include <array>
@@ -47,8 +44,6 @@ const Bands& bands_for(std::int32_t khz)
     return top_bands;
 }
 
-double wanted_mhz(const Shell& shell) { return number_in(shell.form.com_RC_frequency[5].text()); }
-
 std::array<BandTrim, 4> first_points(std::uint8_t band_low, std::uint8_t band_high)
 {
     if (band_low == band_high)
@@ -57,33 +52,25 @@ std::array<BandTrim, 4> first_points(std::uint8_t band_low, std::uint8_t band_hi
 }
 
 // The chip leaves to measure itself and must hear sync bytes to come back.
-bool rc_exchange(Shell& shell, std::span<const BandTrim> points)
+bool measure_points(Session& session, std::span<const BandTrim> points)
 {
-    shell.MSComm1.Output(build_rc_frame(shell.rc.rc_saved, points));
-    if (shell.MSComm1.OutBufferCount() > 0)
-        shell.platform.loop.run_due();
-    wait_ms(shell, 3);
-    shell.link.rx_count = 0;
-    shell.link.reply_ok = false;
-    shell.Timer8.start(exchange_ms);
-    while (!shell.link.reply_ok && !shell.link.stop_requested && shell.Timer8.enabled()) {
-        shell.MSComm1.Output(sync_pair);
-        wait_reply(shell, sync_spacing_ms);
+    session.send(build_rc_frame(session.rc.rc_saved, points));
+    session.rx.count = 0;
+    session.rx.reply_ok = false;
+    const Deadline end(session.loop, exchange_ms);
+    while (!session.rx.reply_ok && !session.stop_requested && !end.passed()) {
+        session.port.send(sync_pair);
+        session.wait_reply(sync_spacing_ms);
     }
-    shell.Timer8.stop();
-    return shell.link.reply_ok;
-}
-
-void rc_parse(Shell& shell)
-{
-    shell.rc.points = parse_rc_reply(read_frame(shell), shell.link.handshake_baud);
+    if (session.rx.reply_ok)
+        session.rc.points = parse_rc_reply(session.frame(), session.line.contact_baud);
+    return session.rx.reply_ok;
 }
 
 // The first among equally near points wins.
-void rc_pick(Shell& shell)
+void pick_best(RcTest& rc, double target_mhz)
 {
-    RcTest& rc = shell.rc;
-    const double target_hz = round_half_even(wanted_mhz(shell) * 1000000);
+    const double target_hz = round_half_even(target_mhz * 1000000);
     double nearest = 19999999;
     rc.rc_error = 10000;
     rc.best = 255;
@@ -99,12 +86,12 @@ void rc_pick(Shell& shell)
     }
 }
 
-struct Line {
+struct TrimLine {
     double slope = 0; // Hz per step of trim
     double offset = 0; // Hz at trim 0
 };
 
-Line line_through(const RcPoint& a, const RcPoint& b)
+TrimLine line_through(const RcPoint& a, const RcPoint& b)
 {
     if (a.trim == b.trim)
         return {};
@@ -121,7 +108,7 @@ bool rc_fit(RcTest& rc)
     rc.rc_gap_low = two_bands ? rc.points[1].hz : 0;
     rc.rc_gap_high = two_bands ? rc.points[2].hz : 0;
     const bool upper = rc.best >= 2;
-    const Line line = upper ? line_through(rc.points[2], rc.points[3]) : line_through(rc.points[0], rc.points[1]);
+    const TrimLine line = upper ? line_through(rc.points[2], rc.points[3]) : line_through(rc.points[0], rc.points[1]);
     if (line.slope == 0)
         return false;
     rc.rc_trim = static_cast<std::int32_t>(std::floor((rc.rc_target - line.offset) / line.slope));
@@ -156,58 +143,53 @@ Bytes build_rc_frame(std::span<const std::uint8_t, 6> saved, std::span<const Ban
     return build_command_frame(command::rc_test, parameters, Check::sum16);
 }
 
-std::vector<RcPoint> parse_rc_reply(std::span<const std::uint8_t> frame, std::string_view handshake_baud)
+std::vector<RcPoint> parse_rc_reply(std::span<const std::uint8_t> frame, std::int32_t contact_baud)
 {
     std::vector<RcPoint> points;
     if (frame.size() < 15)
         return points;
-    const double multiple = round_half_even(number_in(handshake_baud) / 1200);
+    const double multiple = round_half_even(contact_baud / 1200.0);
     const std::size_t count = std::min<std::size_t>(frame[14], max_points);
     for (std::size_t i = 0; i < count && 19 + 4 * i <= frame.size(); ++i) {
         const auto at = frame.subspan(15 + 4 * i, 4);
-        points.push_back({at[0], at[1], set_test_RC_pa((at[2] * 256 + at[3]) * multiple, handshake_baud)});
+        points.push_back({at[0], at[1], set_test_RC_pa((at[2] * 256 + at[3]) * multiple, contact_baud)});
     }
     return points;
 }
 
-bool rc_test(Shell& shell, int count)
+bool rc_test(Session& session, double target_mhz, int count)
 {
-    RcTest& rc = shell.rc;
-    const auto khz = static_cast<std::int32_t>(round_half_even(wanted_mhz(shell) * 1000));
+    RcTest& rc = session.rc;
+    const auto khz = static_cast<std::int32_t>(round_half_even(target_mhz * 1000));
     rc.rc_target = khz * 1000;
     rc.rc_band_low = get_FRQS(bands_for(khz).low);
     rc.rc_band_high = get_FRQS(bands_for(khz).high);
 
-    if (!rc_exchange(shell, first_points(rc.rc_band_low, rc.rc_band_high)))
+    if (!measure_points(session, first_points(rc.rc_band_low, rc.rc_band_high)))
         return false;
-    rc_parse(shell);
-    rc_pick(shell);
+    pick_best(rc, target_mhz);
     if (!rc_fit(rc))
         return false;
 
-    if (!rc_exchange(shell, points_around(rc, count)))
+    if (!measure_points(session, points_around(rc, count)))
         return false;
-    rc_parse(shell);
-    rc_pick(shell);
+    pick_best(rc, target_mhz);
     return true;
 }
 
-bool rc_report(Shell& shell)
+bool rc_report(const RcTest& rc, Report& report)
 {
-    const RcTest& rc = shell.rc;
     const auto best = static_cast<std::size_t>(rc.best);
     const double best_hz = best < rc.points.size() ? rc.points[best].hz : 0;
     const auto mhz = [](double hz) { return number_text(round_half_even(hz / 1000) / 1000); };
-    append_message(shell, "");
-    append_message(shell, "下次下载 RC 振荡器频率频率: " + mhz(best_hz) + "MHz (仅供参考)");
-    append_message(shell, "                  频率误差: " + number_text(rc.rc_error / 100.0) + "%      (仅供参考)");
+    report.say("");
+    report.say("下次下载 RC 振荡器频率频率: " + mhz(best_hz) + "MHz (仅供参考)");
+    report.say("                  频率误差: " + number_text(rc.rc_error / 100.0) + "%      (仅供参考)");
     if (std::abs(rc.rc_error) <= tolerable_error)
         return true;
-    beep(shell, 3);
-    if (!shell.language_is_english) {
-        append_message(shell, "您设置的 RC 振荡器的频率可能在此片 MCU 的频率盲区内，");
-        append_message(shell, "频率盲区：" + mhz(rc.rc_gap_low) + " -- " + mhz(rc.rc_gap_high) + "MHz");
-    }
+    report.beep(3);
+    report.say(Line::only_chinese("您设置的 RC 振荡器的频率可能在此片 MCU 的频率盲区内，"));
+    report.say(Line::only_chinese("频率盲区：" + mhz(rc.rc_gap_low) + " -- " + mhz(rc.rc_gap_high) + "MHz"));
     return false;
 }
 

@@ -2,9 +2,8 @@
 // closest to the frequency wanted.
 #pragma once
 
-#include "link/frame.h"
-
-#include "form/shell.h"
+#include "report/report.h"
+#include "session/session.h"
 
 namespace vrk {
 
@@ -21,12 +20,13 @@ std::uint8_t get_FRQS(std::uint8_t code);
 // Frame 65 for up to 21 points. Its check has 16 bits in every family.
 Bytes build_rc_frame(std::span<const std::uint8_t, 6> saved, std::span<const BandTrim> points);
 // The points of the reply; `frame` begins at 68. Points that the frame is too short for are left out.
-std::vector<RcPoint> parse_rc_reply(std::span<const std::uint8_t> frame, std::string_view handshake_baud);
+std::vector<RcPoint> parse_rc_reply(std::span<const std::uint8_t> frame, std::int32_t contact_baud);
 
-// Fills points, rc_trim and rc_error of shell.rc. False: no answer, stopped, or points that no line goes through.
-bool rc_test(Shell& shell, int count);
+// Looks for the trim of target_mhz around `count` points; fills session.rc. False: no answer, stopped, or points that no
+// line goes through.
+bool rc_test(Session& session, double target_mhz, int count);
 
 // The result, said after the download. False: further than 0.25 % off the frequency wanted.
-bool rc_report(Shell& shell);
+bool rc_report(const RcTest& rc, Report& report);
 
 } // namespace vrk

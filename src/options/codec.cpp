@@ -1,15 +1,9 @@
 #include "options/codec.h"
 
-#include "options/rc_setting.h"
-#include "options/row_control.h"
-
 #include "catalog/attributes.h"
-#include "platform/text_number.h"
 
 #include <algorithm>
-#include <array>
 #include <cctype>
-#include <span>
 
 namespace vrk {
 
@@ -115,30 +109,9 @@ const PageOfSeries* row_of_series(int series)
     return found == std::end(pages_of_series) ? nullptr : found;
 }
 
-// What the box of a key's row says; nothing where the page has no such row, or the form no such box.
-std::optional<std::string> box_text(const Shell& shell, int page, std::string_view key)
-{
-    const int row = find_key(shell.option_table, page, key);
-    const Control* box = row < 0 ? nullptr : control_of_row(shell, page, row);
-    if (box == nullptr)
-        return std::nullopt;
-    return read_property(*box, "Text");
-}
-
 void put_field(std::uint8_t& byte, std::uint8_t field, int bits)
 {
     byte = static_cast<std::uint8_t>((byte & ~field) | (bits & field));
-}
-
-void write_numeric_options(Shell& shell, int page)
-{
-    auto& bytes = shell.options.option_bytes;
-    const int row = watchdog_byte(page);
-    if (const auto divider = box_text(shell, page, "WDT_Prescalar"); divider && row >= 0)
-        put_field(bytes[row][0], watchdog_field, watchdog_code(*divider));
-    if (const auto divider = box_text(shell, page, "RC30K_Divder"))
-        put_field(bytes[rc30k_byte][0], rc30k_field, rc30k_code(*divider) * 16);
-    write_rc_bytes(shell);
 }
 
 } // namespace
@@ -162,7 +135,7 @@ std::optional<BitCode> parse_bit_code(std::string_view code)
     if (code.size() != 4 || !digits)
         return std::nullopt;
     const BitCode parsed{(code[0] - '0') * 10 + (code[1] - '0'), code[2] - '0', code[3] > '0'};
-    if (parsed.byte >= OptionState::rows || parsed.bit > 7)
+    if (parsed.byte >= option_rows || parsed.bit > 7)
         return std::nullopt;
     return parsed;
 }
@@ -182,41 +155,77 @@ void clear_snapshot(OptionTable& table, int page)
         table.set_cell(page, row, OptionColumn::snapshot, "");
 }
 
-void reset_option_bytes(OptionState& options, OptionGroup group)
+std::vector<ChosenRow> chosen_rows(const OptionTable& table, OptionPage page)
 {
-    for (auto& row : options.option_bytes)
-        row[0] = row[1] = row[2] = 255;
-    for (const StartValue& start : start_values) {
-        if (start.group == group)
-            options.option_bytes[start.byte][start.column] = start.value;
-    }
-    for (auto& row : options.option_bytes)
-        row[0] = static_cast<std::uint8_t>((row[2] | row[0]) & row[1]);
-}
-
-void write_chosen_bits(OptionState& options, const OptionTable& table, OptionPage page)
-{
+    std::vector<ChosenRow> chosen;
     for (int row = 0; row <= page.last_row; ++row) {
         if (table.cell(page.page, row, OptionColumn::snapshot) != "True")
             continue;
-        const auto code = parse_bit_code(table.cell(page.page, row, OptionColumn::bit_code));
-        if (!code)
-            continue;
-        std::uint8_t& byte = options.option_bytes[code->byte][0];
-        put_field(byte, bit_mask(code->bit), code->value ? 0xFF : 0);
+        if (const auto bit = parse_bit_code(table.cell(page.page, row, OptionColumn::bit_code)))
+            chosen.push_back({table.cell(page.page, row, OptionColumn::key), *bit});
     }
+    return chosen;
 }
 
-void decode_option_bytes(OptionTable& table, OptionPage page, const OptionState& options)
+bool OptionChoices::holds(std::string_view key) const
+{
+    return std::ranges::find(chosen, key, &ChosenRow::key) != chosen.end();
+}
+
+void reset_option_bytes(OptionImage& image, OptionGroup group)
+{
+    for (auto& row : image.bytes)
+        row[0] = row[1] = row[2] = 255;
+    for (const StartValue& start : start_values) {
+        if (start.group == group)
+            image.bytes[start.byte][start.column] = start.value;
+    }
+    for (auto& row : image.bytes)
+        row[0] = static_cast<std::uint8_t>((row[2] | row[0]) & row[1]);
+}
+
+void write_chosen_bits(OptionImage& image, std::span<const ChosenRow> chosen)
+{
+    for (const ChosenRow& row : chosen)
+        put_field(image.bytes[row.bit.byte][0], bit_mask(row.bit.bit), row.bit.value ? 0xFF : 0);
+}
+
+OptionImage encode_options(std::int32_t series, const OptionChoices& choices)
+{
+    OptionImage image;
+    const auto group = option_group(series);
+    if (!group)
+        return image;
+    reset_option_bytes(image, *group);
+    write_chosen_bits(image, choices.chosen);
+    const int row = watchdog_byte(option_page_of_series(series).page);
+    if (choices.watchdog_divider && row >= 0)
+        put_field(image.bytes[row][0], watchdog_field, watchdog_code(*choices.watchdog_divider));
+    if (choices.rc30k_divider)
+        put_field(image.bytes[rc30k_byte][0], rc30k_field, rc30k_code(*choices.rc30k_divider) * 16);
+    write_rc_bytes(image, series, choices.rc);
+    if (option_family(series) == 4) {
+        image.spare_row_16 = image.bytes[16][0];
+        image.bytes[16][0] = 255;
+    }
+    return image;
+}
+
+void decode_option_bytes(OptionTable& table, OptionPage page, const StatusBytes& status)
 {
     clear_snapshot(table, page.page);
     for (int row = 0; row <= page.last_row; ++row) {
         const auto code = parse_bit_code(table.cell(page.page, row, OptionColumn::bit_code));
         if (!code)
             continue;
-        const bool bit_set = (options.status_bytes[code->byte] & bit_mask(code->bit)) != 0;
+        const bool bit_set = (status[static_cast<std::size_t>(code->byte)] & bit_mask(code->bit)) != 0;
         table.set_cell(page.page, row, OptionColumn::snapshot, bit_set == code->value ? "1" : "0");
     }
+}
+
+std::vector<std::string> watchdog_divider_items()
+{
+    return {std::begin(watchdog_dividers), std::end(watchdog_dividers)};
 }
 
 std::uint8_t watchdog_code(std::string_view divider) { return code_in(watchdog_dividers, divider); }
@@ -232,65 +241,8 @@ int watchdog_byte(int page)
 
 int watchdog_divider(std::int16_t status_byte) { return 2 << (status_byte & watchdog_field); }
 
+std::vector<std::string> rc30k_divider_items() { return {std::begin(rc30k_dividers), std::end(rc30k_dividers)}; }
+
 std::uint8_t rc30k_code(std::string_view divider) { return code_in(rc30k_dividers, divider); }
-
-void fill_divider_lists(Shell& shell)
-{
-    shell.form.comWDT_Prescalar[0].set_items({std::begin(watchdog_dividers), std::end(watchdog_dividers)});
-    shell.form.comWDT_Prescalar[1].set_items({std::begin(rc30k_dividers), std::end(rc30k_dividers)});
-}
-
-int find_key(const Shell& shell, std::string_view key)
-{
-    return find_key(shell.option_table, option_page_of_series(shell.selected.series).page, key);
-}
-
-void clear_snapshot(Shell& shell)
-{
-    clear_snapshot(shell.option_table, option_page_of_series(shell.selected.series).page);
-}
-
-void snapshot_controls(Shell& shell)
-{
-    clear_snapshot(shell);
-    const auto [page, last_row] = option_page_of_series(shell.selected.series);
-    for (int row = 0; row <= last_row; ++row) {
-        if (shell.option_table.cell(page, row, OptionColumn::bit_code).empty())
-            continue;
-        if (const Control* control = control_of_row(shell, page, row)) {
-            const std::string& property = shell.option_table.cell(page, row, OptionColumn::property);
-            shell.option_table.set_cell(page, row, OptionColumn::snapshot, read_property(*control, property));
-        }
-    }
-}
-
-void build_option_bytes(Shell& shell)
-{
-    const auto group = option_group(shell.selected.series);
-    if (!group)
-        return;
-    const OptionPage page = option_page_of_series(shell.selected.series);
-    snapshot_controls(shell);
-    reset_option_bytes(shell.options, *group);
-    write_chosen_bits(shell.options, shell.option_table, page);
-    write_numeric_options(shell, page.page);
-    if (option_family(shell.selected.series) == 4) {
-        shell.options.spare_row_16 = shell.options.option_bytes[16][0];
-        shell.options.option_bytes[16][0] = 255;
-    }
-}
-
-void decode_option_bytes(Shell& shell, OptionPage page)
-{
-    decode_option_bytes(shell.option_table, page, shell.options);
-}
-
-bool is_chosen(const Shell& shell, std::string_view key)
-{
-    const int page = option_page_of_series(shell.selected.series).page;
-    const std::string& snapshot =
-        shell.option_table.cell(page, find_key(shell.option_table, page, key), OptionColumn::snapshot);
-    return snapshot == "True" || number_in(snapshot) > 0;
-}
 
 } // namespace vrk

@@ -2,11 +2,16 @@
 // on the rows of the option table. Nothing is coded an option: the rows carry their bits.
 #pragma once
 
-#include "form/shell.h"
+#include "options/option_bytes.h"
+#include "options/option_table.h"
+#include "options/rc_setting.h"
 
 #include <cstdint>
 #include <optional>
+#include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace vrk {
 
@@ -28,38 +33,46 @@ struct BitCode {
 };
 std::optional<BitCode> parse_bit_code(std::string_view code); // nothing for a code that is out of range
 
+// A row of a page whose button is the chosen one. It goes by its bit: a page can have a key twice, with two bits.
+struct ChosenRow {
+    std::string key;
+    BitCode bit;
+};
+
+// What the option panel says, as values.
+struct OptionChoices {
+    std::vector<ChosenRow> chosen; // in the order of the page
+    std::optional<std::string> watchdog_divider; // text of the box; nothing where the page has none
+    std::optional<std::string> rc30k_divider; // likewise
+    RcChoice rc;
+
+    bool holds(std::string_view key) const;
+};
+
+// What a chip of the series shall hold. All zero for the series without option bytes, 14.
+OptionImage encode_options(std::int32_t series, const OptionChoices& choices);
+
+// Snapshot "1" on the rows that hold in the bytes of a chip, "0" on the others that have a code.
+void decode_option_bytes(OptionTable& table, OptionPage page, const StatusBytes& status);
+
+// ---- the parts that these are made of
+
 // Families by the start values of their bytes.
 enum class OptionGroup { A, B, C, D, E, F, G, H, I, J };
 std::optional<OptionGroup> option_group(int series);
 
 int find_key(const OptionTable& table, int page, std::string_view key); // row; -1: no such row
-
-// ---- on bytes and rows
-// ------------------------------------------------------------------------------------------------
-
 void clear_snapshot(OptionTable& table, int page);
-void reset_option_bytes(OptionState& options, OptionGroup group);
-// The bits of the rows whose snapshot is "True".
-void write_chosen_bits(OptionState& options, const OptionTable& table, OptionPage page);
-// Snapshot "1" on the rows that hold in status_bytes, "0" on the others that have a code.
-void decode_option_bytes(OptionTable& table, OptionPage page, const OptionState& options);
+std::vector<ChosenRow> chosen_rows(const OptionTable& table, OptionPage page); // those whose snapshot is "True"
 
+void reset_option_bytes(OptionImage& image, OptionGroup group);
+void write_chosen_bits(OptionImage& image, std::span<const ChosenRow> chosen); // all other bits stay
+
+std::vector<std::string> watchdog_divider_items(); // "2" to "256"; the place of an item is its code
 std::uint8_t watchdog_code(std::string_view divider); // 0 for "2" to 7 for "256" and everything else
-int watchdog_byte(int page); // row of option_bytes that holds it; -1: none
+int watchdog_byte(int page); // row of the option bytes that holds it; -1: none
 int watchdog_divider(std::int16_t status_byte); // 2 to 256
+std::vector<std::string> rc30k_divider_items(); // "4096" to "32768"
 std::uint8_t rc30k_code(std::string_view divider); // 0 for "4096" to 3 for "32768" and everything else
-
-// ---- on the shell, for the selected model
-// --------------------------------------------------------------------------------
-
-void fill_divider_lists(Shell& shell); // once, before anything is chosen
-int find_key(const Shell& shell, std::string_view key);
-void clear_snapshot(Shell& shell);
-void snapshot_controls(Shell& shell); // the panel as it stands
-void build_option_bytes(Shell& shell); // takes a snapshot; then column 0 is what the chip shall hold
-void decode_option_bytes(Shell& shell, OptionPage page);
-
-// After a snapshot: its button is the chosen one. After a decode: it holds in the chip.
-bool is_chosen(const Shell& shell, std::string_view key);
 
 } // namespace vrk

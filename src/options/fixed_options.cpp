@@ -3,10 +3,7 @@
 #include "options/codec.h"
 #include "options/voltage_texts.h"
 
-#include "form/messages.h"
-
-#include <string>
-#include <vector>
+#include "report/text.h"
 
 namespace vrk {
 
@@ -33,36 +30,31 @@ constexpr std::string_view factory_choices[] = {"Double_speed_NO", "Exterior_Osc
     "EN810_200mS_NO", "Half_Gain_NO", "P10_P11_00_Download", "AUX_RAM_Enable_YES", "Clear_EEPROM_Spite",
     "LowU_Reset_NO", "Reset_Close_WDT_YES", "P4_5_As_ALE_YES", "Power_On_Run_WDT_NO"};
 
-std::vector<std::string> lines_of(const Shell& shell)
+std::vector<std::string> lines_of_hazel(bool english)
 {
     std::vector<std::string> lines;
-    if (shell.selected.series == hazel) {
-        for (const Text& line : hazel_lines)
-            lines.emplace_back(in_language(shell, line));
-        return lines;
-    }
-    const int page = option_page_of_series(shell.selected.series).page;
-    for (const std::string_view key : factory_choices) {
-        const int row = find_key(shell.option_table, page, key);
-        if (row >= 0 && lines.size() < most_lines)
-            lines.push_back(shell.option_table.cell(page, row, OptionColumn::report));
-    }
+    for (const Text& line : hazel_lines)
+        lines.emplace_back(in_language(english, line));
     return lines;
 }
 
 } // namespace
 
-void show_fixed_options(Shell& shell)
+std::vector<std::string> fixed_option_lines(OptionTable& table, const McuRecord& record, bool english)
 {
-    if (shell.selected.series < 5 || shell.selected.series > 17)
-        return;
-    write_panel_voltages(shell, option_page_of_series(shell.selected.series).page);
-    const std::vector<std::string> lines = lines_of(shell);
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        shell.form.LabOption[i].set_caption(lines[i]);
-        shell.form.LabOption[i].set_visible(!lines[i].empty());
-        shell.form.Picture2[i].set_visible(!lines[i].empty());
+    if (record.series < 5 || record.series > 17)
+        return {};
+    const int page = option_page_of_series(record.series).page;
+    write_panel_voltages(table, page, record, english);
+    if (record.series == hazel)
+        return lines_of_hazel(english);
+    std::vector<std::string> lines;
+    for (const std::string_view key : factory_choices) {
+        const int row = find_key(table, page, key);
+        if (row >= 0 && lines.size() < most_lines)
+            lines.push_back(table.cell(page, row, OptionColumn::report));
     }
+    return lines;
 }
 
 } // namespace vrk

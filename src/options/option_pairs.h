@@ -4,7 +4,7 @@
 // The keys are stored names, misspellings included. Blanks inside the report texts line the choices up.
 #pragma once
 
-#include "form/messages.h"
+#include "report/text.h"
 
 #include <string_view>
 

@@ -93,7 +93,7 @@ private:
     static constexpr Text rc30k_report = {
         "启动系统振荡器后等待时钟数(复位和掉电唤醒):", "Wait n clocks after MCU is waked up:"};
 
-    std::string_view text(const Text& both) const { return english_ ? both.en : both.zh; }
+    std::string_view text(const Text& both) const { return in_language(english_, both); }
     void set(OptionColumn column, std::string_view cell) { table_.set_cell(page_, row_, column, cell); }
     void set_on_last(OptionColumn column, std::string_view cell) { table_.set_cell(page_, row_ - 1, column, cell); }
 

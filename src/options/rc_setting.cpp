@@ -1,12 +1,10 @@
 #include "options/rc_setting.h"
 
 #include "catalog/attributes.h"
-#include "form/arm_save.h"
 #include "platform/text_number.h"
 
 #include <algorithm>
-#include <string>
-#include <vector>
+#include <iterator>
 
 namespace vrk {
 
@@ -65,52 +63,40 @@ std::vector<std::string> places(int count)
 
 } // namespace
 
-void fill_rc_lists(Shell& shell)
+std::vector<std::string> rc_wanted_items() { return items(wanted_mhz); }
+std::vector<std::string> rc_band_items() { return items(band_mhz); }
+std::vector<std::string> rc_trim_items() { return places(trims); }
+std::vector<std::string> rc_divider_items() { return places(dividers); }
+std::vector<std::string> rc_voltage_items() { return items(voltage_codes); }
+std::vector<std::string> rc_test_items() { return items(test_mhz); }
+
+std::vector<std::string> low_voltage_items(const McuRecord& record)
 {
-    shell.form.com_RC_frequency[0].set_items(items(wanted_mhz));
-    shell.form.com_RC_frequency[1].set_items(items(band_mhz));
-    shell.form.com_RC_frequency[2].set_items(places(trims));
-    shell.form.com_RC_frequency[3].set_items(places(dividers));
-    shell.form.com_RC_frequency[4].set_items(items(voltage_codes));
-    shell.form.com_RC_frequency[5].set_items(items(test_mhz));
+    if (!series_is_15_16(record.series))
+        return {};
+    return voltage_class(record) == VoltageClass::V5 ? items(low_voltages_5v) : items(low_voltages_3v);
 }
 
-void fill_low_voltage_list(Shell& shell, int default_index)
+int rc_divider_of_band(int band) { return band < first_high_band ? divider_of_low_bands : divider_of_high_bands; }
+
+std::uint8_t rc_wanted_byte(std::string_view text)
 {
-    ComboBox& list = shell.form.com_RC_frequency[4];
-    list.set_items({});
-    if (series_is_15_16(shell.selected.series)) {
-        const bool v5 = voltage_class(shell.selected) == VoltageClass::V5;
-        list.set_items(v5 ? items(low_voltages_5v) : items(low_voltages_3v));
-    }
-    list.choose(default_index);
+    return static_cast<std::uint8_t>(std::clamp(round_half_even(number_in(text)), 0.0, 255.0));
 }
 
-void sync_rc_divider(Shell& shell)
+void write_rc_bytes(OptionImage& image, std::int32_t series, const RcChoice& choice)
 {
-    const bool low_band = shell.form.com_RC_frequency[1].index_chosen() < first_high_band;
-    shell.form.com_RC_frequency[3].choose(low_band ? divider_of_low_bands : divider_of_high_bands);
-    arm_save(shell);
-}
-
-void com_RC_frequency_Click(Shell& shell) { sync_rc_divider(shell); }
-
-void write_rc_bytes(Shell& shell)
-{
-    auto& bytes = shell.options.option_bytes;
-    const int series = shell.selected.series;
+    auto& bytes = image.bytes;
     if (series_is_15_16_17(series)) {
         // A list without a choice counts as its first item.
-        const int band = std::max(0, shell.form.com_RC_frequency[1].index_chosen());
-        const int trim = std::max(0, shell.form.com_RC_frequency[2].index_chosen());
+        const int band = std::max(0, choice.band);
+        const int trim = std::max(0, choice.trim);
         bytes[3][0] = static_cast<std::uint8_t>((band * 64 + trim) | always_set_in_byte_3);
-        const double wanted = round_half_even(number_in(shell.form.txt_RC_frequency.text()));
-        bytes[4][0] = static_cast<std::uint8_t>(std::clamp(wanted, 0.0, 255.0));
+        bytes[4][0] = choice.wanted;
     }
     if (series_is_15_16(series)) {
-        const int place = shell.form.com_RC_frequency[4].index_chosen();
-        const bool chosen = place >= 0 && place < low_voltage_places;
-        const int field = chosen ? low_voltage_places - 1 - place : no_low_voltage;
+        const bool chosen = choice.low_voltage >= 0 && choice.low_voltage < low_voltage_places;
+        const int field = chosen ? low_voltage_places - 1 - choice.low_voltage : no_low_voltage;
         bytes[1][0] = static_cast<std::uint8_t>((bytes[1][0] & 0xF8) | field);
     }
 }

@@ -1,19 +1,39 @@
-// The setting of the internal RC oscillator: its lists, and the option bytes that it goes into.
+// The setting of the internal RC oscillator: the items of its lists, and the option bytes that it goes into.
 #pragma once
 
-#include "form/shell.h"
+#include "options/option_bytes.h"
+
+#include "catalog/mcu_record.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace vrk {
 
-void fill_rc_lists(Shell& shell); // once, before anything is chosen
+// Items of the lists, in their order.
+std::vector<std::string> rc_wanted_items(); // MHz
+std::vector<std::string> rc_band_items(); // MHz
+std::vector<std::string> rc_trim_items(); // only the place counts
+std::vector<std::string> rc_divider_items(); // only the place counts
+std::vector<std::string> rc_voltage_items(); // before a model is chosen
+std::vector<std::string> rc_test_items(); // MHz that the RC test aims at
+// Volts of the low-voltage detector, by the supply of the model; nothing where its family has none.
+std::vector<std::string> low_voltage_items(const McuRecord& record);
 
-// com_RC_frequency(4): the voltages of the selected model where its family has them, else nothing.
-void fill_low_voltage_list(Shell& shell, int default_index);
+int rc_divider_of_band(int band); // places in the lists; no band chosen (-1) counts as the lowest
 
-void sync_rc_divider(Shell& shell); // com_RC_frequency(3) from (1); the setting will be saved
-void com_RC_frequency_Click(Shell& shell); // of all indices
+// What is chosen, as places in the lists; -1: nothing.
+struct RcChoice {
+    int band = -1;
+    int trim = -1;
+    int low_voltage = -1;
+    std::uint8_t wanted = 0; // the number that goes into byte 4
+};
+std::uint8_t rc_wanted_byte(std::string_view text); // the number in a text, rounded and held to a byte; 0 for no number
 
-// The fields of the selected model's family, into column 0 of option_bytes. No field in most families.
-void write_rc_bytes(Shell& shell);
+// The fields of the series, into column 0. No field in most families.
+void write_rc_bytes(OptionImage& image, std::int32_t series, const RcChoice& choice);
 
 } // namespace vrk

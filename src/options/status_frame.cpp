@@ -1,7 +1,10 @@
 #include "options/status_frame.h"
 
-#include "catalog/attributes.h"
 #include "platform/text_number.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
 
 namespace vrk {
 
@@ -13,14 +16,13 @@ constexpr std::size_t extended_window_index = 32; // letters D to H with the new
 constexpr std::size_t answer_options_index = 12; // answer: the window; up to C the one option byte
 
 // Which row each byte of a window fills, in the order of the bytes.
-constexpr std::array<int, 6> rows_of_window = {0, 1, 2, 3, 8, 9};
-constexpr std::array<int, 5> rows_of_short_window = {2, 3, 8, 10, 11};
+constexpr std::array<std::size_t, 6> rows_of_window = {0, 1, 2, 3, 8, 9};
+constexpr std::array<std::size_t, 5> rows_of_short_window = {2, 3, 8, 10, 11};
 constexpr std::size_t short_window_row_0 = 5; // byte of it that letter H keeps row 0 in
 
-bool has_extended_layout(const TargetFacts& target)
+bool has_extended_layout(const std::string& letter, const std::string& version)
 {
-    return Option_Orde(target.fw_letter, target.fw_version) > 0
-        || (target.fw_letter == "H" && version_times_ten(target.fw_version) >= 58);
+    return Option_Orde(letter, version) > 0 || (letter == "H" && version_times_ten(version) >= 58);
 }
 
 } // namespace
@@ -33,41 +35,37 @@ std::string decode_version(std::uint8_t byte)
     return digits.substr(0, 1) + "." + digits.substr(1);
 }
 
-int version_times_ten(const std::string& version)
-{
-    return static_cast<int>(number_in(version) * 10 + 0.5);
-}
+int version_times_ten(const std::string& version) { return static_cast<int>(number_in(version) * 10 + 0.5); }
 
 int Option_Orde(const std::string& letter, const std::string& version)
 {
     const int value = version_times_ten(version);
-    const bool newer_order
-        = ((letter == "D" || letter == "E" || letter == "F") && value >= 55) || (letter == "G" && value > 57);
+    const bool newer_order =
+        ((letter == "D" || letter == "E" || letter == "F") && value >= 55) || (letter == "G" && value > 57);
     return newer_order ? 5 : 0;
 }
 
-void decode_status_frame(Shell& shell, StatusLayout layout)
+void decode_status_frame(std::span<const std::uint8_t> frame, StatusLayout layout, const std::string& letter,
+    const std::string& version, bool sixteen_rows, std::uint8_t option_row_16, StatusBytes& rows)
 {
-    const auto& rx = shell.link.rx_buffer;
-    auto& rows = shell.options.status_bytes;
-    const TargetFacts& target = shell.target;
-    const std::string& letter = target.fw_letter;
     const bool answer = layout == StatusLayout::answer;
     const std::size_t window = answer ? answer_options_index : window_index;
     const std::size_t extended = window + (extended_window_index - window_index);
-    const std::size_t present_end = rx[2] < 2U ? 0U : rx[2] - 2U; // check and end byte are no fields
-    const auto fill = [&](int row, std::size_t index) {
+    const std::size_t length = frame.size() > 2 ? frame[2] : 0U;
+    const std::size_t present_end =
+        std::min(frame.size(), length < 2U ? 0U : length - 2U); // check and end are no fields
+    const auto fill = [&](std::size_t row, std::size_t index) {
         if (index < present_end)
-            rows[row] = rx[index];
+            rows[row] = frame[index];
     };
 
-    rows[16] = shell.options.option_bytes[16][0];
-    if (target.identified && option_family(shell.connected.series) == 4) {
-        for (int row = 0; row < 16; ++row)
-            fill(row, window + static_cast<std::size_t>(row));
+    rows[16] = option_row_16;
+    if (sixteen_rows) {
+        for (std::size_t row = 0; row < 16; ++row)
+            fill(row, window + row);
     } else if (letter < "D") {
         fill(letter == "C" ? 1 : 0, answer ? answer_options_index : old_options_index);
-    } else if (letter >= "I" || has_extended_layout(target)) {
+    } else if (letter >= "I" || has_extended_layout(letter, version)) {
         const std::size_t first = letter >= "I" ? window : extended;
         for (std::size_t i = 0; i < rows_of_window.size(); ++i)
             fill(rows_of_window[i], first + i);
@@ -81,10 +79,9 @@ void decode_status_frame(Shell& shell, StatusLayout layout)
     }
 }
 
-bool enable_disp_RC_frequency(const Shell& shell, int mode)
+bool enable_disp_RC_frequency(const std::string& version, std::uint8_t frame_length, int mode)
 {
-    const std::uint8_t length = shell.link.rx_buffer[2];
-    return shell.target.fw_version >= "6.3" && (mode == 0 ? length > 56 : length >= 14);
+    return version >= "6.3" && (mode == 0 ? frame_length > 56 : frame_length >= 14);
 }
 
 } // namespace vrk

@@ -69,86 +69,85 @@ void write_row_pair(OptionTable& table, int page, int row, const std::string& ca
     table.set_cell(page, row + 1, OptionColumn::report, report);
 }
 
-std::string caption_of(const Shell& shell, std::string_view voltage)
+std::string caption_of(bool english, std::string_view voltage)
 {
-    return shell.language_is_english ? "< " + std::string{voltage} : std::string{voltage} + " 以下 ";
+    return english ? "< " + std::string{voltage} : std::string{voltage} + " 以下 ";
 }
 
-std::string report_of(const Shell& shell, std::string_view voltage)
+std::string report_of(bool english, std::string_view voltage)
 {
-    return shell.language_is_english ? "Low Voltage Reset, when MCU-VCC < " + std::string{voltage}
-                                    : "电源电压低于 " + std::string{voltage} + " 复位";
+    return english ? "Low Voltage Reset, when MCU-VCC < " + std::string{voltage}
+                   : "电源电压低于 " + std::string{voltage} + " 复位";
 }
 
-std::string short_report_of(const Shell& shell, std::string_view voltage)
+std::string short_report_of(bool english, std::string_view voltage)
 {
-    return shell.language_is_english ? report_of(shell, voltage) : std::string{voltage} + " 以下复位 ";
+    return english ? report_of(english, voltage) : std::string{voltage} + " 以下复位 ";
 }
 
-void write_label(Shell& shell, int page, std::string_view text)
+void write_label(OptionTable& table, int page, std::string_view text)
 {
-    const int row = find_key(shell.option_table, page, "Low_Voltage_Reset_Clew");
+    const int row = find_key(table, page, "Low_Voltage_Reset_Clew");
     if (row >= 0)
-        shell.option_table.set_cell(page, row, OptionColumn::value, text);
+        table.set_cell(page, row, OptionColumn::value, text);
 }
 
-void write_label_of_oldest(Shell& shell, int page)
+void write_label_of_oldest(OptionTable& table, int page, int series, bool english)
 {
-    if (shell.language_is_english)
-        write_label(shell, page, "Low Voltage Reset, when MCU-VCC");
+    if (english)
+        write_label(table, page, "Low Voltage Reset, when MCU-VCC");
     else
-        write_label(shell, page,
-            shell.selected.series == 5 ? "低压复位电压(固件版本>5.7有效)" : "低压复位电压(固件版本>5.4有效)");
+        write_label(table, page, series == 5 ? "低压复位电压(固件版本>5.7有效)" : "低压复位电压(固件版本>5.4有效)");
 }
 
 // Hazel and Juniper reset by a pin instead, at a fixed voltage.
-void write_reset_pin(Shell& shell, int page, int row)
+void write_reset_pin(OptionTable& table, int page, int row, const McuRecord& record, bool english)
 {
-    const bool is_hazel = shell.selected.series == hazel;
+    const bool is_hazel = record.series == hazel;
     const std::string pin = is_hazel ? "P1.2" : "P4.6";
-    const std::string voltage = voltage_class(shell.selected) == VoltageClass::V5 ? "1.33V" : "1.31V";
-    if (shell.language_is_english) {
-        write_label(shell, page, pin + "/RESET2:");
-        write_row_pair(shell.option_table, page, row, "<" + voltage + " Voltage Reset",
-            pin + "/RESET2 pin voltage <" + voltage + " Reset");
+    const std::string voltage = voltage_class(record) == VoltageClass::V5 ? "1.33V" : "1.31V";
+    if (english) {
+        write_label(table, page, pin + "/RESET2:");
+        write_row_pair(
+            table, page, row, "<" + voltage + " Voltage Reset", pin + "/RESET2 pin voltage <" + voltage + " Reset");
         return;
     }
-    write_label(shell, page, pin + "/RESET2脚低于" + voltage + "复位,固件>" + (is_hazel ? "V5.7" : "V6.0") + "有效");
-    write_row_pair(shell.option_table, page, row, "YES",
+    write_label(table, page, pin + "/RESET2脚低于" + voltage + "复位,固件>" + (is_hazel ? "V5.7" : "V6.0") + "有效");
+    write_row_pair(table, page, row, "YES",
         is_hazel ? "P1.2 脚低于" + voltage + "复位" : "P4.6/RESET2 脚低于 " + voltage + " 复位");
 }
 
 } // namespace
 
-void write_panel_voltages(Shell& shell, int page)
+void write_panel_voltages(OptionTable& table, int page, const McuRecord& record, bool english)
 {
-    const int row = find_key(shell.option_table, page, "LowU_Reset_YES_Clew");
+    const int row = find_key(table, page, "LowU_Reset_YES_Clew");
     if (row < 0)
         return;
-    const int series = shell.selected.series;
+    const int series = record.series;
     if (series == hazel || series == juniper)
-        return write_reset_pin(shell, page, row);
+        return write_reset_pin(table, page, row, record, english);
     const VoltagesOfSeries* found = voltages_of_series(series);
-    if (found == nullptr || (series == willow && shell.language_is_english))
+    if (found == nullptr || (series == willow && english))
         return;
     const bool oldest = series <= 5;
-    const Voltages& pair = of_class(*found, shell.selected);
+    const Voltages& pair = of_class(*found, record);
     const auto report = oldest ? short_report_of : report_of;
-    write_row_pair(shell.option_table, page, row, caption_of(shell, pair.high), report(shell, pair.high));
-    write_row_pair(shell.option_table, page, row + 2, caption_of(shell, pair.low), report(shell, pair.low));
+    write_row_pair(table, page, row, caption_of(english, pair.high), report(english, pair.high));
+    write_row_pair(table, page, row + 2, caption_of(english, pair.low), report(english, pair.low));
     if (oldest)
-        write_label_of_oldest(shell, page);
+        write_label_of_oldest(table, page, series, english);
 }
 
-void write_report_voltages(Shell& shell, int page, char letter, const McuRecord& record)
+void write_report_voltages(OptionTable& table, int page, char letter, const McuRecord& record, bool english)
 {
     const VoltagesOfSeries* found = voltages_of_letter(letter, record.series);
-    const int row = find_key(shell.option_table, page, "LowU_Reset_YES_Clew");
+    const int row = find_key(table, page, "LowU_Reset_YES_Clew");
     if (found == nullptr || row < 0)
         return;
     const Voltages& pair = of_class(*found, record);
-    write_row_pair(shell.option_table, page, row, caption_of(shell, pair.high), report_of(shell, pair.high));
-    write_row_pair(shell.option_table, page, row + 2, caption_of(shell, pair.low), report_of(shell, pair.low));
+    write_row_pair(table, page, row, caption_of(english, pair.high), report_of(english, pair.high));
+    write_row_pair(table, page, row + 2, caption_of(english, pair.low), report_of(english, pair.low));
 }
 
 } // namespace vrk

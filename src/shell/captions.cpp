@@ -1,6 +1,6 @@
 #include "shell/captions.h"
 
-#include "form/messages.h"
+#include "shell/messages.h"
 
 namespace vrk {
 
@@ -122,7 +122,7 @@ constexpr CaptionRow captions[] = {
 void apply_captions(Shell& shell)
 {
     for (const CaptionRow& row : captions) {
-        Control* control = shell.form.controls.find(row.control, row.index);
+        Control* control = shell.controls.find(row.control, row.index);
         if (auto* captioned = dynamic_cast<CaptionControl*>(control))
             captioned->set_caption(in_language(shell, row.caption));
         else if (auto* box = dynamic_cast<TextBox*>(control))

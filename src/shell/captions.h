@@ -1,7 +1,7 @@
 // The captions of the window, both languages side by side.
 #pragma once
 
-#include "form/shell.h"
+#include "shell/shell.h"
 
 namespace vrk {
 

@@ -1,15 +1,18 @@
 #include "shell/device.h"
 
+#include "form/main_form.h"
+
 #include "catalog/attributes.h"
 #include "catalog/families.h"
 #include "catalog/isp_start.h"
-#include "catalog/lookup.h"
-#include "form/arm_save.h"
-#include "image/buffers.h"
-#include "link/panel_state.h"
-#include "options/option_report.h"
-#include "options/panel.h"
+#include "catalog/rows.h"
 #include "platform/text_number.h"
+#include "shell/arm_save.h"
+#include "shell/buffer_view.h"
+#include "shell/check_page.h"
+#include "shell/messages.h"
+#include "shell/option_panel.h"
+#include "shell/panel_state.h"
 #include "shell/tabs.h"
 
 #include <vector>
@@ -20,6 +23,7 @@ namespace {
 
 constexpr bool show_new_series = true;
 constexpr bool show_unreleased = false;
+constexpr Text unknown_model = {"找不到 MCU: ", "Can not find the MCU type: "};
 constexpr std::string_view first_choice = "Hazel-1"; // of a user who has never chosen
 
 enum class Shown { new_series, unreleased, chinese, always };
@@ -122,7 +126,7 @@ void open_device_tree(Shell& shell)
 
 void close_device_tree(Shell& shell)
 {
-    shell.form.txtDevice.set_enabled(shell.job.panel_state == panel::free); // a click beside the tree unlocks nothing
+    shell.form.txtDevice.set_enabled(shell.job_may_change()); // a click beside the tree unlocks nothing
     shell.form.TreeViewDevice.set_visible(false);
 }
 
@@ -132,7 +136,7 @@ void TreeViewDevice_NodeClick(Shell& shell, std::string_view key)
         return;
     shell.form.TreeViewDevice.select(key);
     shell.form.txtDevice.set_text(key);
-    shell.target.target_ok = false;
+    shell.last_talk.chip.target_ok = false;
     clear_buffer(shell, 0, shell.code_buffer);
     clear_buffer(shell, 0, shell.data_buffer);
     if (shell.form.txtDevice.text().empty())
@@ -146,15 +150,12 @@ void TreeViewDevice_NodeClick(Shell& shell, std::string_view key)
 
 bool apply_selected_device(Shell& shell)
 {
-    shell.beside.block_bytes = 128;
-    shell.beside.has_rom_image = true;
-    shell.selected.ap_abuts_isp = false;
-    if (find_mcu_by_name(shell, trimmed(shell.form.txtDevice.text()), shell.selected).empty())
+    const auto found = locate_mcu_by_name(shell.mcu_table, trimmed(shell.form.txtDevice.text()));
+    if (!found) {
+        show_box(shell, std::string{in_language(shell, unknown_model)} + shell.form.txtDevice.text());
         return false;
-    shell.link.link_parity_even = shell.selected.cap_parity_even;
-    shell.series_is_15_16_17 = series_is_15_16_17(shell.selected.series);
-    shell.series_is_15_16 = series_is_15_16(shell.selected.series);
-    shell.option_family = option_family(shell.selected.series);
+    }
+    shell.selected = read_mcu_row(shell.mcu_table, found->series, found->row);
     shell.form.cheData_Auto_Increase.set_value(false);
     shell.data_increase.valid = false;
     enable_eeprom_controls(shell, has_eeprom_buffer(shell.selected));

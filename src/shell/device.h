@@ -1,7 +1,7 @@
 // The device tree and the selected model.
 #pragma once
 
-#include "form/shell.h"
+#include "shell/shell.h"
 
 #include <string_view>
 

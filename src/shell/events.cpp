@@ -1,20 +1,21 @@
 #include "shell/events.h"
 
-#include "form/messages.h"
-#include "image/auto_increase.h"
-#include "image/buffer_edit.h"
-#include "image/buffer_view.h"
-#include "image/file_loader.h"
-#include "image/file_watch.h"
-#include "image/store_range.h"
-#include "link/option_commit.h"
-#include "link/sequencer.h"
-#include "options/panel.h"
-#include "options/pins.h"
-#include "options/rc_setting.h"
+#include "form/main_form.h"
+
+#include "shell/buffer_edit.h"
+#include "shell/buffer_view.h"
 #include "shell/device.h"
+#include "shell/file_watch.h"
+#include "shell/messages.h"
+#include "shell/open_file.h"
+#include "shell/option_panel.h"
+#include "shell/option_pins.h"
+#include "shell/press.h"
 #include "shell/project.h"
+#include "shell/rc_boxes.h"
+#include "shell/serial_numbers.h"
 #include "shell/settings.h"
+#include "shell/store_file.h"
 #include "shell/tabs.h"
 
 #include <span>
@@ -74,11 +75,11 @@ constexpr EventRow events[] = {
     { "Option13",           [](Shell& shell, int index) { option_button_click(shell, 13, index); } },
     { "com_RC_frequency",   [](Shell& shell, int) { com_RC_frequency_Click(shell); } },
     { "comb_485_pin",       [](Shell& shell, int) { comb_485_pin_Click(shell); } },
-    { "opt_485_pin",        [](Shell& shell, int) { opt_485_pin_Click(shell); } },
+    { "opt_485_pin",        [](Shell& shell, int) { enable_pin_choices(shell); } },
     { "opt_485_logic",      [](Shell& shell, int) { opt_485_logic_Click(shell); } },
     { "comb_External_WDT",  [](Shell& shell, int) { comb_External_WDT_Click(shell); } },
-    { "opt_External_WDT",   [](Shell& shell, int) { opt_External_WDT_Click(shell); } },
-    { "opt_ISP_DEMO_WDT",   [](Shell& shell, int) { opt_ISP_DEMO_WDT_Click(shell); } },
+    { "opt_External_WDT",   [](Shell& shell, int) { enable_pin_choices(shell); } },
+    { "opt_ISP_DEMO_WDT",   [](Shell& shell, int) { enable_pin_choices(shell); } },
     { "comReadChipLock",    [](Shell& shell, int) { comReadChipLock_Click(shell); } },
     { "comOpenBatchFile",   [](Shell& shell, int) { comOpenBatchFile_Click(shell); } },
     { "comSaveBatchFile",   [](Shell& shell, int) { comSaveBatchFile_Click(shell); } },
@@ -107,22 +108,23 @@ void run_event(Shell& shell, const Control& control)
 
 } // namespace
 
-bool click(Shell& shell, Control& control)
+Touch click(Shell& shell, Control& control)
 {
-    if (!control.enabled())
-        return false;
     if (auto* box = dynamic_cast<CheckBox*>(&control))
         return set_checked(shell, *box, !box->value());
     if (auto* button = dynamic_cast<OptionButton*>(&control))
         return choose_option(shell, *button);
-    run_event(shell, control);
-    return true;
+    const Touch touch = may_touch(shell, control);
+    if (touch == Touch::taken)
+        run_event(shell, control);
+    return touch;
 }
 
-bool type_text(Shell& shell, Control& control, std::string_view text)
+Touch type_text(Shell& shell, Control& control, std::string_view text)
 {
-    if (!control.enabled())
-        return false;
+    const Touch touch = may_touch(shell, control);
+    if (touch != Touch::taken)
+        return touch;
     if (auto* box = dynamic_cast<TextBox*>(&control)) {
         box->set_text(text);
         arm_save_after(shell, control);
@@ -130,68 +132,81 @@ bool type_text(Shell& shell, Control& control, std::string_view text)
         list->set_text(text);
         run_event(shell, control);
     } else {
-        return false;
+        return Touch::impossible;
     }
-    return true;
+    return Touch::taken;
 }
 
-bool choose_item(Shell& shell, ComboBox& box, int item)
+Touch choose_item(Shell& shell, ComboBox& box, int item)
 {
-    if (!box.enabled() || item < 0 || static_cast<std::size_t>(item) >= box.items().size())
-        return false;
+    const Touch touch = may_touch(shell, box);
+    if (touch != Touch::taken)
+        return touch;
+    if (item < 0 || static_cast<std::size_t>(item) >= box.items().size())
+        return Touch::impossible;
     box.choose(item);
     run_event(shell, box);
-    return true;
+    return Touch::taken;
 }
 
-bool set_checked(Shell& shell, CheckBox& box, bool value)
+Touch set_checked(Shell& shell, CheckBox& box, bool value)
 {
-    if (!box.enabled())
-        return false;
+    const Touch touch = may_touch(shell, box);
+    if (touch != Touch::taken)
+        return touch;
     box.set_value(value);
     run_event(shell, box);
-    return true;
+    return Touch::taken;
 }
 
-bool choose_option(Shell& shell, OptionButton& button)
+Touch choose_option(Shell& shell, OptionButton& button)
 {
-    if (!button.enabled())
-        return false;
+    const Touch touch = may_touch(shell, button);
+    if (touch != Touch::taken)
+        return touch;
     button.set_value(true);
     run_event(shell, button);
-    return true;
+    return Touch::taken;
 }
 
-bool choose_tab(Shell& shell, TabStrip& strip, int tab)
+Touch choose_tab(Shell& shell, TabStrip& strip, int tab)
 {
-    if (!strip.enabled() || tab < 0 || static_cast<std::size_t>(tab) >= strip.tabs().size())
-        return false;
+    const Touch touch = may_touch(shell, strip);
+    if (touch != Touch::taken)
+        return touch;
+    if (tab < 0 || static_cast<std::size_t>(tab) >= strip.tabs().size())
+        return Touch::impossible;
     strip.select(tab);
     run_event(shell, strip);
-    return true;
+    return Touch::taken;
 }
 
-bool choose_node(Shell& shell, Tree& tree, std::string_view key)
+Touch choose_node(Shell& shell, Tree& tree, std::string_view key)
 {
-    if (!tree.enabled() || tree.find(key) == nullptr)
-        return false;
+    const Touch touch = may_touch(shell, tree);
+    if (touch != Touch::taken)
+        return touch;
+    if (tree.find(key) == nullptr)
+        return Touch::impossible;
     TreeViewDevice_NodeClick(shell, key);
-    return true;
+    return Touch::taken;
 }
 
-bool scroll_to(Shell& shell, ScrollBar& bar, int value)
+Touch scroll_to(Shell& shell, ScrollBar& bar, int value)
 {
-    if (!bar.enabled())
-        return false;
+    const Touch touch = may_touch(shell, bar);
+    if (touch != Touch::taken)
+        return touch;
     bar.set_value(value);
     run_event(shell, bar);
-    return true;
+    return Touch::taken;
 }
 
-bool press_key(Shell& shell, Control& control, std::string_view key)
+Touch press_key(Shell& shell, Control& control, std::string_view key)
 {
-    if (!control.enabled())
-        return false;
+    const Touch touch = may_press(shell, control, key);
+    if (touch != Touch::taken)
+        return touch;
     if (&control == &shell.form.TreeViewDevice && key == "Esc")
         close_device_tree(shell);
     if (&control == &shell.form.txtBuffer2)
@@ -199,17 +214,18 @@ bool press_key(Shell& shell, Control& control, std::string_view key)
     if (&control == &shell.form.tetDataFlash2)
         press_edit_key(shell, shell.data_buffer, key);
     arm_save_after(shell, control);
-    return true;
+    return Touch::taken;
 }
 
-bool put_caret(Shell& shell, TextBox& box, int position, int length)
+Touch put_caret(Shell& shell, TextBox& box, int position, int length)
 {
-    if (!box.enabled())
-        return false;
+    const Touch touch = may_touch(shell, box);
+    if (touch != Touch::taken)
+        return touch;
     box.select(position, length);
     if (length == 0 && (&box == &shell.form.txtBuffer2 || &box == &shell.form.tetDataFlash2))
         run_event(shell, box);
-    return true;
+    return Touch::taken;
 }
 
 void Timer12_Timer(Shell& shell)

@@ -1,5 +1,7 @@
 #include "shell/lists.h"
 
+#include "form/main_form.h"
+
 #include "options/codec.h"
 #include "options/pins.h"
 #include "options/rc_setting.h"
@@ -57,6 +59,20 @@ void fill_line(Texts bauds, ComboBox& baud, ComboBox& parity, ComboBox& data, Co
     stop.set_items(items(stop_bits));
 }
 
+void fill_option_lists(MainForm& form)
+{
+    form.comWDT_Prescalar[0].set_items(watchdog_divider_items());
+    form.comWDT_Prescalar[1].set_items(rc30k_divider_items());
+    form.com_RC_frequency[0].set_items(rc_wanted_items());
+    form.com_RC_frequency[1].set_items(rc_band_items());
+    form.com_RC_frequency[2].set_items(rc_trim_items());
+    form.com_RC_frequency[3].set_items(rc_divider_items());
+    form.com_RC_frequency[4].set_items(rc_voltage_items());
+    form.com_RC_frequency[5].set_items(rc_test_items());
+    form.comb_485_pin.set_items(option_pin_items());
+    form.comb_External_WDT.set_items(option_pin_items());
+}
+
 } // namespace
 
 void fill_lists(Shell& shell)
@@ -65,9 +81,7 @@ void fill_lists(Shell& shell)
     shell.form.cobBaudMin.set_items(items(min_bauds));
     shell.form.comDalay_ReDownLoad.set_items(items(repeat_delays_s));
     shell.form.comb_WDT.set_items(all_pins());
-    fill_divider_lists(shell);
-    fill_rc_lists(shell);
-    fill_pin_lists(shell);
+    fill_option_lists(shell.form);
 
     shell.form.com_Debug_COM.set_items(port_names());
     fill_line(terminal_bauds, shell.form.com_Debug_Baud, shell.form.com_Debug_ParityCheck, shell.form.com_Debug_DataBits,

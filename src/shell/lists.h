@@ -1,7 +1,7 @@
 // What the drop-down lists offer.
 #pragma once
 
-#include "form/shell.h"
+#include "shell/shell.h"
 
 namespace vrk {
 

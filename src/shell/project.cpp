@@ -1,16 +1,18 @@
 #include "shell/project.h"
 
+#include "form/main_form.h"
+
+#include "shell/buffer_view.h"
 #include "shell/device.h"
+#include "shell/option_panel.h"
+#include "shell/messages.h"
+#include "shell/panel_state.h"
 #include "shell/project_file.h"
 #include "shell/project_values.h"
+#include "shell/serial_numbers.h"
 
-#include "form/messages.h"
-#include "image/auto_increase.h"
-#include "image/buffer_view.h"
-#include "image/buffers.h"
+#include "shell/messages.h"
 #include "image/whole_file.h"
-#include "link/panel_state.h"
-#include "options/panel.h"
 #include "platform/text_number.h"
 
 #include <algorithm>
@@ -87,23 +89,17 @@ bool select_model(Shell& shell, const std::string& model)
 {
     const std::string text_before = shell.form.txtDevice.text();
     const std::string shown_before = shell.form.Label2[6].caption();
-    const BesideRecord beside_before = shell.beside;
-    const bool abuts_before = shell.selected.ap_abuts_isp;
-    const std::int16_t panel_before = shell.job.panel_state;
-
-    // A model without options to write ignores the panel state, and would stay in the one it came into.
-    set_panel_state(shell, panel::free);
+    const bool locked_before = shell.locked;
+    set_locked(shell, false);
     shell.form.txtDevice.set_text(model);
     shell.form.Label2[6].set_caption(std::string{model_shown} + model);
     if (!apply_selected_device(shell)) {
         shell.form.txtDevice.set_text(text_before);
         shell.form.Label2[6].set_caption(shown_before);
-        shell.beside = beside_before;
-        shell.selected.ap_abuts_isp = abuts_before;
-        set_panel_state(shell, panel_before);
+        set_locked(shell, locked_before);
         return false;
     }
-    shell.target.target_ok = false;
+    shell.last_talk.chip.target_ok = false;
     shell.form.TreeViewDevice.select(model); // not all models have a node
     change_low_voltage_default(shell, model);
     build_option_panel(shell);
@@ -184,7 +180,7 @@ void comOpenBatchFile_Click(Shell& shell)
 void open_project(Shell& shell, const std::string& chosen)
 {
     // The buttons that lead here are off then; only a dialog that was left open can come this far.
-    if (shell.job.sequence_running)
+    if (shell.running)
         return;
     const std::string path{trimmed(chosen)};
     shell.form.texBatchFileName.set_text(path);
@@ -210,10 +206,10 @@ void take_project(Shell& shell, std::string_view text)
     // Only now: events have been served under the boxes, and half a job must not be downloaded.
     shell.file_loaded = project.code.found;
     shell.loader.code_is_project = project.code.found;
-    set_panel_state(shell, panel::locked);
+    set_locked(shell, true);
 }
 
-void comLockOptions_Click(Shell& shell) { set_panel_state(shell, panel::locked); }
-void comUnlockOptions_Click(Shell& shell) { set_panel_state(shell, panel::free); }
+void comLockOptions_Click(Shell& shell) { set_locked(shell, true); }
+void comUnlockOptions_Click(Shell& shell) { set_locked(shell, false); }
 
 } // namespace vrk

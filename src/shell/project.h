@@ -2,7 +2,7 @@
 // changes anything by accident.
 #pragma once
 
-#include "form/shell.h"
+#include "shell/shell.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 // Project files on the disk: where they lie, and how one is read.
 #pragma once
 
-#include "image/file_buffer.h"
+#include "shell/loader_state.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 // What projects are for, as Command1 tells it.
 #include "shell/project.h"
 
-#include "form/messages.h"
+#include "shell/messages.h"
 
 namespace vrk {
 

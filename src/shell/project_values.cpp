@@ -1,7 +1,8 @@
 #include "shell/project_values.h"
 
 #include "options/codec.h"
-#include "options/row_control.h"
+#include "shell/option_choices.h"
+#include "shell/row_control.h"
 
 #include <algorithm>
 #include <charconv>

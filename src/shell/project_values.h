@@ -1,7 +1,7 @@
 // What a project keeps of the controls, and the way back.
 #pragma once
 
-#include "form/shell.h"
+#include "shell/shell.h"
 #include "image/project_format.h"
 
 #include <span>

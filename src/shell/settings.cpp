@@ -1,5 +1,7 @@
 #include "shell/settings.h"
 
+#include "form/main_form.h"
+
 #include "catalog/families.h"
 #include "platform/text_number.h"
 #include "shell/device.h"
@@ -54,11 +56,11 @@ template <typename Act> void for_each_setting(const Shell& shell, Act act)
 {
     for (const SettingRow& row : setting_rows()) {
         if (row.index == SettingRow::each) {
-            for (int i = 0; Control* control = shell.form.controls.find(row.control, i); ++i)
+            for (int i = 0; Control* control = shell.controls.find(row.control, i); ++i)
                 act(Setting{std::string{row.key} + "_" + std::to_string(i), row, control});
         } else {
             const int index = row.holds == Holds::choice ? 0 : row.index;
-            if (Control* control = shell.form.controls.find(row.control, index))
+            if (Control* control = shell.controls.find(row.control, index))
                 act(Setting{std::string{row.key}, row, control});
         }
     }
@@ -66,7 +68,7 @@ template <typename Act> void for_each_setting(const Shell& shell, Act act)
 
 OptionButton* button_at(const Shell& shell, const SettingRow& row, int index)
 {
-    return dynamic_cast<OptionButton*>(shell.form.controls.find(row.control, index));
+    return dynamic_cast<OptionButton*>(shell.controls.find(row.control, index));
 }
 
 int chosen_of(const Shell& shell, const SettingRow& row)

@@ -6,8 +6,8 @@
 // takes its default: whatever a store holds, the program comes up.
 #pragma once
 
-#include "form/arm_save.h"
-#include "form/shell.h"
+#include "shell/arm_save.h"
+#include "shell/shell.h"
 
 namespace vrk {
 

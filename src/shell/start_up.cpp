@@ -1,19 +1,18 @@
 #include "shell/start_up.h"
 
+#include "form/main_form.h"
+
 #include "catalog/ranges.h"
-#include "image/auto_increase.h"
-#include "image/buffers.h"
-#include "link/guidance.h"
-#include "link/panel_state.h"
-#include "link/port.h"
-#include "link/receive.h"
-#include "link/sequencer.h"
 #include "options/option_tables.h"
-#include "options/pins.h"
+#include "shell/buffer_view.h"
 #include "shell/captions.h"
 #include "shell/device.h"
 #include "shell/events.h"
 #include "shell/lists.h"
+#include "shell/option_pins.h"
+#include "shell/press.h"
+#include "shell/screen_report.h"
+#include "shell/serial_numbers.h"
 #include "shell/settings.h"
 #include "shell/tabs.h"
 
@@ -48,20 +47,17 @@ void unload(Shell& shell)
 {
     shell.unloaded = true;
     save_window(shell);
-    close_link(shell);
+    shell.port.close();
     if (shell.on_unload)
         shell.on_unload();
 }
 
-void tie_timers_and_port(Shell& shell)
+void tie_timers_and_ports(Shell& shell)
 {
-    shell.MSComm1.on_comm = [&shell] { on_comm(shell); };
     shell.platform.ports.on_list_changed = [&shell] { refresh_ports(shell); };
-    shell.Timer9.on_tick = [&shell] { show_guidance(shell); };
     shell.Timer3.on_tick = [&shell] {
         save_settings(shell);
-        opt_485_pin_Click(shell);
-        opt_External_WDT_Click(shell);
+        enable_pin_choices(shell);
     };
     shell.Timer12.on_tick = [&shell] { Timer12_Timer(shell); };
     shell.TimerUnload.on_tick = [&shell] { unload(shell); };
@@ -71,7 +67,7 @@ void tie_timers_and_port(Shell& shell)
 
 void start_up(Shell& shell)
 {
-    tie_timers_and_port(shell);
+    tie_timers_and_ports(shell);
     apply_captions(shell);
     set_up_tabs(shell);
     load_mcu_tables(shell.mcu_table, false);
@@ -80,7 +76,7 @@ void start_up(Shell& shell)
     fill_lists(shell);
     choose_defaults(shell);
     refresh_ports(shell);
-    show_port_open(shell, false);
+    show_port_lamp(shell, false);
     shell.form.ProgressBar1.set_visible(false);
     clear_buffer(shell, 0, shell.code_buffer);
     clear_buffer(shell, 0, shell.data_buffer);
@@ -88,7 +84,7 @@ void start_up(Shell& shell)
     load_increase_settings(shell);
     cheAuto_Increase_Click(shell);
     cheData_Auto_Increase_Click(shell);
-    enable_buttons(shell);
+    shell.form.comStop_Download.set_enabled(false);
     shell.Timer12.start();
 }
 
@@ -108,10 +104,10 @@ void refresh_ports(Shell& shell)
         paths.push_back(port.path);
         captions.push_back(port.caption);
     }
-    if (captions == shell.form.combCommPort.items() && paths == shell.MSComm1.port_paths)
+    if (captions == shell.form.combCommPort.items() && paths == shell.port_paths)
         return;
     const std::string chosen = shell.form.combCommPort.text();
-    shell.MSComm1.port_paths = std::move(paths);
+    shell.port_paths = std::move(paths);
     shell.form.combCommPort.set_items(captions);
     const auto still_there = std::find(captions.begin(), captions.end(), chosen);
     shell.form.combCommPort.choose(still_there == captions.end() ? 0 : static_cast<int>(still_there - captions.begin()));

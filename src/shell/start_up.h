@@ -1,7 +1,7 @@
 // How the program comes up and goes down.
 #pragma once
 
-#include "form/shell.h"
+#include "shell/shell.h"
 
 namespace vrk {
 

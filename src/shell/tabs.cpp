@@ -1,7 +1,9 @@
 #include "shell/tabs.h"
 
+#include "form/main_form.h"
+
 #include "catalog/attributes.h"
-#include "form/messages.h"
+#include "shell/messages.h"
 
 namespace vrk {
 

@@ -1,7 +1,7 @@
 // The pages of the two tab strips.
 #pragma once
 
-#include "form/shell.h"
+#include "shell/shell.h"
 
 namespace vrk {
 

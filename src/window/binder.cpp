@@ -1,5 +1,7 @@
 #include "window/binder.h"
 
+#include "form/main_form.h"
+
 #include "shell/events.h"
 
 #include <QEvent>

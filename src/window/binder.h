@@ -2,7 +2,7 @@
 // of the shell. Widgets are named as their controls ("comDownload(0)"), so that tools and tests find them.
 #pragma once
 
-#include "form/shell.h"
+#include "shell/shell.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,5 +1,7 @@
 #include "window/device_box.h"
 
+#include "form/main_form.h"
+
 #include "shell/events.h"
 
 #include <QEvent>

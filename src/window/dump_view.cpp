@@ -1,6 +1,9 @@
 #include "window/dump_view.h"
 
-#include "image/buffer_view.h"
+#include "form/main_form.h"
+
+#include "image/dump.h"
+#include "shell/buffer_view.h"
 #include "shell/events.h"
 
 #include <QEvent>
@@ -115,12 +118,12 @@ void DumpView::show_dump()
 
 void DumpView::fit_lines()
 {
-    FileBuffer& buffer = index_ == 0 ? shell_.code_buffer : shell_.data_buffer;
+    int& shown_lines = shell_.view_lines[index_];
     const int margins = 2 * static_cast<int>(pane_->document()->documentMargin());
     const int lines = std::max((pane_->viewport()->height() - margins) / pane_->fontMetrics().lineSpacing(), 1);
-    if (lines == buffer.view_lines)
+    if (lines == shown_lines)
         return;
-    buffer.view_lines = lines;
+    shown_lines = lines;
     vscFile_Change(shell_, index_);
 }
 

@@ -1,5 +1,7 @@
 #include "window/main_window.h"
 
+#include "form/main_form.h"
+
 #include "shell/settings.h"
 #include "shell/start_up.h"
 #include "window/dump_view.h"

@@ -1,5 +1,7 @@
 #include "window/option_panel.h"
 
+#include "form/main_form.h"
+
 #include <QEvent>
 #include <QHBoxLayout>
 

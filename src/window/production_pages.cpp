@@ -1,5 +1,7 @@
 #include "window/production_pages.h"
 
+#include "form/main_form.h"
+
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QVBoxLayout>

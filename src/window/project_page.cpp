@@ -1,5 +1,7 @@
 #include "window/project_page.h"
 
+#include "form/main_form.h"
+
 #include <QGridLayout>
 
 namespace vrk {

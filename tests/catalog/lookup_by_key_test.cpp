@@ -1,3 +1,4 @@
+#include "catalog/attributes.h"
 #include "tests/catalog/loaded_table.h"
 
 #include <gtest/gtest.h>
@@ -168,22 +169,16 @@ TEST(ReadRow, ARowWithoutAModelGivesAHarmlessRecord)
     EXPECT_FALSE(found.listed);
 }
 
-TEST(BesideTheRecord, AlderHasARomImageAndShortBlocks)
+TEST(Blocks, OfAlderAreShortAndItNamesARomImage)
 {
-    const vrk::BesideRecord beside = vrk::beside_record(record("Alder-32M"));
-
-    EXPECT_EQ(beside.rom_image_name, "BOOTC_2003.ROM");
-    EXPECT_TRUE(beside.has_rom_image);
-    EXPECT_EQ(beside.block_bytes, 128);
+    EXPECT_EQ(record("Alder-32M").rom_image, "BOOTC_2003.ROM");
+    EXPECT_EQ(vrk::block_bytes(record("Alder-32M")), 128);
 }
 
-TEST(BesideTheRecord, AllOthersHaveNoneAndBlocksOf512)
+TEST(Blocks, OfAllOthersHave512Bytes)
 {
-    const vrk::BesideRecord beside = vrk::beside_record(record("Aspen-63"));
-
-    EXPECT_EQ(beside.rom_image_name, "");
-    EXPECT_FALSE(beside.has_rom_image);
-    EXPECT_EQ(beside.block_bytes, 512);
+    EXPECT_EQ(record("Aspen-63").rom_image, "");
+    EXPECT_EQ(vrk::block_bytes(record("Aspen-63")), 512);
 }
 
 } // namespace

@@ -10,21 +10,22 @@ TEST(AfterAMismatch, TheFileCanBeOpenedAgain)
     bench.open_code(Bench::pattern(600));
     bench.chip.report_id(0xD11E);
     bench.download();
-    EXPECT_FALSE(bench.shell.job.succeeded);
+    EXPECT_FALSE(bench.shell.succeeded);
     EXPECT_FALSE(bench.shell.file_loaded);
-    EXPECT_TRUE(bench.form.comLoadFile.enabled());
-    EXPECT_TRUE(bench.form.txtDevice.enabled());
-    EXPECT_EQ(bench.shell.job.panel_state, 0);
+    EXPECT_TRUE(bench.form.button("comLoadFile").enabled());
+    EXPECT_TRUE(bench.form.text_box("txtDevice").enabled());
+    EXPECT_EQ(panel_state(bench.shell), 0);
 }
 
 // The block size of the chip that was there by mistake used to stay, and no right chip of the oldest family matched then.
 TEST(AfterAMismatch, ARightChipOfTheOldestFamilyIsTaken)
 {
     Bench bench("Alder-64");
-    bench.shell.beside.block_bytes = 512; // as any other chip leaves it
+    bench.shell.last_talk.identified = true; // as any other chip leaves it
+    bench.shell.last_talk.connected.series = 7;
     bench.open_code(Bench::pattern(600));
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.flash(0, 599), bench.code(0, 599));
 }
 

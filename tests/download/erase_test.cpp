@@ -5,26 +5,26 @@ using namespace vrk;
 
 namespace {
 
-struct Job : Bench {
-    explicit Job(const char* model, bool english = true)
-        : Job(setup_of(model), english)
+struct Station : Bench {
+    explicit Station(const char* model, bool english = true)
+        : Station(setup_of(model), english)
     {
     }
-    explicit Job(const sim::ChipSetup& setup, bool english = true)
+    explicit Station(const sim::ChipSetup& setup, bool english = true)
         : Bench(setup, english)
     {
         open_code(pattern(0x300));
-        form.optBeepNo.set_value(true);
+        form.option("optBeepNo").set_value(true);
     }
 };
 
 // The frame from its length byte on: length, code, sectors, first address, last address.
 std::vector<std::uint8_t> erase_head(const char* model)
 {
-    Job bench(model);
+    Station bench(model);
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.chip.violations(), "");
     const auto frames = tape.frames(0x84);
     EXPECT_EQ(frames.size(), 1U);
@@ -60,15 +60,15 @@ TEST(EraseFrame, OfAModelWithoutDataFlashNamesNoRange)
 
 TEST(EraseStage, TellsItsTime)
 {
-    Job bench("Juniper-60Q");
+    Station bench("Juniper-60Q");
     bench.download();
     EXPECT_TRUE(bench.report_says("\nWe are erasing MCU flash...\n ( 00:0"));
-    EXPECT_EQ(bench.shell.job.erase_time.size(), 5U);
+    EXPECT_EQ(bench.shell.talk().erase_time.size(), 5U);
 }
 
 TEST(EraseStage, TellsTheSerialNumberInChineseFromVersion63On)
 {
-    Job bench("Juniper-60Q", false);
+    Station bench("Juniper-60Q", false);
     bench.download();
     EXPECT_TRUE(bench.report_says("\n正在擦除应用程序区..."));
     EXPECT_TRUE(bench.report_says("\nMCU 出厂序列号: F510C42A07319B"));
@@ -76,38 +76,38 @@ TEST(EraseStage, TellsTheSerialNumberInChineseFromVersion63On)
 
 TEST(EraseStage, TellsNoSerialNumberInEnglish)
 {
-    Job bench("Juniper-60Q");
+    Station bench("Juniper-60Q");
     bench.download();
     EXPECT_FALSE(bench.report_says("F510C42A07319B"));
-    EXPECT_EQ(bench.shell.target.serial_number, "F510C42A07319B");
+    EXPECT_EQ(bench.shell.talk().chip.serial_number, "F510C42A07319B");
 }
 
 TEST(EraseStage, HasThreeTriesInTheOlderProtocol)
 {
-    Job bench("Birch-8");
+    Station bench("Birch-8");
     bench.chip.overhear(0x84, 2);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x84), 3);
     EXPECT_TRUE(bench.report_says(" ( 00:1"));
 }
 
 TEST(EraseStage, FailsAfterThreeTriesInTheOlderProtocol)
 {
-    Job bench("Birch-8");
+    Station bench("Birch-8");
     bench.chip.overhear(0x84, 1000);
     bench.download();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.chip.frame_count(0x84), 3);
     EXPECT_EQ(bench.dialogs.beeps, 3);
     EXPECT_EQ(bench.times_said("\nErasing MCU failed. (End: 08:00:"), 1);
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with(")\nTry to use the lower baud."));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with(")\nTry to use the lower baud."));
     bench.expect_a_clean_next_download();
 }
 
 TEST(EraseStage, HasOneTryInTheNewerProtocol)
 {
-    Job bench("Juniper-8");
+    Station bench("Juniper-8");
     bench.chip.overhear(0x84, 1);
     bench.download();
     bench.expect_failed_honestly();
@@ -119,17 +119,17 @@ TEST(EraseStage, HasOneTryInTheNewerProtocol)
 
 TEST(EraseStage, FailsInChineseWithItsOwnWords)
 {
-    Job bench("Juniper-8", false);
+    Station bench("Juniper-8", false);
     bench.chip.overhear(0x84, 1);
     bench.download();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.times_said("\n擦除失败 (End: 08:00:"), 1);
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with(")\nTry to use the lower baud. / 请尝试用稍低的波特率下载。"));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with(")\nTry to use the lower baud. / 请尝试用稍低的波特率下载。"));
 }
 
 TEST(EraseStage, IsNotBegunWhenTheBaudStageEndedWithAnotherAnswer)
 {
-    Job bench("Juniper-8");
+    Station bench("Juniper-8");
     bench.chip.noise_before_reply(4, sim::reply_frame(0x8E, {}, true));
     bench.download();
     bench.expect_failed_honestly();
@@ -140,7 +140,7 @@ TEST(EraseStage, IsNotBegunWhenTheBaudStageEndedWithAnotherAnswer)
 
 TEST(EraseStage, FailsWhenTheAnswerIsARefusal)
 {
-    Job bench("Juniper-8");
+    Station bench("Juniper-8");
     bench.chip.noise_before_reply(5, sim::reply_frame(0x01, {}, true));
     bench.download();
     bench.expect_failed_honestly();
@@ -152,7 +152,7 @@ TEST(EraseStage, FailsWhenTheAnswerIsARefusal)
 
 TEST(EraseStage, IsStoppedByTheUser)
 {
-    Job bench("Birch-8");
+    Station bench("Birch-8");
     bench.chip.overhear(0x84, 1000);
     bench.press_download();
     bench.power_up_after_ms(300);
@@ -160,7 +160,7 @@ TEST(EraseStage, IsStoppedByTheUser)
     bench.run_until_idle();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.dialogs.beeps, 1);
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with("\nOperation stopped. "));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\nOperation stopped. "));
     bench.expect_a_clean_next_download();
 }
 
@@ -168,11 +168,11 @@ TEST(EraseStage, LeavesTheDataFlashWhereTheChipKeepsIt)
 {
     sim::ChipSetup setup = setup_of("Juniper-32Q");
     setup.options[8] = 0xFF;
-    Job bench(setup);
+    Station bench(setup);
     const auto data = Bench::pattern(0x400, 9);
     bench.chip.preset_flash(0x9000, data);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.flash(0x9000, 0x93FF), data);
 }
 
@@ -180,10 +180,10 @@ TEST(EraseStage, TakesTheDataFlashWithItWhereTheChipDoesNotKeepIt)
 {
     sim::ChipSetup setup = setup_of("Juniper-32Q");
     setup.options[8] = 0xFD;
-    Job bench(setup);
+    Station bench(setup);
     bench.chip.preset_flash(0x9000, Bench::pattern(0x400, 9));
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.flash(0x9000, 0x93FF), std::vector<std::uint8_t>(0x400, 0xFF));
 }
 
@@ -191,7 +191,7 @@ TEST(EraseStage, IsLeftOutForTheVeryFirstFirmware)
 {
     sim::ChipSetup setup = setup_of("Birch-8");
     setup.version = 0x02;
-    Job bench(setup, false);
+    Station bench(setup, false);
     bench.download();
     EXPECT_EQ(bench.chip.frame_count(0x84), 0);
     EXPECT_FALSE(bench.report_says("正在擦除应用程序区"));

@@ -10,14 +10,14 @@ namespace {
 // What the download leaves in the chip besides 00 of its padding: the whole code file.
 void expect_success(Bench& bench, std::size_t code_size)
 {
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.report_says("Program OK"));
     EXPECT_EQ(bench.count(), 1);
     EXPECT_EQ(bench.dialogs.shown.size(), 0U);
     EXPECT_EQ(bench.chip.violations(), "");
     EXPECT_EQ(bench.flash(0, code_size - 1), bench.code(0, code_size - 1));
     EXPECT_TRUE(bench.buttons_are_free());
-    EXPECT_FALSE(bench.shell.MSComm1.PortOpen());
+    EXPECT_FALSE(bench.shell.port.is_open());
 }
 
 class EverySeries : public ::testing::TestWithParam<const char*> { };
@@ -43,7 +43,7 @@ TEST_P(EveryDataFlash, TakesItsDataBesidesItsCode)
     const auto data = Bench::pattern(0x200, 7);
     bench.open_data(data);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.chip.violations(), "");
     EXPECT_EQ(bench.flash(0, code_size - 1), bench.code(0, code_size - 1));
     const auto first = static_cast<std::size_t>(bench.shell.selected.eeprom_first);

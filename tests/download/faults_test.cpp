@@ -7,19 +7,19 @@ using namespace vrk;
 
 namespace {
 
-struct Job : Bench {
-    explicit Job(const char* model, bool english = true)
+struct Station : Bench {
+    explicit Station(const char* model, bool english = true)
         : Bench(model, english)
     {
         open_code(pattern(0x500));
-        form.optBeepNo.set_value(true);
+        form.option("optBeepNo").set_value(true);
     }
     // A job that may end either way: then what is said is what is true.
     void expect_truth() const
     {
-        EXPECT_EQ(shell.job.succeeded, report_says("Program OK"));
-        EXPECT_EQ(shell.job.succeeded, count() == 1);
-        EXPECT_TRUE(!shell.job.succeeded || chip_holds_the_code());
+        EXPECT_EQ(shell.succeeded, report_says("Program OK"));
+        EXPECT_EQ(shell.succeeded, count() == 1);
+        EXPECT_TRUE(!shell.succeeded || chip_holds_the_code());
         EXPECT_TRUE(buttons_are_free());
     }
 };
@@ -31,7 +31,7 @@ struct AtReply {
 
 class EveryReply : public ::testing::TestWithParam<AtReply> {
 protected:
-    Job bench{GetParam().model};
+    Station bench{GetParam().model};
 };
 
 } // namespace
@@ -43,7 +43,7 @@ TEST_P(EveryReply, LostIsMadeUpForOrToldHonestly)
     bench.power_up_after_ms(300);
     bench.run_until_idle_or_given_up();
     bench.expect_truth();
-    bench.form.txtWrite_OK_Count.set_text("0");
+    bench.form.text_box("txtWrite_OK_Count").set_text("0");
     bench.expect_a_clean_next_download();
 }
 
@@ -54,7 +54,7 @@ TEST_P(EveryReply, DamagedIsMadeUpForOrToldHonestly)
     bench.power_up_after_ms(300);
     bench.run_until_idle_or_given_up();
     bench.expect_truth();
-    bench.form.txtWrite_OK_Count.set_text("0");
+    bench.form.text_box("txtWrite_OK_Count").set_text("0");
     bench.expect_a_clean_next_download();
 }
 
@@ -65,7 +65,7 @@ TEST_P(EveryReply, LateIsTakenOrToldHonestly)
     bench.power_up_after_ms(300);
     bench.run_until_idle_or_given_up();
     bench.expect_truth();
-    bench.form.txtWrite_OK_Count.set_text("0");
+    bench.form.text_box("txtWrite_OK_Count").set_text("0");
     bench.expect_a_clean_next_download();
 }
 
@@ -73,7 +73,7 @@ TEST_P(EveryReply, InTwoPiecesIsPutTogether)
 {
     bench.chip.split_reply(GetParam().reply, 4, 40);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     bench.expect_truth();
 }
 
@@ -81,7 +81,7 @@ TEST_P(EveryReply, BehindNoiseIsFound)
 {
     bench.chip.noise_before_reply(GetParam().reply, {0x00, 0x16, 0x46, 0xFF});
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     bench.expect_truth();
 }
 
@@ -103,7 +103,7 @@ class PowerCut : public ::testing::TestWithParam<int> { };
 
 TEST_P(PowerCut, OfANewerChipIsNoSuccess)
 {
-    Job bench("Juniper-8");
+    Station bench("Juniper-8");
     bench.chip.cut_power_at_frame(GetParam());
     bench.download();
     bench.expect_failed_honestly();
@@ -113,7 +113,7 @@ TEST_P(PowerCut, OfANewerChipIsNoSuccess)
 
 TEST_P(PowerCut, OfAnOlderChipIsNoSuccess)
 {
-    Job bench("Birch-8", false);
+    Station bench("Birch-8", false);
     bench.chip.cut_power_at_frame(GetParam());
     bench.download();
     bench.expect_failed_honestly();
@@ -127,7 +127,7 @@ INSTANTIATE_TEST_SUITE_P(AtFrame, PowerCut, ::testing::Values(1, 2, 3, 4, 5, 6, 
 
 TEST(PowerCut, InTheFirstBlockIsABlockThatFails)
 {
-    Job bench("Juniper-8");
+    Station bench("Juniper-8");
     bench.chip.cut_power_at_frame(5);
     bench.download();
     bench.expect_failed_honestly();
@@ -137,7 +137,7 @@ TEST(PowerCut, InTheFirstBlockIsABlockThatFails)
 
 TEST(SilentChip, ThatActsButNeverSpeaksIsWaitedForUntilTheUserStops)
 {
-    Job bench("Juniper-8");
+    Station bench("Juniper-8");
     bench.chip.keep_silent();
     bench.press_download();
     bench.power_up_after_ms(300);
@@ -150,7 +150,7 @@ TEST(SilentChip, ThatActsButNeverSpeaksIsWaitedForUntilTheUserStops)
 
 TEST(SilentChip, FallenSilentInTheProgrammingIsToldAfterFourTries)
 {
-    Job bench("Juniper-8");
+    Station bench("Juniper-8");
     bench.press_download();
     bench.power_up_after_ms(300);
     bench.when(sim::Chip::State::writing, [&bench] { bench.chip.keep_silent(); });
@@ -164,33 +164,33 @@ TEST(SilentChip, FallenSilentInTheProgrammingIsToldAfterFourTries)
 
 TEST(Port, ThatCannotBeOpenedIsTold)
 {
-    Job bench("Juniper-8", false);
+    Station bench("Juniper-8", false);
     bench.ports.refuse_open(Bench::port_path, 100);
     bench.press_download();
     bench.run_until_idle();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.dialogs.beeps, 3);
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with("\n打开串口失败!\nChinese:串口已被其它程序打开或该串口不存在。"));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\n打开串口失败!\nChinese:串口已被其它程序打开或该串口不存在。"));
     bench.ports.refuse_open(Bench::port_path, 0);
     bench.expect_a_clean_next_download();
 }
 
 TEST(Port, ThatCannotBeOpenedIsToldInEnglish)
 {
-    Job bench("Juniper-8");
+    Station bench("Juniper-8");
     bench.ports.refuse_open(Bench::port_path, 100);
     bench.press_download();
     bench.run_until_idle();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.dialogs.beeps, 3);
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with("\nOpen COM port failed!\n"
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\nOpen COM port failed!\n"
                                                     "The COM port is opened by another Program or the COM port does "
                                                     "not exist."));
 }
 
 TEST(Port, ThatIsNotThereAtAllIsTold)
 {
-    Job bench("Juniper-8", false);
+    Station bench("Juniper-8", false);
     bench.ports.remove(Bench::port_path);
     bench.run_for_ms(10);
     bench.press_download();
@@ -209,7 +209,7 @@ class VanishedPort : public ::testing::TestWithParam<sim::Chip::State> { };
 
 TEST_P(VanishedPort, InMidSequenceIsNoSuccessAndNoHang)
 {
-    Job bench("Juniper-8");
+    Station bench("Juniper-8");
     bench.press_download();
     bench.power_up_after_ms(300);
     bench.when(GetParam(), [&bench] { bench.ports.remove(Bench::port_path); });
@@ -221,7 +221,7 @@ TEST_P(VanishedPort, InMidSequenceIsNoSuccessAndNoHang)
 
 TEST_P(VanishedPort, ThatIsPluggedInAgainEndsHonestly)
 {
-    Job bench("Juniper-8");
+    Station bench("Juniper-8");
     bench.press_download();
     bench.power_up_after_ms(300);
     bench.when(GetParam(), [&bench] {
@@ -230,31 +230,31 @@ TEST_P(VanishedPort, ThatIsPluggedInAgainEndsHonestly)
     });
     bench.run_until_idle_or_given_up();
     bench.expect_truth();
-    bench.form.txtWrite_OK_Count.set_text("0");
+    bench.form.text_box("txtWrite_OK_Count").set_text("0");
     bench.expect_a_clean_next_download();
 }
 
 TEST_P(VanishedPort, OrOneThatRefusesToOpenOnceEndsHonestly)
 {
-    Job bench("Juniper-8");
+    Station bench("Juniper-8");
     bench.press_download();
     bench.power_up_after_ms(300);
     bench.when(GetParam(), [&bench] { bench.ports.refuse_open(Bench::port_path, 1); });
     bench.run_until_idle_or_given_up();
     bench.expect_truth();
-    bench.form.txtWrite_OK_Count.set_text("0");
+    bench.form.text_box("txtWrite_OK_Count").set_text("0");
     bench.expect_a_clean_next_download();
 }
 
 TEST_P(VanishedPort, OrOneThatRefusesToOpenOnceUnderAnOlderChipEndsHonestly)
 {
-    Job bench("Birch-8");
+    Station bench("Birch-8");
     bench.press_download();
     bench.power_up_after_ms(300);
     bench.when(GetParam(), [&bench] { bench.ports.refuse_open(Bench::port_path, 1); });
     bench.run_until_idle_or_given_up();
     bench.expect_truth();
-    bench.form.txtWrite_OK_Count.set_text("0");
+    bench.form.text_box("txtWrite_OK_Count").set_text("0");
     bench.expect_a_clean_next_download();
 }
 

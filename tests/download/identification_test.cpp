@@ -22,12 +22,7 @@ void expect_wrong_model_en(Bench& bench)
 // A connection that only reads, as a button for it runs it.
 void read_only(Bench& bench)
 {
-    bench.loop.call_at(bench.loop.now_us(), [&bench] {
-        bench.shell.job.sequence_running = true;
-        bench.shell.link.stop_requested = false;
-        connect_target(bench.shell, Purpose::read_only);
-        bench.shell.job.sequence_running = false;
-    });
+    bench.after_ms(0, [&bench] { click(bench.shell, bench.form.button("comReadChipLock")); });
     bench.power_up_after_ms(300);
     bench.run_until_idle();
 }
@@ -95,8 +90,8 @@ TEST(WrongModel, NeverOverwritesTheSelectedOne)
     bench.chip.report_id(0xD17C);
     bench.download();
     EXPECT_EQ(bench.shell.selected.mcu_name, "Juniper-60Q");
-    EXPECT_EQ(bench.shell.connected.mcu_name, "Juniper-56Q");
-    EXPECT_EQ(bench.form.txtDevice.text(), "Juniper-60Q");
+    EXPECT_EQ(bench.shell.talk().connected.mcu_name, "Juniper-56Q");
+    EXPECT_EQ(bench.form.text_box("txtDevice").text(), "Juniper-60Q");
 }
 
 TEST(UnknownModel, IsAMismatchWhereTheLetterAsksForTheId)
@@ -117,8 +112,8 @@ TEST(LongId, NamesTheChipWhereTheCatalogueHasIt)
     Bench bench(setup);
     bench.open_code(Bench::pattern(0x300));
     bench.download();
-    EXPECT_EQ(bench.shell.target.target_id_alt, "D17C");
-    EXPECT_EQ(bench.shell.connected.mcu_name, "Juniper-56Q");
+    EXPECT_EQ(bench.shell.talk().chip.target_id_alt, "D17C");
+    EXPECT_EQ(bench.shell.talk().connected.mcu_name, "Juniper-56Q");
     EXPECT_TRUE(bench.report_says("MCU Type is: Juniper-56Q"));
 }
 
@@ -129,9 +124,9 @@ TEST(LongId, ThatNobodyKnowsChangesNothing)
     Bench bench(setup);
     bench.open_code(Bench::pattern(0x300));
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
-    EXPECT_EQ(bench.shell.target.target_id_alt, "0102");
-    EXPECT_EQ(bench.shell.connected.mcu_name, "Juniper-60Q");
+    EXPECT_TRUE(bench.shell.succeeded);
+    EXPECT_EQ(bench.shell.talk().chip.target_id_alt, "0102");
+    EXPECT_EQ(bench.shell.talk().connected.mcu_name, "Juniper-60Q");
 }
 
 TEST(UnreadableId, EndsTheConnection)
@@ -164,8 +159,8 @@ TEST(IdByte, BelowD1IsTheWholeId)
     bench.open_code(Bench::pattern(0x300));
     bench.chip.report_id(0xD0FF);
     bench.download();
-    EXPECT_EQ(bench.shell.target.target_id_hi, "D0");
-    EXPECT_EQ(bench.shell.target.target_id_lo, "");
+    EXPECT_EQ(bench.shell.talk().chip.target_id_hi, "D0");
+    EXPECT_EQ(bench.shell.talk().chip.target_id_lo, "");
 }
 
 TEST(IdByte, OfD1TakesASecondOne)
@@ -174,9 +169,9 @@ TEST(IdByte, OfD1TakesASecondOne)
     bench.open_code(Bench::pattern(0x300));
     bench.chip.report_id(0xD17C);
     bench.download();
-    EXPECT_EQ(bench.shell.target.target_id_hi, "D1");
-    EXPECT_EQ(bench.shell.target.target_id_lo, "7C");
-    EXPECT_EQ(bench.shell.target.target_name, "Juniper-56Q");
+    EXPECT_EQ(bench.shell.talk().chip.target_id_hi, "D1");
+    EXPECT_EQ(bench.shell.talk().chip.target_id_lo, "7C");
+    EXPECT_EQ(bench.shell.talk().chip.target_name, "Juniper-56Q");
 }
 
 TEST(StatusFrame, OfLength25TellsThatThereAreOptionsAndIsNotComparedYet)
@@ -186,10 +181,10 @@ TEST(StatusFrame, OfLength25TellsThatThereAreOptionsAndIsNotComparedYet)
     bench.press_download();
     bench.power_up_after_ms(300);
     bench.when(sim::Chip::State::speed_set, [&bench] {
-        EXPECT_EQ(bench.shell.link.handshake_baud, "2400");
-        EXPECT_TRUE(bench.shell.target.status_has_options);
-        EXPECT_EQ(bench.shell.target.target_id_hi.size(), 2U);
-        EXPECT_EQ(bench.shell.target.target_name, "");
+        EXPECT_EQ(bench.shell.talk().line.contact_baud, 2400);
+        EXPECT_TRUE(bench.shell.talk().chip.status_has_options);
+        EXPECT_EQ(bench.shell.talk().chip.target_id_hi.size(), 2U);
+        EXPECT_EQ(bench.shell.talk().chip.target_name, "");
     });
     bench.run_until_idle();
     // Without an id the comparison that comes behind the negotiation cannot be passed.
@@ -200,7 +195,7 @@ TEST(Version, ZeroGivesAnEmptyTextAndAHeaderWithoutIt)
 {
     Bench bench(setup_with("Juniper-60Q", 'I', 0x00, sim::StatusLayout::long_id), false);
     read_only(bench);
-    EXPECT_EQ(bench.shell.target.fw_version, "");
+    EXPECT_EQ(bench.shell.talk().chip.fw_version, "");
     EXPECT_TRUE(bench.report_says("\nMCU Firmware Version: I\nChinese:MCU 固件版本号: I"));
 }
 
@@ -227,7 +222,7 @@ TEST(FirmwareFloor, OfFourHoldsUpToLetterCInEnglish)
     Bench new_chip(setup_with("Birch-8", 'C', 0x40, sim::StatusLayout::flags));
     new_chip.open_code(Bench::pattern(0x300));
     new_chip.download();
-    EXPECT_TRUE(new_chip.shell.job.succeeded);
+    EXPECT_TRUE(new_chip.shell.succeeded);
 }
 
 TEST(FirmwareFloor, IsNotLookedAtInChinese)
@@ -235,7 +230,7 @@ TEST(FirmwareFloor, IsNotLookedAtInChinese)
     Bench bench(setup_with("Birch-8", 'C', 0x32, sim::StatusLayout::flags), false);
     bench.open_code(Bench::pattern(0x300));
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.dialogs.shown.size(), 0U);
 }
 
@@ -247,10 +242,10 @@ TEST(BootFlags, AskForTheHeaderAndTellTheBootBlock)
     Bench bench(setup);
     bench.open_code(Bench::pattern(0x300));
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded) << "with the header required all goes on as before";
-    EXPECT_TRUE(bench.shell.link.header_required);
-    EXPECT_TRUE(bench.shell.target.boot_size_known);
-    EXPECT_EQ(bench.shell.target.boot_size, 0xA00);
+    EXPECT_TRUE(bench.shell.succeeded) << "with the header required all goes on as before";
+    EXPECT_TRUE(bench.shell.talk().rx.header_required);
+    EXPECT_TRUE(bench.shell.talk().chip.boot_size_known);
+    EXPECT_EQ(bench.shell.talk().chip.boot_size, 0xA00);
 }
 
 TEST(BootFlags, OfFourLargeModelsAreNotBelieved)
@@ -260,8 +255,8 @@ TEST(BootFlags, OfFourLargeModelsAreNotBelieved)
     Bench bench(setup);
     bench.open_code(Bench::pattern(0x300));
     bench.download();
-    EXPECT_TRUE(bench.shell.target.boot_size_known);
-    EXPECT_EQ(bench.shell.target.boot_size, 0);
+    EXPECT_TRUE(bench.shell.talk().chip.boot_size_known);
+    EXPECT_EQ(bench.shell.talk().chip.boot_size, 0);
 }
 
 TEST(BootFlags, AreReadFromVersion26On)
@@ -272,7 +267,7 @@ TEST(BootFlags, AreReadFromVersion26On)
     Bench bench(setup, false);
     bench.open_code(Bench::pattern(0x300));
     bench.download();
-    EXPECT_FALSE(bench.shell.target.boot_size_known);
+    EXPECT_FALSE(bench.shell.talk().chip.boot_size_known);
 }
 
 TEST(DoubleSpeed, OfLetterAIsToldAndSaid)
@@ -282,9 +277,9 @@ TEST(DoubleSpeed, OfLetterAIsToldAndSaid)
     Bench bench(setup);
     bench.open_code(Bench::pattern(0x300));
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.report_says("Double speed: Yes"));
-    EXPECT_TRUE(bench.shell.target.double_speed_on);
+    EXPECT_TRUE(bench.shell.talk().chip.double_speed_on);
 }
 
 TEST(ClockLines, OfEarlyLettersTellBothClocks)
@@ -314,9 +309,10 @@ TEST(ReadOnlyConnection, EndsWithTheStatusFrameOfANewerChip)
 {
     Bench bench("Juniper-60Q");
     read_only(bench);
-    EXPECT_TRUE(bench.shell.target.target_ok);
-    EXPECT_TRUE(bench.shell.target.options_read_ok);
-    EXPECT_EQ(bench.chip.frame_count(), 0);
+    EXPECT_TRUE(bench.shell.talk().chip.target_ok);
+    EXPECT_TRUE(bench.shell.talk().chip.options_read_ok);
+    EXPECT_EQ(bench.chip.frame_count(0x82), 1);
+    EXPECT_EQ(bench.chip.frame_count(), 1) << "it is sent back to its user code, and hears nothing else";
     EXPECT_EQ(bench.chip.violations(), "");
     EXPECT_TRUE(bench.report_says("MCU Type is: Juniper-60Q"));
 }
@@ -326,7 +322,7 @@ TEST(ReadOnlyConnection, TakesAnyModel)
     Bench bench("Juniper-60Q");
     bench.chip.report_id(0xD17C);
     read_only(bench);
-    EXPECT_TRUE(bench.shell.target.target_ok);
+    EXPECT_TRUE(bench.shell.talk().chip.target_ok);
     EXPECT_TRUE(bench.report_says("MCU Type is: Juniper-56Q"));
     EXPECT_EQ(bench.dialogs.shown.size(), 0U);
 }
@@ -335,9 +331,10 @@ TEST(ReadOnlyConnection, TellsAnOlderChipFiveTimesThatTheToolIsReady)
 {
     Bench bench("Birch-8");
     read_only(bench);
-    EXPECT_TRUE(bench.shell.target.target_ok);
+    EXPECT_TRUE(bench.shell.talk().chip.target_ok);
     EXPECT_EQ(bench.chip.frame_count(0x80), 5);
-    EXPECT_EQ(bench.chip.frame_count(), 5);
+    EXPECT_EQ(bench.chip.frame_count(0x82), 1);
+    EXPECT_EQ(bench.chip.frame_count(), 6);
     EXPECT_EQ(bench.chip.violations(), "");
 }
 
@@ -347,9 +344,9 @@ TEST(ShortStatusFrame, IsCompletedByAReadWhereOnlyTheOptionsAreWanted)
     bench.chip.send_status_as(sim::StatusLayout::brief);
     read_only(bench);
     EXPECT_TRUE(bench.report_says("\nWe are Reading options."));
-    EXPECT_FALSE(bench.shell.target.status_has_options);
-    EXPECT_TRUE(bench.shell.target.options_read_ok);
-    EXPECT_TRUE(bench.shell.target.target_ok);
+    EXPECT_FALSE(bench.shell.talk().chip.status_has_options);
+    EXPECT_TRUE(bench.shell.talk().chip.options_read_ok);
+    EXPECT_TRUE(bench.shell.talk().chip.target_ok);
     EXPECT_EQ(bench.chip.frame_count(0x50), 1);
     EXPECT_EQ(bench.chip.violations(), "");
 }
@@ -360,8 +357,8 @@ TEST(ShortStatusFrame, WithoutAnAnswerToTheReadEndsAfterTwelveFrames)
     bench.chip.send_status_as(sim::StatusLayout::brief);
     bench.chip.overhear(0x50, 100);
     read_only(bench);
-    EXPECT_FALSE(bench.shell.target.target_ok);
-    EXPECT_FALSE(bench.shell.target.options_read_ok);
+    EXPECT_FALSE(bench.shell.talk().chip.target_ok);
+    EXPECT_FALSE(bench.shell.talk().chip.options_read_ok);
     EXPECT_EQ(bench.chip.frame_count(0x50), 12);
     EXPECT_EQ(bench.dialogs.beeps, 3);
     EXPECT_TRUE(bench.report_says("\nWe are Reading options./ 正在读加密位,双倍速,版本号"));
@@ -375,7 +372,7 @@ TEST(ShortStatusFrame, GoesOnAfterThreeLostReads)
     bench.chip.send_status_as(sim::StatusLayout::brief);
     bench.chip.overhear(0x50, 4);
     read_only(bench);
-    EXPECT_TRUE(bench.shell.target.target_ok);
+    EXPECT_TRUE(bench.shell.talk().chip.target_ok);
     EXPECT_EQ(bench.chip.frame_count(0x50), 5);
 }
 
@@ -385,11 +382,11 @@ TEST(ShortStatusFrame, ReadIsStoppedByTheUser)
     bench.chip.send_status_as(sim::StatusLayout::brief);
     bench.chip.overhear(0x50, 100);
     bench.when(sim::Chip::State::called, [&bench] {
-        bench.form.comStop_Download.set_enabled(true);
+        bench.form.button("comStop_Download").set_enabled(true);
         bench.press_stop_after_ms(2000);
     });
     read_only(bench);
-    EXPECT_FALSE(bench.shell.target.target_ok);
+    EXPECT_FALSE(bench.shell.talk().chip.target_ok);
     EXPECT_EQ(bench.times_said("\nOperation stopped. "), 1);
     EXPECT_EQ(bench.dialogs.beeps, 1);
     EXPECT_LT(bench.chip.frame_count(0x50), 4);

@@ -5,18 +5,18 @@ using namespace vrk;
 
 namespace {
 
-struct Job : Bench {
-    explicit Job(const char* model = "Juniper-8", bool english = true)
+struct Station : Bench {
+    explicit Station(const char* model = "Juniper-8", bool english = true)
         : Bench(model, english)
     {
         open_code(pattern(0x300));
-        form.optBeepNo.set_value(true);
+        form.option("optBeepNo").set_value(true);
     }
-    explicit Job(const sim::ChipSetup& setup)
+    explicit Station(const sim::ChipSetup& setup)
         : Bench(setup)
     {
         open_code(pattern(0x300));
-        form.optBeepNo.set_value(true);
+        form.option("optBeepNo").set_value(true);
     }
 };
 
@@ -31,7 +31,7 @@ sim::ChipSetup with_clock(const char* model, double hz)
 
 TEST(Negotiation, TakesTheFastestBaudOfTheClock)
 {
-    Job bench;
+    Station bench;
     FrameTape tape(bench);
     bench.download();
     EXPECT_TRUE(bench.report_says("\nCurrent Baud is: 115200 bps."));
@@ -49,7 +49,7 @@ TEST(Negotiation, TakesTheFastestBaudOfTheClock)
 
 TEST(Negotiation, NamesTheBaudInChinese)
 {
-    Job bench("Juniper-8", false);
+    Station bench("Juniper-8", false);
     bench.download();
     EXPECT_TRUE(bench.report_says("\nCurrent Baud is: / 当前波特率为: 115200 bps."));
     EXPECT_TRUE(bench.report_says("\nChinese:正在重新连接 ..."));
@@ -57,36 +57,36 @@ TEST(Negotiation, NamesTheBaudInChinese)
 
 TEST(Negotiation, StaysBelowTheMaximum)
 {
-    Job bench;
-    bench.form.cobBaudMax.set_text("38400");
+    Station bench;
+    bench.form.list("cobBaudMax").set_text("38400");
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.report_says("Current Baud is: 38400 bps."));
 }
 
 TEST(Negotiation, GoesDownRoundByRoundWhereTheChipDoesNotAnswer)
 {
-    Job bench;
+    Station bench;
     bench.chip.overhear(0x8F, 6);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.report_says("Current Baud is: 38400 bps."));
     EXPECT_EQ(bench.chip.frame_count(0x8F), 7);
 }
 
 TEST(Negotiation, GivesABaudThreeTries)
 {
-    Job bench;
+    Station bench;
     bench.chip.overhear(0x8F, 2);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.report_says("Current Baud is: 115200 bps."));
     EXPECT_EQ(bench.chip.frame_count(0x8F), 3);
 }
 
 TEST(Negotiation, FailsAfterFourRounds)
 {
-    Job bench;
+    Station bench;
     bench.chip.overhear(0x8F, 1000);
     bench.download();
     bench.expect_failed_honestly();
@@ -98,7 +98,7 @@ TEST(Negotiation, FailsAfterFourRounds)
 
 TEST(Negotiation, FindsAnAnswerInTheFourthRoundTooLate)
 {
-    Job bench("Juniper-8", false);
+    Station bench("Juniper-8", false);
     bench.chip.overhear(0x8F, 9);
     bench.download();
     bench.expect_failed_honestly();
@@ -109,8 +109,8 @@ TEST(Negotiation, FindsAnAnswerInTheFourthRoundTooLate)
 
 TEST(Negotiation, OfAClockTooLowForAnyBaudSendsNoTestFrame)
 {
-    Job bench(with_clock("Birch-8", 60'000));
-    bench.form.cobBaudMin.set_text("1200");
+    Station bench(with_clock("Birch-8", 60'000));
+    bench.form.list("cobBaudMin").set_text("1200");
     bench.download();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.chip.frame_count(0x8F), 0);
@@ -120,17 +120,17 @@ TEST(Negotiation, OfAClockTooLowForAnyBaudSendsNoTestFrame)
 
 TEST(Negotiation, SetsTheSpeedOnceMoreWhenTheAnswerIsLost)
 {
-    Job bench;
+    Station bench;
     bench.chip.lose_reply(4);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x8E), 2);
     EXPECT_EQ(bench.chip.violations(), "");
 }
 
 TEST(Negotiation, FailsWhenTheSpeedIsNotConfirmed)
 {
-    Job bench;
+    Station bench;
     bench.chip.overhear(0x8E, 1000);
     bench.download();
     bench.expect_failed_honestly();
@@ -142,60 +142,60 @@ TEST(Negotiation, FailsWhenTheSpeedIsNotConfirmed)
 
 TEST(Negotiation, WithEqualBaudsLeavesThePortAsItIs)
 {
-    Job bench;
-    bench.form.cobBaudMax.set_text("9600");
-    bench.form.cobBaudMin.set_text("9600");
+    Station bench;
+    bench.form.list("cobBaudMax").set_text("9600");
+    bench.form.list("cobBaudMin").set_text("9600");
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.report_says("Current Baud is: 9600 bps."));
-    EXPECT_EQ(bench.shell.MSComm1.Settings(), "9600,e,8,1");
+    EXPECT_EQ(line_text(bench.shell.port.line()), "9600,e,8,1");
     EXPECT_EQ(tape.frames(0x8F)[0][10], 120);
     EXPECT_EQ(bench.chip.violations(), "");
 }
 
 TEST(Negotiation, OfSeries1At2400BaudAsksForAPauseOf140)
 {
-    Job bench("Aspen-16");
+    Station bench("Aspen-16");
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     ASSERT_FALSE(tape.frames(0x8F).empty());
     EXPECT_EQ(tape.frames(0x8F)[0][10], 140);
 }
 
 TEST(Negotiation, OfAnOlderChipSendsTheReloadInTwoBytes)
 {
-    Job bench("Birch-8");
+    Station bench("Birch-8");
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     const auto test = tape.frames(0x8F)[0];
     EXPECT_EQ(test[6], 0xFF);
     EXPECT_EQ(test[7], 256 - 3); // 11.0592 MHz / 32 / 115200
-    EXPECT_EQ(bench.shell.target.reload_hi, 0xFF);
-    EXPECT_EQ(bench.shell.target.reload_lo, 0xFD);
-    EXPECT_EQ(bench.shell.target.reload2_lo, 0xFA);
+    EXPECT_EQ(bench.shell.talk().chip.reload_hi, 0xFF);
+    EXPECT_EQ(bench.shell.talk().chip.reload_lo, 0xFD);
+    EXPECT_EQ(bench.shell.talk().chip.reload2_lo, 0xFA);
 }
 
 class EveryLowBaud : public ::testing::TestWithParam<const char*> { };
 
 TEST_P(EveryLowBaud, LeadsToAGoodDownloadIntoANewerChip)
 {
-    Job bench;
-    bench.form.cobBaudMin.set_text(GetParam());
+    Station bench;
+    bench.form.list("cobBaudMin").set_text(GetParam());
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
     EXPECT_EQ(bench.chip.violations(), "");
 }
 
 TEST_P(EveryLowBaud, LeadsToAGoodDownloadIntoAnOlderChip)
 {
-    Job bench("Birch-8");
-    bench.form.cobBaudMin.set_text(GetParam());
+    Station bench("Birch-8");
+    bench.form.list("cobBaudMin").set_text(GetParam());
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
     EXPECT_EQ(bench.chip.violations(), "");
 }
@@ -208,9 +208,9 @@ class EveryClock : public ::testing::TestWithParam<int> { };
 
 TEST_P(EveryClock, LeadsToAGoodDownload)
 {
-    Job bench(with_clock("Juniper-8", GetParam() * 1000.0));
+    Station bench(with_clock("Juniper-8", GetParam() * 1000.0));
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
     EXPECT_EQ(bench.chip.violations(), "");
 }
@@ -222,16 +222,16 @@ INSTANTIATE_TEST_SUITE_P(InKilohertz, EveryClock,
 
 TEST(NewerProtocol, AsksForTheStatusUpToThreeTimes)
 {
-    Job bench;
+    Station bench;
     bench.chip.overhear(0x50, 2);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x50), 3 + 1); // the last one reads the options back
 }
 
 TEST(NewerProtocol, EndsWhenTheStatusIsNotAnswered)
 {
-    Job bench;
+    Station bench;
     bench.chip.overhear(0x50, 1000);
     bench.download();
     bench.expect_failed_honestly();
@@ -243,7 +243,7 @@ TEST(NewerProtocol, EndsWhenTheStatusIsNotAnswered)
 
 TEST(NewerProtocol, EndsWhenTheStatusIsNotAnsweredInChinese)
 {
-    Job bench("Juniper-8", false);
+    Station bench("Juniper-8", false);
     bench.chip.overhear(0x50, 1000);
     bench.download();
     bench.expect_failed_honestly();
@@ -253,37 +253,36 @@ TEST(NewerProtocol, EndsWhenTheStatusIsNotAnsweredInChinese)
 
 TEST(NewerProtocol, EndsWhenTheStatusIsAnsweredWithAnotherCode)
 {
-    Job bench;
+    Station bench;
     bench.chip.noise_before_reply(2, sim::reply_frame(0x50, {}, true));
     bench.download();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.times_said("\nConnection failed. (End: 08:00:"), 1);
     EXPECT_EQ(bench.dialogs.beeps, 2);
-    EXPECT_FALSE(bench.shell.link.reply_ok);
     bench.expect_a_clean_next_download();
 }
 
 TEST(FixedSpeed, GivesAGoodDownloadIntoAnOlderChip)
 {
-    Job bench("Birch-8");
-    bench.form.cheTL.set_value(true);
+    Station bench("Birch-8");
+    bench.form.check_box("cheTL").set_value(true);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
     EXPECT_EQ(bench.chip.violations(), "");
     EXPECT_TRUE(bench.report_says("\nCurrent Baud is: 115200 bps."));
     EXPECT_FALSE(bench.report_says("again"));
-    EXPECT_TRUE(bench.shell.target.tl_mode_active);
-    EXPECT_EQ(bench.shell.MSComm1.Settings(), "115200,n,8,1");
+    EXPECT_TRUE(bench.shell.talk().chip.tl_mode_active);
+    EXPECT_EQ(line_text(bench.shell.port.line()), "115200,n,8,1");
     EXPECT_EQ(bench.chip.frame_count(0x8F), 1);
     EXPECT_EQ(bench.chip.frame_count(0x8E), 0);
-    EXPECT_NEAR(static_cast<double>(bench.shell.target.mcu_clock_hz), 11'059'200.0, 2000.0);
+    EXPECT_NEAR(static_cast<double>(bench.shell.talk().chip.mcu_clock_hz), 11'059'200.0, 2000.0);
 }
 
 TEST(FixedSpeed, FailsAfterThreeUnansweredTests)
 {
-    Job bench("Birch-8");
-    bench.form.cheTL.set_value(true);
+    Station bench("Birch-8");
+    bench.form.check_box("cheTL").set_value(true);
     bench.chip.overhear(0x8F, 1000);
     bench.download();
     bench.expect_failed_honestly();
@@ -295,22 +294,22 @@ TEST(FixedSpeed, FailsAfterThreeUnansweredTests)
 
 TEST(FixedSpeed, OfANewerChipEndsAtTheEraseStage)
 {
-    Job bench;
-    bench.form.cheTL.set_value(true);
+    Station bench;
+    bench.form.check_box("cheTL").set_value(true);
     bench.download();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.chip.frame_count(0x84), 0);
     EXPECT_EQ(bench.times_said("\nErasing MCU failed. (End: 08:00:"), 1);
     EXPECT_EQ(bench.times_said("\nTry to use the lower baud."), 1);
     EXPECT_EQ(bench.dialogs.beeps, 3);
-    bench.form.cheTL.set_value(false);
+    bench.form.check_box("cheTL").set_value(false);
     bench.expect_a_clean_next_download();
 }
 
 TEST(FixedSpeed, CallsByProbeFramesATenthOfASecondApart)
 {
-    Job bench("Birch-8");
-    bench.form.cheTL.set_value(true);
+    Station bench("Birch-8");
+    bench.form.check_box("cheTL").set_value(true);
     bench.chip.keep_silent();
     FrameTape tape(bench);
     bench.press_download();
@@ -323,12 +322,12 @@ TEST(FixedSpeed, CallsByProbeFramesATenthOfASecondApart)
 
 TEST(WatchdogPin, IsToldBeforeTheNegotiation)
 {
-    Job bench;
-    bench.form.opt_ISP_DEMO_WDT[1].set_value(true);
-    bench.form.comb_WDT.set_text("P1.3");
+    Station bench;
+    bench.form.option("opt_ISP_DEMO_WDT", 1).set_value(true);
+    bench.form.list("comb_WDT").set_text("P1.3");
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.chip.feed_pin(), 0x13);
     EXPECT_EQ(bench.chip.frame_count(0x86), 1);
     EXPECT_EQ(tape.codes()[0], 0x86);
@@ -337,17 +336,17 @@ TEST(WatchdogPin, IsToldBeforeTheNegotiation)
 
 TEST(WatchdogPin, OfNoPinIsFF)
 {
-    Job bench("Birch-8");
-    bench.form.opt_ISP_DEMO_WDT[1].set_value(true);
-    bench.form.comb_WDT.set_text("");
+    Station bench("Birch-8");
+    bench.form.option("opt_ISP_DEMO_WDT", 1).set_value(true);
+    bench.form.list("comb_WDT").set_text("");
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.chip.feed_pin(), 0xFF);
 }
 
 TEST(WatchdogPin, IsNotToldWhereNoneIsWanted)
 {
-    Job bench;
+    Station bench;
     bench.download();
     EXPECT_EQ(bench.chip.frame_count(0x86), 0);
     EXPECT_FALSE(bench.chip.feed_pin().has_value());
@@ -355,22 +354,22 @@ TEST(WatchdogPin, IsNotToldWhereNoneIsWanted)
 
 TEST(WatchdogPin, WithoutAnAnswerEndsTheConnectionAfterThreeFrames)
 {
-    Job bench;
-    bench.form.opt_ISP_DEMO_WDT[1].set_value(true);
+    Station bench;
+    bench.form.option("opt_ISP_DEMO_WDT", 1).set_value(true);
     bench.chip.overhear(0x86, 1000);
     bench.download();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.chip.frame_count(0x86), 3);
     EXPECT_EQ(bench.dialogs.beeps, 3);
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with("\nConnection failed."));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\nConnection failed."));
     bench.expect_a_clean_next_download();
 }
 
 TEST(WatchdogPin, WithoutAnAnswerIsToldInChinese)
 {
-    Job bench("Juniper-8", false);
-    bench.form.opt_ISP_DEMO_WDT[1].set_value(true);
+    Station bench("Juniper-8", false);
+    bench.form.option("opt_ISP_DEMO_WDT", 1).set_value(true);
     bench.chip.overhear(0x86, 1000);
     bench.download();
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with("\nConnection failed. / 握手失败"));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\nConnection failed. / 握手失败"));
 }

@@ -2,10 +2,9 @@
 #include "frame_tape.h"
 
 #include "link/option_commit.h"
-#include "options/codec.h"
 #include "options/option_report.h"
-#include "options/panel.h"
 #include "options/status_frame.h"
+#include "shell/option_panel.h"
 
 #include <algorithm>
 
@@ -31,9 +30,9 @@ struct Options : Bench {
     // Clicks the other button of a pair.
     void turn_over(std::size_t strip)
     {
-        for (OptionButton& button : buttons_of(strip)) {
-            if (button.visible() && !button.value()) {
-                EXPECT_TRUE(click(shell, button));
+        for (OptionButton* button : buttons_of(strip)) {
+            if (button->visible() && !button->value()) {
+                EXPECT_EQ(click(shell, *button), Touch::taken);
                 return;
             }
         }
@@ -43,13 +42,13 @@ struct Options : Bench {
         for (std::size_t strip = 0; strip < 14; ++strip)
             turn_over(strip);
     }
-    std::uint8_t wanted(std::size_t row) const { return shell.options.option_bytes[row][0]; }
+    std::uint8_t wanted(std::size_t row) const { return shell.options.bytes[row][0]; }
     void expect_in_the_chip() const { EXPECT_TRUE(chip_holds_the_options()); }
     // The stage has said that it failed; the code is in the chip, and nothing was counted.
     void expect_failed_stage()
     {
-        EXPECT_FALSE(shell.job.succeeded);
-        EXPECT_FALSE(shell.job.options_done);
+        EXPECT_FALSE(shell.succeeded);
+        EXPECT_FALSE(shell.talk().options_done);
         EXPECT_EQ(times_said(failed), 1);
         EXPECT_FALSE(report_says("Program OK"));
         EXPECT_FALSE(report_says("Encrypt"));
@@ -62,7 +61,7 @@ struct Options : Bench {
     {
         chip.power_off();
         run_for_ms(100);
-        loop.call_at(loop.now_us(), [this] { click(shell, form.comReadChipLock); });
+        loop.call_at(loop.now_us(), [this] { click(shell, form.button("comReadChipLock")); });
         power_up_after_ms(300);
         run_until_idle();
     }
@@ -86,8 +85,8 @@ TEST_P(EveryFamily, TakesEveryChoiceTurnedOver)
     Options bench(GetParam());
     bench.turn_all_over();
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
-    EXPECT_TRUE(bench.shell.job.options_done);
+    EXPECT_TRUE(bench.shell.succeeded);
+    EXPECT_TRUE(bench.shell.talk().options_done);
     EXPECT_EQ(bench.times_said(taken), 1);
     EXPECT_EQ(bench.count(), 1);
     EXPECT_EQ(bench.chip.violations(), "");
@@ -100,7 +99,7 @@ TEST_P(EveryFamily, IsToldInChineseToo)
     Options bench(GetParam(), false);
     bench.turn_all_over();
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.report_says("设置选项成功。"));
     EXPECT_EQ(bench.chip.violations(), "");
     bench.expect_in_the_chip();
@@ -115,7 +114,7 @@ TEST_P(EveryFamily, ReadsBackWhatWasWritten)
     EXPECT_TRUE(bench.report_says("Reading Options OK. "));
     const std::vector<int> rows = bench.telling_rows();
     EXPECT_TRUE(std::all_of(rows.begin(), rows.end(),
-        [&](int row) { return bench.shell.options.status_bytes[row] == bench.wanted(static_cast<std::size_t>(row)); }));
+        [&](std::size_t row) { return bench.shell.talk().status_bytes[row] == bench.wanted(row); }));
 }
 
 TEST_P(EveryFamily, ThatCannotWriteItsOptionsFails)
@@ -153,15 +152,15 @@ class Unchanged : public ::testing::TestWithParam<const char*> { };
 TEST_P(Unchanged, OptionsSendNoFrameAndTheResultIsGood)
 {
     Options bench(GetParam());
-    click(bench.shell, bench.form.Option0[1]); // an outer clock
+    click(bench.shell, bench.form.option("Option0", 1)); // an outer clock
     bench.download();
-    ASSERT_TRUE(bench.shell.job.succeeded);
+    ASSERT_TRUE(bench.shell.succeeded);
     const int frames = bench.chip.frame_count(write_options_code);
     bench.chip.power_off();
     bench.run_for_ms(100);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
-    EXPECT_TRUE(bench.shell.job.options_done);
+    EXPECT_TRUE(bench.shell.succeeded);
+    EXPECT_TRUE(bench.shell.talk().options_done);
     EXPECT_EQ(bench.chip.frame_count(write_options_code), frames);
     EXPECT_FALSE(bench.report_says(taken));
     EXPECT_EQ(bench.count(), 2);
@@ -176,7 +175,7 @@ INSTANTIATE_TEST_SUITE_P(OneModelEach, Unchanged,
 TEST(OptionStage, OfAChipOnItsInternalClockAlwaysWrites)
 {
     Options bench("Maple-4S");
-    ASSERT_TRUE(click(bench.shell, bench.form.Option0[0]));
+    ASSERT_EQ(click(bench.shell, bench.form.option("Option0", 0)), Touch::taken);
     bench.download();
     const int frames = bench.chip.frame_count(write_options_code);
     bench.chip.power_off();
@@ -203,8 +202,8 @@ TEST_P(NoOptionStage, SendsNoOptions)
 {
     Options bench(GetParam());
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
-    EXPECT_FALSE(bench.shell.job.options_done);
+    EXPECT_TRUE(bench.shell.succeeded);
+    EXPECT_FALSE(bench.shell.talk().options_done);
     EXPECT_EQ(bench.chip.frame_count(write_options_code), 0);
     EXPECT_FALSE(bench.report_says(taken));
     EXPECT_TRUE(bench.report_says("Program OK"));
@@ -219,7 +218,7 @@ TEST(OptionStage, OfAModelWithFixedOptionsSendsNoEndOfCodeEither)
 {
     Options bench("Hazel-5R");
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x69), 0);
 }
 
@@ -233,7 +232,7 @@ TEST(OptionStage, PassesTwoBitsOfByte1ThatTheChipSetsByItself)
     bench.download();
     EXPECT_NE(bench.chip.options()[1], bench.wanted(1));
     EXPECT_EQ(bench.chip.options()[1] | 0x88, bench.wanted(1) | 0x88);
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.report_says(taken));
 }
 
@@ -246,7 +245,7 @@ TEST(OptionStage, FailsOnAnyOtherBitThatStays)
     bench.download();
     EXPECT_NE(bench.chip.options()[1], bench.wanted(1));
     bench.expect_failed_stage();
-    EXPECT_FALSE(bench.shell.target.options_read_ok);
+    EXPECT_FALSE(bench.shell.talk().chip.options_read_ok);
 }
 
 TEST(OptionStage, TakesFirmwareBelow32AtItsWord)
@@ -259,7 +258,7 @@ TEST(OptionStage, TakesFirmwareBelow32AtItsWord)
     bench.open_code(Bench::pattern(0x200));
     bench.download();
     EXPECT_TRUE(bench.report_says("设置选项成功。"));
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
 }
 
 TEST(OptionStage, OfFirmwareUpTo36LeavesByte3Alone)
@@ -269,7 +268,7 @@ TEST(OptionStage, OfFirmwareUpTo36LeavesByte3Alone)
     Bench bench(setup, false);
     bench.open_code(Bench::pattern(0x200));
     bench.download();
-    EXPECT_EQ(bench.shell.options.option_bytes[3][0], 0xFF);
+    EXPECT_EQ(bench.shell.options.bytes[3][0], 0xFF);
     EXPECT_EQ(bench.chip.options()[3], 0xFF);
 }
 
@@ -282,7 +281,7 @@ TEST(OptionStage, AnswerNotYetIsFollowedByTheNextTry)
     bench.turn_over(5);
     bench.chip.faults.busy_options = 1;
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.chip.frame_count(write_options_code), 2);
     bench.expect_in_the_chip();
 }
@@ -307,23 +306,23 @@ TEST(OptionStage, OfTheOldestFamilyGivesUpAfterThreeTries)
     bench.download();
     EXPECT_EQ(bench.chip.frame_count(write_options_code), 3);
     EXPECT_EQ(bench.times_said("设置选项失败。"), 1);
-    EXPECT_FALSE(bench.shell.job.succeeded);
+    EXPECT_FALSE(bench.shell.succeeded);
 }
 
 TEST(OptionStage, OfTheOldestFamilyTellsTheTime)
 {
     Options bench("Alder-64", false);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.report_says("设置选项成功。 (End: "));
 }
 
 TEST(OptionStage, OfTheOldestFamilyTellsItsDoubleSpeed)
 {
     Options bench("Alder-64");
-    click(bench.shell, bench.form.Option0[0]);
+    click(bench.shell, bench.form.option("Option0", 0));
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.report_says("Lock Chip, set 6 Clocks OK. (End: "));
 }
 
@@ -353,7 +352,7 @@ TEST(OptionStage, DamagedAnswerIsTriedAgain)
     bench.turn_over(5);
     bench.when(sim::Chip::State::code_ended, [&] { bench.chip.damage_reply(1); });
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     bench.expect_in_the_chip();
 }
 
@@ -370,7 +369,7 @@ TEST(OptionStage, StoppedSaysSoAndBeepsOnce)
     EXPECT_EQ(bench.times_said("Operation stopped. "), 1);
     EXPECT_EQ(bench.dialogs.beeps, 1);
     EXPECT_FALSE(bench.report_says(failed));
-    EXPECT_FALSE(bench.shell.job.succeeded);
+    EXPECT_FALSE(bench.shell.succeeded);
     EXPECT_EQ(bench.count(), 0);
     EXPECT_TRUE(bench.buttons_are_free());
     bench.expect_a_clean_next_download();
@@ -382,11 +381,11 @@ TEST(OptionStage, StoppedSaysSoAndBeepsOnce)
 TEST(OptionsAtWork, DoubleSpeedIsMeasuredAtTheNextConnection)
 {
     Options bench("Rowan-8");
-    ASSERT_TRUE(click(bench.shell, bench.form.Option0[0]));
+    ASSERT_EQ(click(bench.shell, bench.form.option("Option0", 0)), Touch::taken);
     bench.download();
-    const float before = bench.shell.target.mcu_clock_saved;
+    const float before = bench.shell.talk().chip.mcu_clock_saved;
     bench.read_chip();
-    EXPECT_NEAR(bench.shell.target.mcu_clock_saved / before, 2.0, 0.01);
+    EXPECT_NEAR(bench.shell.talk().chip.mcu_clock_saved / before, 2.0, 0.01);
 }
 
 TEST(OptionsAtWork, EraseChoiceTakesTheDataFlashOfTheNextDownload)
@@ -419,7 +418,7 @@ TEST(CheckPage, TellsTheChipItsOptionsAndLeavesItAlone)
     EXPECT_EQ(bench.chip.flash(), flash);
     EXPECT_EQ(bench.chip.frame_count(0x84), 0);
     EXPECT_EQ(bench.chip.frame_count(write_options_code), 0);
-    EXPECT_EQ(bench.form.LabLock[1].caption(), " MCU: Juniper-60Q  Firmware Version: 6.3I");
+    EXPECT_EQ(bench.form.label("LabLock", 1).caption(), " MCU: Juniper-60Q  Firmware Version: 6.3I");
     EXPECT_EQ(bench.count(), 0);
     EXPECT_EQ(bench.chip.violations(), "");
 }
@@ -428,16 +427,16 @@ TEST(CheckPage, LeavesThePanelAsItWas)
 {
     Options bench("Juniper-60Q");
     bench.turn_all_over();
-    const bool first = bench.form.Option0[0].value();
-    const bool sixth = bench.form.Option5[0].value();
+    const bool first = bench.form.option("Option0", 0).value();
+    const bool sixth = bench.form.option("Option5", 0).value();
     bench.read_chip();
-    EXPECT_EQ(bench.form.Option0[0].value(), first);
-    EXPECT_EQ(bench.form.Option5[0].value(), sixth);
-    EXPECT_EQ(bench.shell.job.panel_state, 0);
-    EXPECT_TRUE(bench.form.Option0[0].enabled());
-    EXPECT_TRUE(bench.form.comReadChipLock.enabled());
+    EXPECT_EQ(bench.form.option("Option0", 0).value(), first);
+    EXPECT_EQ(bench.form.option("Option5", 0).value(), sixth);
+    EXPECT_EQ(panel_state(bench.shell), 0);
+    EXPECT_TRUE(bench.form.option("Option0", 0).enabled());
+    EXPECT_TRUE(bench.form.button("comReadChipLock").enabled());
     EXPECT_TRUE(bench.buttons_are_free());
-    EXPECT_FALSE(bench.shell.MSComm1.PortOpen());
+    EXPECT_FALSE(bench.shell.port.is_open());
 }
 
 TEST(CheckPage, ReadsAChipOfAnotherModelThanTheOneChosen)
@@ -452,7 +451,7 @@ TEST(CheckPage, ReadsAChipOfAnotherModelThanTheOneChosen)
 TEST(CheckPage, NeedsNoFile)
 {
     Bench bench("Juniper-60Q");
-    bench.loop.call_at(bench.loop.now_us(), [&] { click(bench.shell, bench.form.comReadChipLock); });
+    bench.loop.call_at(bench.loop.now_us(), [&] { click(bench.shell, bench.form.button("comReadChipLock")); });
     bench.power_up_after_ms(300);
     bench.run_until_idle();
     EXPECT_TRUE(bench.report_says("Reading Options OK. "));
@@ -465,7 +464,7 @@ TEST(CheckPage, OfTheOldestChipsTellsWhatTheirFirmwareKnows)
     bench.read_chip();
     EXPECT_TRUE(bench.report_says("读选项成功."));
     EXPECT_TRUE(bench.report_says("Double speed: No"));
-    EXPECT_TRUE(bench.form.comReadChipLock.enabled());
+    EXPECT_TRUE(bench.form.button("comReadChipLock").enabled());
 }
 
 TEST(CheckPage, OfLetterBReadsTheVersionOnly)
@@ -479,14 +478,14 @@ TEST(CheckPage, OfLetterBReadsTheVersionOnly)
 TEST(CheckPage, StoppedBeforePowerUpLeavesTheButtonsFree)
 {
     Options bench("Juniper-60Q");
-    bench.loop.call_at(bench.loop.now_us(), [&] { click(bench.shell, bench.form.comReadChipLock); });
+    bench.loop.call_at(bench.loop.now_us(), [&] { click(bench.shell, bench.form.button("comReadChipLock")); });
     bench.press_stop_after_ms(1000);
     bench.run_until_idle();
     EXPECT_TRUE(bench.report_says("Operation stopped. "));
     EXPECT_FALSE(bench.report_says("OK"));
-    EXPECT_TRUE(bench.form.comReadChipLock.enabled());
+    EXPECT_TRUE(bench.form.button("comReadChipLock").enabled());
     EXPECT_TRUE(bench.buttons_are_free());
-    EXPECT_EQ(bench.shell.job.panel_state, 0);
+    EXPECT_EQ(panel_state(bench.shell), 0);
     bench.expect_a_clean_next_download();
 }
 
@@ -494,10 +493,10 @@ TEST(CheckPage, CannotBePressedDuringADownload)
 {
     Options bench("Juniper-60Q");
     bool enabled = true;
-    bench.after_ms(200, [&] { enabled = bench.form.comReadChipLock.enabled(); });
+    bench.after_ms(200, [&] { enabled = bench.form.button("comReadChipLock").enabled(); });
     bench.download();
     EXPECT_FALSE(enabled);
-    EXPECT_TRUE(bench.form.comReadChipLock.enabled());
+    EXPECT_TRUE(bench.form.button("comReadChipLock").enabled());
 }
 
 // ---- the last family
@@ -533,14 +532,14 @@ TEST(LastFamily, IsToldItsSixRowsAndNoClockWhereItHasItsOwn)
     LastFamily bench;
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.report_says("设置选项成功。"));
     ASSERT_EQ(tape.frames(write_options_code).size(), 1U);
     const auto frame = tape.frames(write_options_code)[0];
     EXPECT_EQ((std::vector<std::uint8_t>(frame.begin() + 12, frame.begin() + 16)), std::vector<std::uint8_t>(4, 0xFF));
     EXPECT_EQ(bench.chip.violations(), "");
     for (const std::size_t row : {0U, 3U, 4U, 5U, 8U, 9U})
-        EXPECT_EQ(bench.chip.options()[row], bench.shell.options.option_bytes[row][0]) << row;
+        EXPECT_EQ(bench.chip.options()[row], bench.shell.options.bytes[row][0]) << row;
 }
 
 TEST(LastFamily, IsToldItsClockWhereItHasNone)
@@ -549,7 +548,7 @@ TEST(LastFamily, IsToldItsClockWhereItHasNone)
     bench.chip.preset_option(3, 0xFD);
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     ASSERT_EQ(tape.frames(write_options_code).size(), 1U);
     const auto frame = tape.frames(write_options_code)[0];
     const int clock = frame[12] << 24 | frame[13] << 16 | frame[14] << 8 | frame[15];
@@ -562,7 +561,7 @@ TEST(LastFamily, ThatRefusesFailsLikeTheOthers)
     LastFamily bench;
     bench.chip.overhear(write_options_code, 100);
     bench.download();
-    EXPECT_FALSE(bench.shell.job.succeeded);
+    EXPECT_FALSE(bench.shell.succeeded);
     EXPECT_EQ(bench.times_said("设置选项失败。"), 1);
     EXPECT_EQ(bench.chip.frame_count(write_options_code), 4);
     EXPECT_EQ(bench.count(), 0);

@@ -1,6 +1,9 @@
 // The wait for power: a hand at the switch that may be slow, a page of advice, and what noise on the line does to it.
 #include "bench.h"
-#include "link/frame.h"
+
+#include "link/guidance.h"
+#include "shell/screen_report.h"
+#include "session/frame.h"
 
 using namespace vrk;
 
@@ -56,10 +59,19 @@ struct Waiting : Bench {
         : Bench("Juniper-8", english)
     {
         open_code(pattern(0x300));
-        form.optBeepNo.set_value(true);
+        form.option("optBeepNo").set_value(true);
         press_download();
     }
 };
+
+void wait_for_guidance_of_user_code(Bench& bench)
+{
+    Session session(bench.loop, bench.shell.port, bench.shell.mcu_table, bench.shell.selected, {});
+    session.demo_mode = true;
+    ScreenReport report(bench.shell);
+    const Guidance guidance(session, report);
+    bench.run_for_ms(4400);
+}
 
 } // namespace
 
@@ -67,12 +79,12 @@ TEST(PowerUp, BeforeFourSecondsBringsNoGuidance)
 {
     Bench bench("Juniper-8");
     bench.open_code(Bench::pattern(0x300));
-    bench.form.optBeepNo.set_value(true);
-    bench.form.cobBaudMin.set_text("19200"); // at 2400 the status frame alone takes three tenths of a second
+    bench.form.option("optBeepNo").set_value(true);
+    bench.form.list("cobBaudMin").set_text("19200"); // at 2400 the status frame alone takes three tenths of a second
     bench.press_download();
     bench.power_up_after_ms(3900);
     bench.run_until_idle();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_FALSE(bench.report_says("Connection is failed"));
     EXPECT_EQ(bench.dialogs.beeps, 0);
 }
@@ -82,10 +94,10 @@ TEST(PowerUp, AfterFiveSecondsBringsTheGuidanceAndThenTheUsualMessagesBelowIt)
     Waiting bench;
     bench.power_up_after_ms(5000);
     bench.run_until_idle();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.report_says(page_in_english));
     EXPECT_EQ(bench.dialogs.beeps, 2);
-    const std::string& report = bench.form.textMsg.text();
+    const std::string& report = bench.form.text_box("textMsg").text();
     EXPECT_LT(report.find("please supply target MCU power..."), report.find("MCU Type is: Juniper-8"));
     EXPECT_LT(report.find("MCU Type is: Juniper-8"), report.find("Program OK"));
 }
@@ -94,11 +106,11 @@ TEST(PowerUp, OfASilentChipIsAwaitedWithoutEndAndTheGuidanceComesOnce)
 {
     Waiting bench;
     bench.after_ms(300'000, [&bench] {
-        EXPECT_TRUE(bench.shell.job.sequence_running);
+        EXPECT_TRUE(bench.shell.running);
         EXPECT_EQ(bench.times_said("Connection is failed"), 1);
         EXPECT_EQ(bench.dialogs.beeps, 2);
-        EXPECT_FALSE(bench.form.comDownload[0].enabled());
-        EXPECT_TRUE(bench.form.comStop_Download.enabled());
+        EXPECT_FALSE(bench.form.button("comDownload", 0).enabled());
+        EXPECT_TRUE(bench.form.button("comStop_Download").enabled());
     });
     bench.press_stop_after_ms(300'001);
     bench.run_until_idle();
@@ -110,7 +122,7 @@ TEST(PowerUp, AfterALongWaitIsTakenAsUsual)
     Waiting bench;
     bench.power_up_after_ms(240'000);
     bench.run_until_idle();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
 }
 
@@ -126,19 +138,15 @@ TEST(Guidance, InChineseHasAPageOfItsOwn)
 TEST(Guidance, OfAChipThatRunsUserCodeSpeaksOfTheLineInChinese)
 {
     Bench bench("Juniper-8", false);
-    bench.shell.link.demo_mode = true;
-    bench.shell.Timer9.start();
-    bench.run_for_ms(4400);
-    EXPECT_EQ(bench.form.textMsg.text(), page_in_chinese_to_user_code);
+    wait_for_guidance_of_user_code(bench);
+    EXPECT_EQ(bench.form.text_box("textMsg").text(), page_in_chinese_to_user_code);
 }
 
 TEST(Guidance, InEnglishIsTheSamePageForAChipThatRunsUserCode)
 {
     Bench bench("Juniper-8");
-    bench.shell.link.demo_mode = true;
-    bench.shell.Timer9.start();
-    bench.run_for_ms(4400);
-    EXPECT_EQ(bench.form.textMsg.text(), page_in_english);
+    wait_for_guidance_of_user_code(bench);
+    EXPECT_EQ(bench.form.text_box("textMsg").text(), page_in_english);
 }
 
 TEST(Guidance, IsShownAgainByASecondConnection)
@@ -169,7 +177,7 @@ TEST(Guidance, LeavesTheCaretAtItsEnd)
     Waiting bench;
     bench.after_ms(4400, [&bench] {
         EXPECT_TRUE(bench.report_says("Connection is failed"));
-        EXPECT_EQ(bench.form.textMsg.sel_start(), static_cast<int>(bench.form.textMsg.text().size()));
+        EXPECT_EQ(bench.form.text_box("textMsg").sel_start(), static_cast<int>(bench.form.text_box("textMsg").text().size()));
     });
     bench.press_stop_after_ms(4500);
     bench.run_until_idle();
@@ -196,7 +204,7 @@ TEST(Noise, BeforeTheCallDoesNotHurt)
     bench.after_ms(300, [&] { bench.wire.noise_to_target(noise); });
     bench.power_up_after_ms(500);
     bench.run_until_idle();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
 }
 
@@ -207,7 +215,7 @@ TEST(Noise, ThatLooksLikeTheBeginOfAFrameCostsOneStatusFrameAndNoMore)
     bench.after_ms(200, [&] { bench.wire.noise_to_tool(noise); });
     bench.power_up_after_ms(500);
     bench.run_until_idle();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
 }
 
@@ -218,7 +226,7 @@ TEST(Noise, ThatPromisesTheLongestFrameHasBeenSwallowedAfterAFewStatusFrames)
     bench.after_ms(200, [&] { bench.wire.noise_to_tool(noise); });
     bench.power_up_after_ms(500);
     bench.run_until_idle();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
 }
 
@@ -228,7 +236,7 @@ TEST(Noise, InFrontOfTheStatusFrameIsDropped)
     bench.chip.noise_before_reply(1, {0x00, 0xFF, 0x46, 0x00});
     bench.power_up_after_ms(500);
     bench.run_until_idle();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
 }
 
@@ -239,6 +247,6 @@ TEST(Noise, OnTheWayToTheChipDuringTheCallDelaysItOnly)
     bench.power_up_after_ms(500);
     bench.after_ms(520, [&] { bench.wire.noise_to_target(noise); });
     bench.run_until_idle();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
 }

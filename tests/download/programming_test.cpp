@@ -5,15 +5,15 @@ using namespace vrk;
 
 namespace {
 
-struct Job : Bench {
-    Job(const sim::ChipSetup& setup, std::size_t size, bool english = true)
+struct Station : Bench {
+    Station(const sim::ChipSetup& setup, std::size_t size, bool english = true)
         : Bench(setup, english)
     {
         open_code(pattern(size));
-        form.optBeepNo.set_value(true);
+        form.option("optBeepNo").set_value(true);
     }
-    Job(const char* model, std::size_t size, bool english = true)
-        : Job(setup_of(model), size, english)
+    Station(const char* model, std::size_t size, bool english = true)
+        : Station(setup_of(model), size, english)
     {
     }
 };
@@ -25,42 +25,42 @@ using Blocks = std::vector<std::string>;
 TEST(WriteRange, ThatBeginsInsideABlockHasAShorterFirstBlock)
 {
     Bench bench("Birch-8");
-    bench.form.txtAP_FileStart.set_text("01F0");
+    bench.form.text_box("txtAP_FileStart").set_text("01F0");
     bench.open_code(Bench::pattern(0x110));
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(tape.blocks(), (Blocks{"01F0+10", "0200+80", "0280+80", "0300+80", "0380+80"}));
     EXPECT_EQ(bench.flash(0x1F0, 0x2FF), bench.code(0x1F0, 0x2FF));
 }
 
 TEST(WriteRange, OfAShortFileGoesOnToTheEndOfASecondBlock)
 {
-    Job bench("Birch-8", 0x40);
+    Station bench("Birch-8", 0x40);
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(tape.blocks().size(), 8U);
     EXPECT_EQ(tape.blocks().back(), "0380+80");
 }
 
 TEST(WriteRange, OfSeries0IsWrittenInSingleFramesOf128Bytes)
 {
-    Job bench("Alder-64", 0x40);
+    Station bench("Alder-64", 0x40);
     bench.chip.refuse_block(0x100, 2);
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(tape.blocks(), (Blocks{"0000+80", "0080+80", "0100+80", "0100+80!", "0100+80!", "0180+80", "0200+80"}));
 }
 
 TEST(WriteRange, AboveTheLimitOfTheSeriesIsCutInSilence)
 {
-    Job bench("Larch-12", 0x2000);
+    Station bench("Larch-12", 0x2000);
     bench.shell.code_buffer.high = 0x5000;
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(tape.blocks().back(), "3380+80");
     EXPECT_EQ(bench.dialogs.beeps, 0);
     EXPECT_FALSE(bench.report_says("Enable"));
@@ -68,11 +68,11 @@ TEST(WriteRange, AboveTheLimitOfTheSeriesIsCutInSilence)
 
 TEST(WriteRange, OfCodeAndDataIsBothBuffersMergedIntoOneImage)
 {
-    Job bench("Hazel-2R", 0x300);
+    Station bench("Hazel-2R", 0x300);
     bench.open_data(Bench::pattern(0x180, 5));
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     const Blocks blocks = tape.blocks();
     EXPECT_EQ(blocks.front(), "0000+80");
     EXPECT_EQ(blocks.size(), 20U + 8U); // the code and then the data, a block more of each than they fill
@@ -84,9 +84,9 @@ TEST(BlockAnswer, WithoutASumIsGoodInTheOlderProtocol)
 {
     sim::ChipSetup setup = setup_of("Birch-8");
     setup.short_block_answers = true;
-    Job bench(setup, 0x300);
+    Station bench(setup, 0x300);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x30), 0);
     EXPECT_TRUE(bench.chip_holds_the_code());
 }
@@ -95,7 +95,7 @@ TEST(BlockAnswer, WithoutASumIsBadInTheNewerProtocol)
 {
     sim::ChipSetup setup = setup_of("Juniper-8");
     setup.short_block_answers = true;
-    Job bench(setup, 0x300);
+    Station bench(setup, 0x300);
     bench.download();
     bench.expect_failed_honestly();
 }
@@ -106,7 +106,7 @@ TEST(BlockAnswer, IsComparedByItsLowByteWithLongFramesToo)
     Bench bench("Juniper-8");
     bench.open_code(std::vector<std::uint8_t>(0x300, 0xFE));
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x30), 0);
 }
 
@@ -115,10 +115,10 @@ class RefusedBlock : public ::testing::TestWithParam<int> { };
 TEST_P(RefusedBlock, IsRepeatedFromItsBeginWithAMark)
 {
     const int times = GetParam();
-    Job bench("Birch-8", 0x600);
+    Station bench("Birch-8", 0x600);
     bench.chip.refuse_block(0x280, times); // the second frame of the second block
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
     EXPECT_EQ(bench.chip.frame_count(0x00), 4 + 2 + 4);
     EXPECT_EQ(bench.chip.frame_count(0x30), 2 * (times - 1) + 4);
@@ -132,7 +132,7 @@ class FailingBlock : public ::testing::TestWithParam<int> { };
 
 TEST_P(FailingBlock, EndsTheDownloadAfterFourTries)
 {
-    Job bench("Birch-8", 0x600);
+    Station bench("Birch-8", 0x600);
     bench.chip.refuse_block(0x280, GetParam());
     bench.download();
     bench.expect_failed_honestly();
@@ -140,13 +140,13 @@ TEST_P(FailingBlock, EndsTheDownloadAfterFourTries)
     EXPECT_EQ(bench.chip.frame_count(0x30), 3 * 2);
     EXPECT_EQ(bench.dialogs.beeps, 3);
     EXPECT_EQ(bench.times_said("\nPrograming failed. (End: 08:00:"), 1);
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with(")\nTry to use the lower baud. "));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with(")\nTry to use the lower baud. "));
     bench.expect_a_clean_next_download();
 }
 
 TEST_P(FailingBlock, EndsTheDownloadIntoANewerChip)
 {
-    Job bench("Juniper-8", 0x600, false);
+    Station bench("Juniper-8", 0x600, false);
     bench.chip.refuse_block(0x280, GetParam());
     bench.download();
     bench.expect_failed_honestly();
@@ -154,7 +154,7 @@ TEST_P(FailingBlock, EndsTheDownloadIntoANewerChip)
     EXPECT_EQ(bench.chip.frame_count(0x69), 0);
     EXPECT_EQ(bench.dialogs.beeps, 3);
     EXPECT_EQ(bench.times_said("\n下载失败 (End: 08:00:"), 1);
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with(")\n请尝试用稍低的波特率下载。"));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with(")\n请尝试用稍低的波特率下载。"));
     bench.expect_a_clean_next_download();
 }
 
@@ -163,16 +163,16 @@ INSTANTIATE_TEST_SUITE_P(FromFourTimesOn, FailingBlock, ::testing::Values(4, 5, 
 
 TEST(WrongSum, ThreeTimesIsMadeUpForByRepeats)
 {
-    Job bench("Juniper-8", 0x300);
+    Station bench("Juniper-8", 0x300);
     bench.chip.send_wrong_sum(3);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x30), 2 + 4);
 }
 
 TEST(WrongSum, FourTimesEndsTheDownload)
 {
-    Job bench("Juniper-8", 0x300);
+    Station bench("Juniper-8", 0x300);
     bench.chip.send_wrong_sum(4);
     bench.download();
     bench.expect_failed_honestly();
@@ -183,13 +183,13 @@ TEST(WrongSum, FourTimesEndsTheDownload)
 
 TEST(EndOfCode, AnsweredWithAnotherCodeLeavesTheOptionsAlone)
 {
-    Job bench("Juniper-8", 0x300);
+    Station bench("Juniper-8", 0x300);
     bench.chip.noise_before_reply(14, sim::reply_frame(0x50, {}, true));
     bench.download();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.chip.frame_count(0x69), 1);
     EXPECT_EQ(bench.dialogs.beeps, 2);
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with(
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with(
         "\nThe code has already programed, but the Options haven't been modified."));
     EXPECT_TRUE(bench.chip_holds_the_code());
     bench.expect_a_clean_next_download();
@@ -197,19 +197,19 @@ TEST(EndOfCode, AnsweredWithAnotherCodeLeavesTheOptionsAlone)
 
 TEST(EndOfCode, AnsweredWithAnotherCodeIsToldInChinese)
 {
-    Job bench("Juniper-8", 0x300, false);
+    Station bench("Juniper-8", 0x300, false);
     bench.chip.noise_before_reply(14, sim::reply_frame(0x50, {}, true));
     bench.download();
     bench.expect_failed_honestly();
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with("\n程序已下载，但 Options 未修改。"));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\n程序已下载，但 Options 未修改。"));
 }
 
 TEST(EndOfCode, IsNotToldToAModelWithoutOptionsToWrite)
 {
-    Job bench("Hazel-6R", 0x300);
+    Station bench("Hazel-6R", 0x300);
     EXPECT_TRUE(bench.shell.selected.cap_no_option_write);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x69), 0);
 }
 
@@ -217,10 +217,10 @@ TEST(BootBlock, OfTheReportedSizeCutsTheCode)
 {
     sim::ChipSetup setup = setup_of("Birch-14");
     setup.boot_size_code = 3;
-    Job bench(setup, 0x3800);
+    Station bench(setup, 0x3800);
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(tape.blocks().back(), "3580+80");
     EXPECT_EQ(bench.dialogs.beeps, 2);
     EXPECT_TRUE(bench.report_says("\nEnable 13K file size for this Version firmware."
@@ -232,10 +232,10 @@ TEST(BootBlock, OfTheReportedSizeCutsTheCodeOfTheLargestAspen)
 {
     sim::ChipSetup setup = setup_of("Aspen-63");
     setup.boot_size_code = 3;
-    Job bench(setup, 0xFC00, false);
+    Station bench(setup, 0xFC00, false);
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(tape.blocks().back(), "F980+80");
     EXPECT_EQ(bench.dialogs.beeps, 2);
     EXPECT_TRUE(bench.report_says("\nChinese:此版本固件最多可编程 62K, 您的文件已超长，\n        超长部分不下载。"));
@@ -246,84 +246,84 @@ TEST(BootBlock, OfAFirmwareThatDoesNotTellFollowsFromItsVersion)
     sim::ChipSetup setup = setup_of("Birch-14");
     setup.version = 0x25;
     setup.boot_size_code = 3;
-    Job bench(setup, 0x3800, false);
+    Station bench(setup, 0x3800, false);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
-    EXPECT_EQ(bench.shell.target.boot_size, 2048);
+    EXPECT_TRUE(bench.shell.succeeded);
+    EXPECT_EQ(bench.shell.talk().chip.boot_size, 2048);
     EXPECT_EQ(bench.dialogs.beeps, 0) << "2 KB end right above the code of this model";
 }
 
 TEST(BootBlock, OfTheSmallestSizeCutsNothing)
 {
-    Job bench("Birch-14", 0x3800);
+    Station bench("Birch-14", 0x3800);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
     EXPECT_EQ(bench.dialogs.beeps, 0);
 }
 
 TEST(Progress, CountsBytesAndKilobytesBlockByBlock)
 {
-    Job bench("Birch-8", 0x600);
+    Station bench("Birch-8", 0x600);
     Blocks shown;
     std::vector<int> values;
     bench.loop.before_sleep = [&] {
-        if (bench.form.ProgressBar1.visible() && (shown.empty() || shown.back() != bench.form.labKbyte.caption())) {
-            shown.push_back(bench.form.labKbyte.caption());
-            values.push_back(bench.form.ProgressBar1.value());
+        if (bench.form.progress("ProgressBar1").visible() && (shown.empty() || shown.back() != bench.form.label("labKbyte").caption())) {
+            shown.push_back(bench.form.label("labKbyte").caption());
+            values.push_back(bench.form.progress("ProgressBar1").value());
         }
         return false;
     };
     bench.download();
     EXPECT_EQ(shown, (Blocks{"", ".500K", "1.000K", "1.500K"}));
     EXPECT_EQ(values, (std::vector<int>{values[0], 0x200, 0x400, 0x600}));
-    EXPECT_EQ(bench.form.ProgressBar1.min(), 0);
-    EXPECT_EQ(bench.form.ProgressBar1.max(), 0x600);
-    EXPECT_FALSE(bench.form.ProgressBar1.visible());
+    EXPECT_EQ(bench.form.progress("ProgressBar1").min(), 0);
+    EXPECT_EQ(bench.form.progress("ProgressBar1").max(), 0x600);
+    EXPECT_FALSE(bench.form.progress("ProgressBar1").visible());
 }
 
 TEST(Progress, CountsIn256BytesAbove32Kilobytes)
 {
-    Job bench("Juniper-60Q", 0x9000);
+    Station bench("Juniper-60Q", 0x9000);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
-    EXPECT_EQ(bench.form.ProgressBar1.min(), 0);
-    EXPECT_EQ(bench.form.ProgressBar1.max(), 0x92);
-    EXPECT_EQ(bench.form.ProgressBar1.value(), 0x92);
-    EXPECT_EQ(bench.form.labKbyte.caption(), "36.500K");
+    EXPECT_TRUE(bench.shell.succeeded);
+    EXPECT_EQ(bench.form.progress("ProgressBar1").min(), 0);
+    EXPECT_EQ(bench.form.progress("ProgressBar1").max(), 0x92);
+    EXPECT_EQ(bench.form.progress("ProgressBar1").value(), 0x92);
+    EXPECT_EQ(bench.form.label("labKbyte").caption(), "36.500K");
 }
 
 TEST(Programming, TellsWhenItBegan)
 {
-    Job bench("Juniper-8", 0x300);
+    Station bench("Juniper-8", 0x300);
     bench.download();
     EXPECT_TRUE(bench.report_says("\nProgramming... ( Begin: 08:00:0"));
-    Job chinese("Juniper-8", 0x300, false);
+    Station chinese("Juniper-8", 0x300, false);
     chinese.download();
     EXPECT_TRUE(chinese.report_says("\n正在下载... ( 开始时间: 08:00:0"));
 }
 
 TEST(Programming, IsStoppedWithTwoBeeps)
 {
-    Job bench("Juniper-8", 0x2000);
+    Station bench("Juniper-8", 0x2000);
     bench.press_download();
     bench.power_up_after_ms(300);
     bench.when(sim::Chip::State::writing, [&bench] { bench.press_stop_after_ms(100); });
     bench.run_until_idle();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.dialogs.beeps, 2);
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with("\nOperation stopped. "));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\nOperation stopped. "));
     bench.expect_a_clean_next_download();
 }
 
 TEST(Programming, IsStoppedInChineseWithItsOwnWords)
 {
-    Job bench("Juniper-8", 0x2000, false);
+    Station bench("Juniper-8", 0x2000, false);
     bench.press_download();
     bench.power_up_after_ms(300);
     bench.when(sim::Chip::State::writing, [&bench] { bench.press_stop_after_ms(100); });
     bench.run_until_idle();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.dialogs.beeps, 2);
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with("\n操作被停止."));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\n操作被停止."));
 }

@@ -68,7 +68,7 @@ bool one_download(std::uint32_t seed, const Rates& rates)
     if (dice.chance(rates.busy_options_percent))
         bench.chip.faults.busy_options = dice.below(6);
     for (std::size_t strip = 0; strip < 14; ++strip) {
-        OptionButton& button = bench.buttons_of(strip)[static_cast<std::size_t>(dice.below(2))];
+        OptionButton& button = *bench.buttons_of(strip)[static_cast<std::size_t>(dice.below(2))];
         if (button.visible() && dice.chance(rates.other_choice_percent))
             click(bench.shell, button);
     }
@@ -79,12 +79,12 @@ bool one_download(std::uint32_t seed, const Rates& rates)
     bench.run_until_idle_or_given_up();
 
     const bool said = bench.report_says("Program OK");
-    EXPECT_EQ(said, bench.shell.job.succeeded);
+    EXPECT_EQ(said, bench.shell.succeeded);
     EXPECT_EQ(said, bench.count() == 1);
     EXPECT_EQ(said, said && bench.chip_holds_the_code()) << "said to be good, and is not";
     EXPECT_EQ(said, said && bench.chip_holds_the_options()) << "said to hold its options, and does not";
     EXPECT_TRUE(bench.buttons_are_free());
-    bench.form.txtWrite_OK_Count.set_text("0");
+    bench.form.text_box("txtWrite_OK_Count").set_text("0");
     bench.expect_a_clean_next_download();
     return said;
 }

@@ -5,13 +5,13 @@ using namespace vrk;
 
 namespace {
 
-struct Job : Bench {
-    explicit Job(const char* mhz, bool english = true, const char* model = "Holly-4")
+struct Station : Bench {
+    explicit Station(const char* mhz, bool english = true, const char* model = "Holly-4")
         : Bench(model, english)
     {
         open_code(pattern(0x200));
-        form.com_RC_frequency[5].set_text(mhz);
-        form.optBeepNo.set_value(true);
+        form.list("com_RC_frequency", 5).set_text(mhz);
+        form.option("optBeepNo").set_value(true);
     }
 };
 
@@ -29,16 +29,16 @@ std::vector<std::uint8_t> answer_without_slope()
 
 TEST(RcTest, FindsTheTrimInTwoExchanges)
 {
-    Job bench("11.0592");
+    Station bench("11.0592");
     FrameTape tape(bench);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.chip_holds_the_code());
     EXPECT_EQ(bench.chip.violations(), "");
     ASSERT_EQ(tape.frames(0x65).size(), 2U);
     EXPECT_EQ(tape.frames(0x65)[0][16], 4);
     EXPECT_EQ(tape.frames(0x65)[1][16], 11);
-    EXPECT_LE(std::abs(bench.shell.rc.rc_error), 25);
+    EXPECT_LE(std::abs(bench.shell.talk().rc.rc_error), 25);
     EXPECT_TRUE(bench.report_says("\n\n下次下载 RC 振荡器频率频率: 11.0"));
     EXPECT_TRUE(bench.report_says("%      (仅供参考)"));
     EXPECT_EQ(bench.count(), 1);
@@ -46,23 +46,23 @@ TEST(RcTest, FindsTheTrimInTwoExchanges)
 
 TEST(RcTest, IsMadeForTheOtherFamilyToo)
 {
-    Job bench("11.0592", false, "Poplar-4L");
+    Station bench("11.0592", false, "Poplar-4L");
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x65), 2);
 }
 
 TEST(RcTest, IsNotMadeForOtherFamilies)
 {
-    Job bench("11.0592", true, "Juniper-8");
+    Station bench("11.0592", true, "Juniper-8");
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.chip.frame_count(0x65), 0);
 }
 
 TEST(RcTest, WithoutAnAnswerEndsTheConnection)
 {
-    Job bench("11.0592");
+    Station bench("11.0592");
     bench.chip.overhear(0x65, 100);
     bench.download();
     bench.expect_failed_honestly();
@@ -74,7 +74,7 @@ TEST(RcTest, WithoutAnAnswerEndsTheConnection)
 
 TEST(RcTest, WithoutAnAnswerIsToldInChinese)
 {
-    Job bench("11.0592", false);
+    Station bench("11.0592", false);
     bench.chip.overhear(0x65, 100);
     bench.download();
     EXPECT_EQ(bench.times_said("\nConnection failed. / 握手失败(LB) (End: 08:00:"), 1);
@@ -82,7 +82,7 @@ TEST(RcTest, WithoutAnAnswerIsToldInChinese)
 
 TEST(RcTest, OfAnOscillatorThatDoesNotMoveEndsTheConnection)
 {
-    Job bench("11.0592");
+    Station bench("11.0592");
     bench.chip.noise_before_reply(3, answer_without_slope());
     bench.download();
     bench.expect_failed_honestly();
@@ -93,7 +93,7 @@ TEST(RcTest, OfAnOscillatorThatDoesNotMoveEndsTheConnection)
 
 TEST(RcTest, IsStoppedByTheUser)
 {
-    Job bench("11.0592");
+    Station bench("11.0592");
     bench.chip.overhear(0x65, 100);
     bench.press_download();
     bench.power_up_after_ms(300);
@@ -106,9 +106,9 @@ TEST(RcTest, IsStoppedByTheUser)
 
 TEST(RcReport, OfAFrequencyOutOfReachBeepsAndIsNotCounted)
 {
-    Job bench("60", false);
+    Station bench("60", false);
     bench.download();
-    EXPECT_FALSE(bench.shell.job.succeeded);
+    EXPECT_FALSE(bench.shell.succeeded);
     EXPECT_EQ(bench.count(), 0);
     EXPECT_EQ(bench.dialogs.beeps, 3);
     EXPECT_TRUE(bench.report_says("\n您设置的 RC 振荡器的频率可能在此片 MCU 的频率盲区内，\n频率盲区：0 -- 0MHz"));

@@ -6,16 +6,16 @@ using namespace vrk;
 namespace {
 
 // A hand that changes the chip each time the tool has let go of it: another one, with something else in it.
-struct Line : Bench {
+struct ProductionLine : Bench {
     int chips_left;
     int good_chips = 0;
 
-    Line(const char* model, int chips, bool english = true)
+    ProductionLine(const char* model, int chips, bool english = true)
         : Bench(model, english)
         , chips_left(chips)
     {
         open_code(pattern(0x300));
-        form.comDalay_ReDownLoad.set_text("2");
+        form.list("comDalay_ReDownLoad").set_text("2");
         chip.on_state_change.push_back([this](sim::Chip::State state) {
             if (state == sim::Chip::State::user_code)
                 loop.call_at(loop.now_us() + 500'000, [this] { change_chip(); });
@@ -38,22 +38,22 @@ struct Line : Bench {
 
 TEST(Repeat, ProgramsChipAfterChip)
 {
-    Line bench("Juniper-8", 4);
+    ProductionLine bench("Juniper-8", 4);
     bench.run_until_idle();
     EXPECT_EQ(bench.count(), 4);
     EXPECT_EQ(bench.good_chips, 4);
     EXPECT_EQ(bench.chip.power_ups(), 4);
     EXPECT_EQ(bench.chip.violations(), "");
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with("\nOperation stopped. "));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\nOperation stopped. "));
     EXPECT_EQ(bench.dialogs.beeps, 5);
     EXPECT_TRUE(bench.buttons_are_free());
-    EXPECT_EQ(bench.shell.job.panel_state, 0);
+    EXPECT_EQ(panel_state(bench.shell), 0);
     EXPECT_EQ(bench.shell.platform.settings.get("Settings", "Write_OK_Count", ""), "4");
 }
 
 TEST(Repeat, ProgramsOlderChipsToo)
 {
-    Line bench("Birch-8", 3);
+    ProductionLine bench("Birch-8", 3);
     bench.run_until_idle();
     EXPECT_EQ(bench.count(), 3);
     EXPECT_EQ(bench.good_chips, 3);
@@ -62,14 +62,14 @@ TEST(Repeat, ProgramsOlderChipsToo)
 
 TEST(Repeat, EndsWithTheFirstChipThatFails)
 {
-    Line bench("Juniper-8", 4);
+    ProductionLine bench("Juniper-8", 4);
     bench.after_ms(6000, [&bench] { bench.chip.refuse_block(0); });
     bench.run_until_idle();
     EXPECT_EQ(bench.count(), 1);
     EXPECT_EQ(bench.chip.power_ups(), 2);
     EXPECT_TRUE(bench.report_says("Programing failed. (End: "));
     EXPECT_FALSE(bench.report_says("OK"));
-    EXPECT_FALSE(bench.shell.job.succeeded);
+    EXPECT_FALSE(bench.shell.succeeded);
     EXPECT_TRUE(bench.buttons_are_free());
 }
 
@@ -82,11 +82,11 @@ std::string last_words_of_the_delay(int seconds, bool english)
 {
     Bench bench("Juniper-8", english);
     bench.open_code(Bench::pattern(0x300));
-    bench.form.comDalay_ReDownLoad.set_text(std::to_string(seconds));
+    bench.form.list("comDalay_ReDownLoad").set_text(std::to_string(seconds));
     std::string words;
     bench.loop.before_sleep = [&] {
         if (bench.report_says("Program succeed."))
-            words = bench.form.textMsg.text();
+            words = bench.form.text_box("textMsg").text();
         return false;
     };
     bench.press_download(1);
@@ -125,7 +125,7 @@ TEST(RepeatStop, InTheDelayActsWhenTheDelayHasRunOut)
 {
     Bench bench("Juniper-8");
     bench.open_code(Bench::pattern(0x300));
-    bench.form.comDalay_ReDownLoad.set_text("9");
+    bench.form.list("comDalay_ReDownLoad").set_text("9");
     std::int64_t left_us = 0;
     bench.when(sim::Chip::State::user_code, [&bench, &left_us] {
         left_us = bench.loop.now_us();

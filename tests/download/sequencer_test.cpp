@@ -5,8 +5,8 @@ using namespace vrk;
 
 namespace {
 
-struct Job : Bench {
-    explicit Job(const char* model = "Juniper-8", bool english = true)
+struct Station : Bench {
+    explicit Station(const char* model = "Juniper-8", bool english = true)
         : Bench(model, english)
     {
         open_code(pattern(0x300));
@@ -16,9 +16,9 @@ struct Job : Bench {
 // Milliseconds from the last answer of the programming stage to the first word of success.
 std::int64_t settle_ms(const char* max_baud, const char* min_baud)
 {
-    Job bench;
-    bench.form.cobBaudMax.set_text(max_baud);
-    bench.form.cobBaudMin.set_text(min_baud);
+    Station bench;
+    bench.form.list("cobBaudMax").set_text(max_baud);
+    bench.form.list("cobBaudMin").set_text(min_baud);
     std::int64_t ended_us = 0;
     std::int64_t said_us = 0;
     bench.when(sim::Chip::State::code_ended, [&] { ended_us = bench.loop.now_us(); });
@@ -28,7 +28,7 @@ std::int64_t settle_ms(const char* max_baud, const char* min_baud)
         return false;
     };
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     return (said_us - ended_us) / 1000;
 }
 
@@ -41,10 +41,10 @@ TEST(Download, WithNoFileOpenShowsTheBoxAndLeavesTheButtonsAlone)
     bench.run_until_idle();
     ASSERT_EQ(bench.dialogs.shown.size(), 1U);
     EXPECT_EQ(bench.dialogs.shown[0].box.text, "    Please open code file.   ");
-    EXPECT_FALSE(bench.form.comStop_Download.enabled());
+    EXPECT_FALSE(bench.form.button("comStop_Download").enabled());
     EXPECT_TRUE(bench.buttons_are_free());
-    EXPECT_EQ(bench.form.textMsg.text(), "");
-    EXPECT_EQ(bench.shell.job.panel_state, 0);
+    EXPECT_EQ(bench.form.text_box("textMsg").text(), "");
+    EXPECT_EQ(panel_state(bench.shell), 0);
 }
 
 TEST(Download, WithNoFileOpenAsksInChinese)
@@ -58,42 +58,42 @@ TEST(Download, WithNoFileOpenAsksInChinese)
 
 TEST(Download, LocksThePanelWhileItRunsAndFreesItAtItsEnd)
 {
-    Job bench;
+    Station bench;
     bench.press_download();
     bench.power_up_after_ms(300);
     bench.after_ms(100, [&bench] {
-        EXPECT_EQ(bench.shell.job.panel_state, 1);
-        EXPECT_FALSE(bench.form.comDownload[0].enabled());
-        EXPECT_FALSE(bench.form.comDownload[1].enabled());
-        EXPECT_TRUE(bench.form.comStop_Download.enabled());
-        EXPECT_FALSE(bench.form.comLoadFile.enabled());
-        EXPECT_FALSE(bench.form.txtDevice.enabled());
-        EXPECT_FALSE(bench.form.comLoadDataFile.enabled());
+        EXPECT_EQ(panel_state(bench.shell), 1);
+        EXPECT_FALSE(bench.form.button("comDownload", 0).enabled());
+        EXPECT_FALSE(bench.form.button("comDownload", 1).enabled());
+        EXPECT_TRUE(bench.form.button("comStop_Download").enabled());
+        EXPECT_FALSE(bench.form.button("comLoadFile").enabled());
+        EXPECT_FALSE(bench.form.text_box("txtDevice").enabled());
+        EXPECT_FALSE(bench.form.button("comLoadDataFile").enabled());
     });
     bench.run_until_idle();
-    EXPECT_EQ(bench.shell.job.panel_state, 0);
-    EXPECT_TRUE(bench.form.comLoadFile.enabled());
-    EXPECT_TRUE(bench.form.txtDevice.enabled());
+    EXPECT_EQ(panel_state(bench.shell), 0);
+    EXPECT_TRUE(bench.form.button("comLoadFile").enabled());
+    EXPECT_TRUE(bench.form.text_box("txtDevice").enabled());
     EXPECT_TRUE(bench.buttons_are_free());
-    EXPECT_FALSE(bench.shell.MSComm1.PortOpen());
+    EXPECT_FALSE(bench.shell.port.is_open());
 }
 
 TEST(Download, OfALockedPanelKeepsItLocked)
 {
-    Job bench;
-    bench.shell.job.panel_state = 2;
+    Station bench;
+    set_locked(bench.shell, true);
     bench.press_download();
     bench.power_up_after_ms(300);
-    bench.after_ms(100, [&bench] { EXPECT_EQ(bench.shell.job.panel_state, 3); });
+    bench.after_ms(100, [&bench] { EXPECT_EQ(panel_state(bench.shell), 3); });
     bench.run_until_idle();
-    EXPECT_EQ(bench.shell.job.panel_state, 2);
-    EXPECT_TRUE(bench.shell.job.succeeded);
-    EXPECT_FALSE(bench.form.comLoadFile.enabled());
+    EXPECT_EQ(panel_state(bench.shell), 2);
+    EXPECT_TRUE(bench.shell.succeeded);
+    EXPECT_FALSE(bench.form.button("comLoadFile").enabled());
 }
 
 TEST(Download, PressedTwiceRunsOnce)
 {
-    Job bench;
+    Station bench;
     bench.press_download();
     bench.press_download();
     bench.power_up_after_ms(300);
@@ -104,10 +104,10 @@ TEST(Download, PressedTwiceRunsOnce)
 
 TEST(Success, IsSaidCountedAndKept)
 {
-    Job bench;
+    Station bench;
     bench.download();
-    EXPECT_TRUE(bench.form.textMsg.text().find("\nProgram OK\nVerify  OK ( Total: 00:0") != std::string::npos);
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with(" )\nEncrypt OK."));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().find("\nProgram OK\nVerify  OK ( Total: 00:0") != std::string::npos);
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with(" )\nEncrypt OK."));
     EXPECT_EQ(bench.count(), 1);
     EXPECT_EQ(bench.shell.platform.settings.get("Settings", "Write_OK_Count", ""), "1");
     EXPECT_EQ(bench.dialogs.beeps, 1);
@@ -116,9 +116,9 @@ TEST(Success, IsSaidCountedAndKept)
 
 TEST(Success, IsSaidInChineseWithBothTimes)
 {
-    Job bench("Juniper-8", false);
+    Station bench("Juniper-8", false);
     bench.download();
-    const std::string& report = bench.form.textMsg.text();
+    const std::string& report = bench.form.text_box("textMsg").text();
     const std::size_t at = report.find("\nProgram OK / 下载 OK\nVerify  OK / 校验 OK \nerase times/擦除时间 :  00:0");
     EXPECT_NE(at, std::string::npos);
     EXPECT_NE(report.find("\nprogram times/下载时间: 00:0", at), std::string::npos);
@@ -127,17 +127,17 @@ TEST(Success, IsSaidInChineseWithBothTimes)
 
 TEST(Success, IsSilentWhereNoBeepIsWanted)
 {
-    Job bench;
-    bench.form.optBeepNo.set_value(true);
+    Station bench;
+    bench.form.option("optBeepNo").set_value(true);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.dialogs.beeps, 0);
 }
 
 TEST(Success, GoesOnFromTheCountThatStandsThere)
 {
-    Job bench;
-    bench.form.txtWrite_OK_Count.set_text("41");
+    Station bench;
+    bench.form.text_box("txtWrite_OK_Count").set_text("41");
     bench.download();
     EXPECT_EQ(bench.count(), 42);
 }
@@ -155,43 +155,43 @@ TEST(SettleTime, IsATenthOfASecondAlsoWhereBothAre115200) { EXPECT_LT(settle_ms(
 
 TEST(BlockGuard, StopsTheDownloadIntoTheOldestSeries)
 {
-    Job bench("Alder-64");
-    bench.shell.options.byte_text = "0,0,1";
+    Station bench("Alder-64");
+    bench.shell.option_byte_text = "0,0,1";
     bench.download();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.dialogs.beeps, 3);
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with(
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with(
         "\nBecause Block1 to write Block0 is disable, so program can not continue."));
     EXPECT_EQ(bench.chip.frame_count(0x84), 0);
-    EXPECT_FALSE(bench.shell.target.target_ok);
-    bench.shell.options.byte_text = "0,0,0";
+    EXPECT_FALSE(bench.shell.talk().chip.target_ok);
+    bench.shell.option_byte_text = "0,0,0";
     bench.expect_a_clean_next_download();
 }
 
 TEST(BlockGuard, SpeaksChinese)
 {
-    Job bench("Alder-64", false);
-    bench.shell.options.byte_text = "0,0,1";
+    Station bench("Alder-64", false);
+    bench.shell.option_byte_text = "0,0,1";
     bench.download();
     EXPECT_TRUE(
-        bench.form.textMsg.text().ends_with("\nChinese:因为由 block1 对 block0 编程已被禁止, 所以不能继续下载程序。"));
+        bench.form.text_box("textMsg").text().ends_with("\nChinese:因为由 block1 对 block0 编程已被禁止, 所以不能继续下载程序。"));
 }
 
 TEST(BlockGuard, DoesNotBiteWhereBlocksAreLarger)
 {
-    Job bench("Birch-8");
-    bench.shell.options.byte_text = "0,0,1";
+    Station bench("Birch-8");
+    bench.shell.option_byte_text = "0,0,1";
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
 }
 
 TEST(PlanOverflow, IsSaidAndWhatFitsIsProgrammed)
 {
-    Job bench("Cedar-5");
+    Station bench("Cedar-5");
     bench.shell.code_buffer.view_high = 0x1500;
-    bench.form.optBeepNo.set_value(true);
+    bench.form.option("optBeepNo").set_value(true);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.dialogs.beeps, 2);
     EXPECT_TRUE(
         bench.report_says("\nThe Program Code and EEPROM data is too big.\nThe exceeding part won't program.\n"));
@@ -199,7 +199,7 @@ TEST(PlanOverflow, IsSaidAndWhatFitsIsProgrammed)
 
 TEST(PlanOverflow, SpeaksChinese)
 {
-    Job bench("Cedar-5", false);
+    Station bench("Cedar-5", false);
     bench.shell.code_buffer.view_high = 0x1500;
     bench.download();
     EXPECT_TRUE(bench.report_says("\n程序文件超出此 MCU 固件下载范围, 超出部分不下载。 \n"));
@@ -207,7 +207,7 @@ TEST(PlanOverflow, SpeaksChinese)
 
 TEST(OlderProtocol, TellsFiveTimesThatTheToolIsReady)
 {
-    Job bench("Birch-8");
+    Station bench("Birch-8");
     FrameTape tape(bench);
     bench.download();
     EXPECT_EQ(bench.chip.frame_count(0x80), 5);
@@ -219,7 +219,7 @@ TEST(OlderProtocol, TellsFiveTimesThatTheToolIsReady)
 
 TEST(NewerProtocol, HasItsOrderOfFrames)
 {
-    Job bench;
+    Station bench;
     FrameTape tape(bench);
     bench.download();
     const std::vector<std::uint8_t> all = {
@@ -231,12 +231,12 @@ TEST(NewerProtocol, HasItsOrderOfFrames)
 TEST(TwoRuns, OfTheSameDownloadAreTheSameByteForByte)
 {
     const auto run = [] {
-        Job bench("Juniper-60Q");
+        Station bench("Juniper-60Q");
         sim::EventLog log;
         bench.wire.log = &log;
         bench.chip.refuse_block(0x200, 1);
         bench.download();
-        EXPECT_TRUE(bench.shell.job.succeeded);
+        EXPECT_TRUE(bench.shell.succeeded);
         bench.wire.log = nullptr;
         log.add(bench.loop.now_us(), "end", static_cast<std::uint64_t>(bench.count()));
         return std::pair(log.hash(), log.count());

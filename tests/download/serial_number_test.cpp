@@ -18,13 +18,13 @@ struct NumberedLine : Bench {
         : Bench(model)
     {
         open_code(pattern(0x300));
-        type_text(shell, form.texAuto_Increase[0], "203");
-        type_text(shell, form.texAuto_Increase[1], "4");
-        type_text(shell, form.texAuto_Increase[2], "41");
-        type_text(shell, form.texAuto_Increase[3], "1");
-        choose_option(shell, form.optAuto_Increase[system]);
-        set_checked(shell, form.cheAuto_Increase, true);
-        form.comDalay_ReDownLoad.set_text("2");
+        type_text(shell, form.text_box("texAuto_Increase", 0), "203");
+        type_text(shell, form.text_box("texAuto_Increase", 1), "4");
+        type_text(shell, form.text_box("texAuto_Increase", 2), "41");
+        type_text(shell, form.text_box("texAuto_Increase", 3), "1");
+        choose_option(shell, form.option("optAuto_Increase", system));
+        set_checked(shell, form.check_box("cheAuto_Increase"), true);
+        form.list("comDalay_ReDownLoad").set_text("2");
     }
     // Chip after chip by Re-Download; the user stops once `chips` have gone through.
     void run(int chips)
@@ -58,7 +58,7 @@ TEST(SerialNumbers, EveryChipOfALineHasItsOwn)
     bench.run(3);
     EXPECT_EQ(bench.numbers, (Numbers{{0, 0, 0, 41}, {0, 0, 0, 42}, {0, 0, 0, 43}}));
     EXPECT_EQ(bench.count(), 3);
-    EXPECT_EQ(bench.form.texAuto_Increase[2].text(), "00000000044");
+    EXPECT_EQ(bench.form.text_box("texAuto_Increase", 2).text(), "00000000044");
     EXPECT_EQ(bench.stored_next(), "00000000044");
     EXPECT_EQ(bench.code(0x200, 0x203), (std::vector<std::uint8_t>{0, 0, 0, 44}));
     EXPECT_TRUE(bench.shell.code_increase.valid);
@@ -85,7 +85,7 @@ TEST(SerialNumbers, AChipThatRefusesABlockUsesNoneUp)
 
     bench.repair();
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.flash(0x200, 0x203), (std::vector<std::uint8_t>{0, 0, 0, 42}));
     EXPECT_EQ(bench.stored_next(), "00000000043");
 }
@@ -97,8 +97,8 @@ TEST(SerialNumbers, AChipPulledFromTheSocketUsesNoneUp)
     bench.press_download();
     bench.power_up_after_ms(300);
     bench.run_until_idle_or_given_up();
-    EXPECT_FALSE(bench.shell.job.succeeded);
-    EXPECT_EQ(bench.form.texAuto_Increase[2].text(), "41");
+    EXPECT_FALSE(bench.shell.succeeded);
+    EXPECT_EQ(bench.form.text_box("texAuto_Increase", 2).text(), "41");
     EXPECT_EQ(bench.stored_next(), "41");
 
     bench.repair();
@@ -110,21 +110,21 @@ TEST(SerialNumbers, MoveInBothBuffersTogether)
 {
     NumberedLine bench("Juniper-60Q");
     bench.open_data(Bench::pattern(0x100, 2)); // this load switches the code number off
-    set_checked(bench.shell, bench.form.cheAuto_Increase, true);
-    type_text(bench.shell, bench.form.texData_Auto_Increase[0], "11");
-    type_text(bench.shell, bench.form.texData_Auto_Increase[1], "2");
-    type_text(bench.shell, bench.form.texData_Auto_Increase[2], "0099");
-    choose_option(bench.shell, bench.form.optData_Auto_Increase[AutoIncrease::bcd]);
-    set_checked(bench.shell, bench.form.cheData_Auto_Increase, true);
+    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), true);
+    type_text(bench.shell, bench.form.text_box("texData_Auto_Increase", 0), "11");
+    type_text(bench.shell, bench.form.text_box("texData_Auto_Increase", 1), "2");
+    type_text(bench.shell, bench.form.text_box("texData_Auto_Increase", 2), "0099");
+    choose_option(bench.shell, bench.form.option("optData_Auto_Increase", AutoIncrease::bcd));
+    set_checked(bench.shell, bench.form.check_box("cheData_Auto_Increase"), true);
     const auto data = static_cast<std::size_t>(bench.shell.selected.eeprom_first);
 
     bench.download();
     EXPECT_EQ(bench.flash(0x200, 0x203), (std::vector<std::uint8_t>{0, 0, 0, 41}));
     EXPECT_EQ(bench.flash(data + 0x10, data + 0x11), (std::vector<std::uint8_t>{0x00, 0x99}));
-    EXPECT_EQ(bench.form.texData_Auto_Increase[2].text(), "0100");
-    EXPECT_EQ(bench.form.texAuto_Increase[2].text(), "00000000042");
-    EXPECT_TRUE(bench.form.cheData_Auto_Increase.enabled());
-    EXPECT_FALSE(bench.form.texData_Auto_Increase[0].enabled()) << "the number is still on";
+    EXPECT_EQ(bench.form.text_box("texData_Auto_Increase", 2).text(), "0100");
+    EXPECT_EQ(bench.form.text_box("texAuto_Increase", 2).text(), "00000000042");
+    EXPECT_TRUE(bench.form.check_box("cheData_Auto_Increase").enabled());
+    EXPECT_FALSE(bench.form.text_box("texData_Auto_Increase", 0).enabled()) << "the number is still on";
 }
 
 TEST(SerialNumbers, TheReloadBeforeADownloadSwitchesThemOff)
@@ -134,23 +134,23 @@ TEST(SerialNumbers, TheReloadBeforeADownloadSwitchesThemOff)
     const auto bytes = Bench::pattern(0x300, 3);
     std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), 0x300);
     take_path(bench.shell, BufferKind::code, path);
-    bench.form.cekReloadFile.set_value(true);
+    bench.form.check_box("cekReloadFile").set_value(true);
     bench.download();
     std::remove(path.c_str());
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.flash(0, 0x2FF), bytes);
-    EXPECT_FALSE(bench.form.cheAuto_Increase.value());
+    EXPECT_FALSE(bench.form.check_box("cheAuto_Increase").value());
     EXPECT_EQ(bench.stored_next(), "41");
 }
 
 TEST(SerialNumbers, ACheckedOneThatFailedItsCheckStampsNothing)
 {
     NumberedLine bench("Juniper-8");
-    set_checked(bench.shell, bench.form.cheAuto_Increase, false);
+    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), false);
     bench.open_code(Bench::pattern(0x300, 4));
     const auto file = bench.code(0, 0x2FF);
-    type_text(bench.shell, bench.form.texAuto_Increase[0], "FFFFF");
-    set_checked(bench.shell, bench.form.cheAuto_Increase, true);
+    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 0), "FFFFF");
+    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), true);
     bench.download();
     EXPECT_EQ(bench.flash(0, 0x2FF), file);
     EXPECT_EQ(bench.stored_next(), "41");
@@ -160,10 +160,10 @@ TEST(SerialNumbers, ACheckedOneThatFailedItsCheckStampsNothing)
 TEST(SerialNumbers, OneThatDoesNotFitIsToldBeforeEachDownload)
 {
     NumberedLine bench("Juniper-8");
-    set_checked(bench.shell, bench.form.cheAuto_Increase, false);
-    type_text(bench.shell, bench.form.texAuto_Increase[1], "1");
-    type_text(bench.shell, bench.form.texAuto_Increase[2], "256");
-    set_checked(bench.shell, bench.form.cheAuto_Increase, true);
+    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), false);
+    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 1), "1");
+    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 2), "256");
+    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), true);
     EXPECT_EQ(bench.dialogs.shown.size(), 1U);
     bench.press_download();
     bench.press_stop_after_ms(1000);
@@ -176,10 +176,10 @@ TEST(SerialNumbers, OneThatDoesNotFitIsToldBeforeEachDownload)
 TEST(SerialNumbers, ThatHaveRunOutEndTheLineAfterTheLastGoodChip)
 {
     NumberedLine bench("Juniper-8");
-    set_checked(bench.shell, bench.form.cheAuto_Increase, false);
-    type_text(bench.shell, bench.form.texAuto_Increase[1], "1");
-    type_text(bench.shell, bench.form.texAuto_Increase[2], "254");
-    set_checked(bench.shell, bench.form.cheAuto_Increase, true);
+    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), false);
+    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 1), "1");
+    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 2), "254");
+    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), true);
     bench.dialogs.replies = {Reply::ok};
     bench.press_download(1);
     bench.power_up_after_ms(300);
@@ -194,7 +194,7 @@ TEST(SerialNumbers, ThatHaveRunOutEndTheLineAfterTheLastGoodChip)
     ASSERT_EQ(bench.dialogs.shown.size(), 1U);
     EXPECT_EQ(bench.dialogs.shown[0].box.text, "The number of bytes is too small.");
     EXPECT_TRUE(bench.buttons_are_free());
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
 }
 
 TEST(SerialNumbers, ThatHaveRunOutStartNoDownload)
@@ -209,21 +209,21 @@ TEST(SerialNumbers, ThatHaveRunOutStartNoDownload)
     EXPECT_EQ(bench.chip.frame_count(), 0);
     EXPECT_EQ(bench.count(), 0);
     EXPECT_TRUE(bench.buttons_are_free());
-    EXPECT_EQ(bench.shell.job.panel_state, 0);
+    EXPECT_EQ(panel_state(bench.shell), 0);
 }
 
 TEST(SerialNumbers, BehindTheEndOfTheFileAreNotWrittenAndTheReportSaysSo)
 {
     Bench bench("Juniper-8");
     bench.open_code(Bench::pattern(0x300));
-    type_text(bench.shell, bench.form.texAuto_Increase[0], "1203");
-    type_text(bench.shell, bench.form.texAuto_Increase[1], "4");
-    type_text(bench.shell, bench.form.texAuto_Increase[2], "77");
-    choose_option(bench.shell, bench.form.optAuto_Increase[AutoIncrease::hex]);
-    set_checked(bench.shell, bench.form.cheAuto_Increase, true);
+    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 0), "1203");
+    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 1), "4");
+    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 2), "77");
+    choose_option(bench.shell, bench.form.option("optAuto_Increase", AutoIncrease::hex));
+    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), true);
     ASSERT_TRUE(bench.shell.code_increase.valid);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_NE(bench.flash(0x1200, 0x1203), (std::vector<std::uint8_t>{0, 0, 0, 77}));
     EXPECT_EQ(bench.times_said("lies outside of what a download writes, and was not programmed."), 1);
 }
@@ -232,7 +232,7 @@ TEST(SerialNumbers, InsideTheFileNeedNoSuchNote)
 {
     NumberedLine bench("Juniper-8");
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_FALSE(bench.report_says("was not programmed"));
 }
 
@@ -242,17 +242,17 @@ TEST(SerialNumbers, BehindTheEndOfTheFileAreWrittenWhereTheWholeAreaIs)
     Bench bench("Juniper-32Q");
     bench.open_code(Bench::pattern(0x300));
     bench.open_data(Bench::pattern(0x40));
-    type_text(bench.shell, bench.form.texAuto_Increase[0], "1203");
-    type_text(bench.shell, bench.form.texAuto_Increase[1], "4");
-    type_text(bench.shell, bench.form.texAuto_Increase[2], "77");
-    choose_option(bench.shell, bench.form.optAuto_Increase[AutoIncrease::hex]);
-    set_checked(bench.shell, bench.form.cheAuto_Increase, true);
-    type_text(bench.shell, bench.form.texData_Auto_Increase[0], "3");
-    type_text(bench.shell, bench.form.texData_Auto_Increase[1], "4");
-    type_text(bench.shell, bench.form.texData_Auto_Increase[2], "5");
-    set_checked(bench.shell, bench.form.cheData_Auto_Increase, true);
+    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 0), "1203");
+    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 1), "4");
+    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 2), "77");
+    choose_option(bench.shell, bench.form.option("optAuto_Increase", AutoIncrease::hex));
+    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), true);
+    type_text(bench.shell, bench.form.text_box("texData_Auto_Increase", 0), "3");
+    type_text(bench.shell, bench.form.text_box("texData_Auto_Increase", 1), "4");
+    type_text(bench.shell, bench.form.text_box("texData_Auto_Increase", 2), "5");
+    set_checked(bench.shell, bench.form.check_box("cheData_Auto_Increase"), true);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.flash(0x1200, 0x1203), (std::vector<std::uint8_t>{0, 0, 0, 77}));
     EXPECT_FALSE(bench.report_says("was not programmed"));
 }
@@ -261,12 +261,12 @@ TEST(SerialNumbers, OfAnEepromFileThatIsNotOpenAreNamedToo)
 {
     Bench bench("Juniper-32Q");
     bench.open_code(Bench::pattern(0x300));
-    type_text(bench.shell, bench.form.texData_Auto_Increase[0], "3");
-    type_text(bench.shell, bench.form.texData_Auto_Increase[1], "4");
-    type_text(bench.shell, bench.form.texData_Auto_Increase[2], "5");
-    set_checked(bench.shell, bench.form.cheData_Auto_Increase, true);
+    type_text(bench.shell, bench.form.text_box("texData_Auto_Increase", 0), "3");
+    type_text(bench.shell, bench.form.text_box("texData_Auto_Increase", 1), "4");
+    type_text(bench.shell, bench.form.text_box("texData_Auto_Increase", 2), "5");
+    set_checked(bench.shell, bench.form.check_box("cheData_Auto_Increase"), true);
     ASSERT_TRUE(bench.shell.data_increase.valid);
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_TRUE(bench.report_says("was not programmed"));
 }

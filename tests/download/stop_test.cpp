@@ -12,18 +12,17 @@ protected:
     {
         Bench bench(model, english);
         bench.open_code(Bench::pattern(0x500));
-        bench.form.optBeepNo.set_value(true);
+        bench.form.option("optBeepNo").set_value(true);
         bench.press_download();
         bench.power_up_after_ms(200);
         bench.press_stop_after_ms(GetParam());
         bench.run_until_idle();
         const bool said = bench.report_says("Program OK");
-        EXPECT_EQ(bench.shell.job.succeeded, said);
+        EXPECT_EQ(bench.shell.succeeded, said);
         EXPECT_EQ(bench.count(), said ? 1 : 0);
         EXPECT_TRUE(!said || bench.chip_holds_the_code());
         EXPECT_TRUE(bench.buttons_are_free());
-        EXPECT_EQ(bench.shell.job.panel_state, 0);
-        EXPECT_FALSE(bench.shell.Timer9.enabled());
+        EXPECT_EQ(panel_state(bench.shell), 0);
         EXPECT_LE(bench.times_said("Operation stopped. ") + bench.times_said("操作被停止."), 2);
         bench.expect_a_clean_next_download();
     }
@@ -46,7 +45,7 @@ TEST(Stop, InTheWaitForPowerIsToldWithOneBeep)
     bench.press_stop_after_ms(1000);
     bench.run_until_idle();
     bench.expect_failed_honestly();
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with("\nOperation stopped. "));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\nOperation stopped. "));
     EXPECT_EQ(bench.dialogs.beeps, 1);
     EXPECT_LT(bench.loop.now_us(), 1'200'000) << "at the next pair of sync bytes, and the beep";
 }
@@ -58,7 +57,7 @@ TEST(Stop, InTheWaitForPowerIsToldInBothLanguagesAtOnceInChinese)
     bench.press_download();
     bench.press_stop_after_ms(1000);
     bench.run_until_idle();
-    EXPECT_TRUE(bench.form.textMsg.text().ends_with("\nOperation stopped. / 操作被停止."));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\nOperation stopped. / 操作被停止."));
 }
 
 TEST(Stop, InTheNegotiationIsToldWithOneBeep)

@@ -138,20 +138,21 @@ inline const std::map<std::string, std::set<std::string>>& rooms_below()
     static const std::map<std::string, std::set<std::string>> below = [] {
         std::map<std::string, std::set<std::string>> rooms;
         std::set<std::string> so_far;
-        for (const char* room : {"platform", "report", "form", "catalog", "options", "image", "link"}) {
+        for (const char* room : {"platform", "report", "catalog", "options", "image", "session"}) {
             so_far.insert(room);
             rooms[room] = so_far;
         }
-        for (const char* room : {"board", "inapp", "terminal", "monitor"}) { // side by side, on the link
-            rooms[room] = rooms["link"];
+        for (const char* room : {"link", "board", "inapp", "terminal", "monitor"}) { // side by side, on a session
+            rooms[room] = rooms["session"];
             rooms[room].insert(room);
         }
-        so_far.insert({"board", "inapp", "terminal", "monitor"});
-        rooms["form"] = so_far; // holds the state of the rooms above until they hold their own
+        so_far.insert({"link", "board", "inapp", "terminal", "monitor", "form"});
+        rooms["options"].erase("form"); // works on plain values
         for (const char* room : {"shell", "window"}) {
             so_far.insert(room);
             rooms[room] = so_far;
         }
+        rooms["form"] = {"platform", "form"}; // controls: plain data beside the engine
         rooms["host"] = {"platform", "host"};
         rooms["sim"] = {"platform", "sim"};
         return rooms;

@@ -1,19 +1,19 @@
-// A main object with a selected model and no window: what the tests of the buffers and files work on.
+// What the tests of the images have in common: models, made-up files, boxes that are written down, and a load.
 #pragma once
 
 #include "catalog/isp_start.h"
 #include "catalog/ranges.h"
 #include "catalog/rows.h"
-#include "form/shell.h"
-#include "image/buffers.h"
-#include "platform/scripted_dialogs.h"
-#include "sim/virtual_loop.h"
+#include "image/load.h"
+#include "platform/text_number.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <deque>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -59,56 +59,93 @@ inline const std::string end_line = ":00000001FF\n";
 
 inline std::string fixture(std::string_view name) { return std::string{TEST_DATA} + "/" + std::string{name}; }
 
-struct NoPorts final : vrk::PortDriver {
-    std::vector<vrk::PortInfo> list() override { return {}; }
-    std::unique_ptr<vrk::SerialPort> make(const std::string&) override { return nullptr; }
-};
-
-// The loop that a test wants, and all else that stands outside the program.
-template <typename Loop> struct BenchOn {
-    explicit BenchOn(std::string_view model_name)
-    {
-        std::filesystem::create_directories(folder);
-        shell.loader.application_dir = folder;
-        select(model_name);
-        vrk::clear_buffer(shell, 0, shell.code_buffer);
-        vrk::clear_buffer(shell, 0, shell.data_buffer);
-    }
-    ~BenchOn()
+// A folder of its own for the files of a test.
+struct Folder {
+    Folder() { std::filesystem::create_directories(path); }
+    ~Folder()
     {
         std::error_code fault;
-        std::filesystem::remove_all(folder, fault);
+        std::filesystem::remove_all(path, fault);
     }
-    BenchOn(const BenchOn&) = delete;
-    BenchOn& operator=(const BenchOn&) = delete;
-
-    void select(std::string_view name)
-    {
-        shell.selected = model(name);
-        form.LabISP_reange[1].set_caption(vrk::four_hex_digits(vrk::derive_isp_start(shell.selected).shown_last));
-    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
 
     std::string file(std::string_view name, std::string_view contents) const
     {
-        const std::string path = folder + "/" + std::string{name};
-        std::ofstream{path, std::ios::binary} << contents;
-        return path;
+        std::string file_path = path + "/" + std::string{name};
+        std::ofstream{file_path, std::ios::binary} << contents;
+        return file_path;
     }
 
-    const std::string& box_text(std::size_t n) { return dialogs.shown.at(n).box.text; }
-    const std::string& box_title(std::size_t n) { return dialogs.shown.at(n).box.title; }
-
-    const std::string folder = std::filesystem::temp_directory_path().string() + "/vrk_image_" +
+    const std::string path = std::filesystem::temp_directory_path().string() + "/vrk_image_" +
         std::to_string(::getpid()) + "_" + ::testing::UnitTest::GetInstance()->current_test_info()->name();
-    Loop loop;
-    NoPorts ports;
-    vrk::ScriptedDialogs dialogs;
-    vrk::MemoryStore settings;
-    vrk::Shell shell{vrk::Platform{loop, ports, dialogs, settings}};
-    vrk::MainForm& form = shell.form;
-    vrk::FileBuffer& code = shell.code_buffer;
-    vrk::FileBuffer& data = shell.data_buffer;
 };
-using Bench = BenchOn<sim::VirtualLoop>;
+
+// Boxes as they came, answered from a queue; No once it is empty.
+struct WrittenBoxes final : vrk::Boxes {
+    struct Box {
+        vrk::Line text;
+        vrk::Line title;
+        bool is_question;
+    };
+    std::vector<Box> shown;
+    std::deque<bool> answers;
+    std::function<void()> act; // while a box is open
+
+    void show_box(const vrk::Line& text, const vrk::Line& title) override { show({text, title, false}); }
+    bool ask(const vrk::Line& question, const vrk::Line& title) override
+    {
+        show({question, title, true});
+        if (answers.empty())
+            return false;
+        const bool yes = answers.front();
+        answers.pop_front();
+        return yes;
+    }
+
+private:
+    void show(Box box)
+    {
+        shown.push_back(std::move(box));
+        if (act)
+            act();
+    }
+};
+
+// A buffer, a selected model, and a hand that opens files one after the other. A load that is done is taken over.
+struct LoadBench : Folder {
+    explicit LoadBench(std::string_view model_name, vrk::BufferKind kind = vrk::BufferKind::code)
+        : record(model(model_name))
+        , buffer(kind)
+    {
+    }
+
+    vrk::LoadEnd load(const std::string& file_path)
+    {
+        const vrk::ImageFile file = vrk::read_image_file(file_path, buffer.data.size());
+        const std::int32_t shown_ap_last = vrk::derive_isp_start(record).shown_last & 0xFFFF;
+        vrk::Loaded loaded =
+            vrk::load_image(buffer, file, {record, shown_ap_last, file_open}, boxes, [this] { return wanted(); });
+        if (loaded.end == vrk::LoadEnd::done) {
+            buffer = loaded.buffer;
+            file_open = true;
+            checksum = loaded.checksum;
+            checksum_beside_code = loaded.checksum_beside_code;
+            reports = loaded.reports;
+        }
+        return loaded.end;
+    }
+
+    vrk::McuRecord record;
+    vrk::FileBuffer buffer;
+    bool file_open = false;
+    WrittenBoxes boxes;
+    std::function<bool()> wanted = [] { return true; };
+
+    // Of the last load that was done.
+    std::string checksum;
+    bool checksum_beside_code = false;
+    std::vector<vrk::RangeReport> reports;
+};
 
 } // namespace image_test

@@ -1,42 +1,41 @@
 #include "image/bin_loader.h"
 
 #include "image/bench.h"
-#include "image/file_loader.h"
+#include "image/range_messages.h"
 
 using namespace vrk;
-using image_test::Bench;
 using image_test::fixture;
+using image_test::LoadBench;
 
 TEST(BinLoader, AnEmptyFileReachesTo511)
 {
-    Bench bench{"Juniper-60"};
-    EXPECT_TRUE(load_file(bench.shell, fixture("empty.bin"), bench.code));
-    EXPECT_EQ(bench.code.high, 511);
-    EXPECT_EQ(bench.code.checksum, 0);
-    EXPECT_TRUE(bench.shell.file_loaded);
+    LoadBench bench{"Juniper-60"};
+    EXPECT_EQ(bench.load(fixture("empty.bin")), LoadEnd::done);
+    EXPECT_EQ(bench.buffer.high, 511);
+    EXPECT_EQ(bench.buffer.checksum, 0);
 }
 
 TEST(BinLoader, BytesStandFromTheStartAddressOn)
 {
-    Bench bench{"Juniper-60"};
-    bench.form.txtAP_FileStart.set_text("1000");
-    load_file(bench.shell, fixture("hundred_bytes.bin"), bench.code);
-    EXPECT_EQ(bench.code.data[0x0FFF], 0);
-    EXPECT_EQ(bench.code.data[0x1000], 1);
-    EXPECT_EQ(bench.code.data[0x1063], 100);
-    EXPECT_EQ(bench.code.low, 0x1000);
-    EXPECT_EQ(bench.code.high, 0x1063);
-    EXPECT_EQ(bench.code.checksum, 5050) << "the read that finds the end adds nothing";
-    EXPECT_EQ(bench.form.txtFileCheckSum.text(), "00013BAH       ");
+    LoadBench bench{"Juniper-60"};
+    bench.buffer.start = 0x1000;
+    bench.load(fixture("hundred_bytes.bin"));
+    EXPECT_EQ(bench.buffer.data[0x0FFF], 0);
+    EXPECT_EQ(bench.buffer.data[0x1000], 1);
+    EXPECT_EQ(bench.buffer.data[0x1063], 100);
+    EXPECT_EQ(bench.buffer.low, 0x1000);
+    EXPECT_EQ(bench.buffer.high, 0x1063);
+    EXPECT_EQ(bench.buffer.checksum, 5050) << "the read that finds the end adds nothing";
+    EXPECT_EQ(bench.checksum, "00013BAH       ");
 }
 
 TEST(BinLoader, AStartOf8000IsCorrectedToThatAddress)
 {
-    Bench bench{"Juniper-60"};
-    bench.form.txtAP_FileStart.set_text("8000");
-    load_file(bench.shell, fixture("hundred_bytes.bin"), bench.code);
-    EXPECT_EQ(bench.code.low, 0x8000);
-    EXPECT_EQ(bench.code.data[0x8000], 1);
+    LoadBench bench{"Juniper-60"};
+    bench.buffer.start = -0x8000; // as four digits come out
+    bench.load(fixture("hundred_bytes.bin"));
+    EXPECT_EQ(bench.buffer.low, 0x8000);
+    EXPECT_EQ(bench.buffer.data[0x8000], 1);
 }
 
 TEST(BinLoader, AFileOf512BytesEndsAt511AndOneMoreByteAt512)
@@ -72,32 +71,32 @@ TEST(BinLoader, ABaseAboveTheImageStoresNothing)
 
 TEST(BinLoader, ACodeFileMayRunToTheTopOfTheArray)
 {
-    Bench bench{"Alder-64"}; // 10000 to 11FFF are its boot area: no limit stops a binary file there
-    load_file(bench.shell, bench.file("long.bin", std::string(0x12001, '\x01')), bench.code);
-    EXPECT_EQ(bench.code.data[0x12000], 1);
-    EXPECT_EQ(bench.code.checksum, 0x12001);
+    LoadBench bench{"Alder-64"}; // 10000 to 11FFF are its boot area: no limit stops a binary file there
+    bench.load(bench.file("long.bin", std::string(0x12001, '\x01')));
+    EXPECT_EQ(bench.buffer.data[0x12000], 1);
+    EXPECT_EQ(bench.buffer.checksum, 0x12001);
 }
 
 TEST(BinLoader, ALongerFileThanTheArrayIsReadNoFurtherThanItsTop)
 {
-    Bench bench{"Juniper-60Q"};
-    load_file(bench.shell, bench.file("huge.bin", std::string(200'000, '\x01')), bench.data);
-    EXPECT_EQ(bench.data.checksum, 0x10002) << "all that fits, and the one byte that did not";
-    EXPECT_EQ(bench.data.high, 0x3FF);
+    LoadBench bench{"Juniper-60Q", BufferKind::data};
+    bench.load(bench.file("huge.bin", std::string(200'000, '\x01')));
+    EXPECT_EQ(bench.buffer.checksum, 0x10002) << "all that fits, and the one byte that did not";
+    EXPECT_EQ(bench.buffer.high, 0x3FF);
 }
 
 TEST(BinLoader, ABinaryEepromFileKeepsTheBlanksBehindTheH)
 {
-    Bench bench{"Juniper-60Q"};
-    load_file(bench.shell, fixture("hundred_bytes.bin"), bench.data);
-    EXPECT_EQ(bench.form.txtDataFileCheckSum.text(), "00013BAH       ");
+    LoadBench bench{"Juniper-60Q", BufferKind::data};
+    bench.load(fixture("hundred_bytes.bin"));
+    EXPECT_EQ(bench.checksum, "00013BAH       ");
 }
 
 TEST(BinLoader, ItsRangeMessagesBearItsTitle)
 {
-    Bench bench{"Juniper-60Q"};
-    load_file(bench.shell, bench.file("long.bin", std::string(0xF001, 'x')), bench.code);
-    ASSERT_EQ(bench.dialogs.shown.size(), 1U);
-    EXPECT_EQ(bench.box_title(0), "Open BIN file");
-    EXPECT_EQ(bench.code.high, 0xEFFF);
+    LoadBench bench{"Juniper-60Q"};
+    bench.load(bench.file("long.bin", std::string(0xF001, 'x')));
+    ASSERT_EQ(bench.reports.size(), 1U);
+    EXPECT_STREQ(range_title(bench.reports[0], FileKind::bin), "Open BIN file");
+    EXPECT_EQ(bench.buffer.high, 0xEFFF);
 }

@@ -1,10 +1,8 @@
 #include "image/download_plan.h"
 
 #include "image/bench.h"
-#include "image/file_loader.h"
 
 using namespace vrk;
-using image_test::Bench;
 using image_test::model;
 
 namespace {
@@ -126,28 +124,4 @@ TEST(DownloadPlan, FirmwareDoesNotEraseWhenAnyOfItsConditionsFails)
     EXPECT_FALSE(build_download_plan(14336, chip(14336, 0, 0), "C", 6.0, 5).plan.erase_by_firmware) << "chip is full";
     EXPECT_FALSE(build_download_plan(100, chip(14335, 0, 0), "C", 6.0, 5).plan.erase_by_firmware) << "small chip";
     EXPECT_FALSE(build_download_plan(100, chip(14336, 0, 0), "C", 6.0, 0).plan.erase_by_firmware) << "older order";
-}
-
-TEST(DownloadPlan, TheFormsPlanTakesTheConnectedChipAndTheWholeSpanOfTheCodeBuffer)
-{
-    Bench bench{"Juniper-60Q"};
-    load_file(bench.shell, bench.file("long.bin", std::string(0x3000, 'x')), bench.code);
-    load_file(bench.shell, bench.file("short.bin", "y"), bench.code);
-    bench.shell.connected = model("Hazel-4R");
-    bench.shell.target.fw_letter = "D";
-    bench.shell.target.fw_version = "5.4";
-    EXPECT_TRUE(download_plan(bench.shell, 0));
-    EXPECT_EQ(bench.shell.plan.file_to, 0x2FFF);
-    EXPECT_EQ(bench.shell.plan.ap_to, 0x0FFF);
-    EXPECT_EQ(bench.shell.plan.data_to, 5119);
-}
-
-TEST(DownloadPlan, ANewPlanWithinTheFirmwaresReachDoesNotOverflow)
-{
-    Bench bench{"Juniper-60Q"};
-    bench.shell.connected = model("Juniper-60Q");
-    bench.shell.target.fw_letter = "G";
-    bench.shell.target.fw_version = "6.3";
-    EXPECT_FALSE(download_plan(bench.shell, 5));
-    EXPECT_TRUE(bench.shell.plan.erase_by_firmware);
 }

@@ -1,9 +1,8 @@
 // The firmware that comes with the tool is read as its compiler meant it.
 #include "image/bench.h"
-#include "image/file_loader.h"
 
 using namespace vrk;
-using image_test::Bench;
+using image_test::LoadBench;
 
 namespace {
 
@@ -16,33 +15,37 @@ std::string example(std::string_view name)
 
 TEST(Examples, EachFitsAJuniper60QWithoutAWord)
 {
-    Bench bench{"Juniper-60Q"};
-    EXPECT_TRUE(load_file(bench.shell, example("blink"), bench.code));
-    EXPECT_TRUE(load_file(bench.shell, example("chaser"), bench.code));
-    EXPECT_TRUE(load_file(bench.shell, example("terminal"), bench.code));
-    EXPECT_TRUE(load_file(bench.shell, example("atlas"), bench.code));
-    EXPECT_TRUE(bench.dialogs.shown.empty());
+    LoadBench bench{"Juniper-60Q"};
+    EXPECT_EQ(bench.load(example("blink")), LoadEnd::done);
+    EXPECT_TRUE(bench.reports.empty());
+    EXPECT_EQ(bench.load(example("chaser")), LoadEnd::done);
+    EXPECT_TRUE(bench.reports.empty());
+    EXPECT_EQ(bench.load(example("terminal")), LoadEnd::done);
+    EXPECT_TRUE(bench.reports.empty());
+    EXPECT_EQ(bench.load(example("atlas")), LoadEnd::done);
+    EXPECT_TRUE(bench.boxes.shown.empty());
+    EXPECT_TRUE(bench.reports.empty());
 }
 
 TEST(Examples, BlinkIsShorterThanTheLeastLength)
 {
-    Bench bench{"Juniper-60Q"};
-    load_file(bench.shell, example("blink"), bench.code);
-    EXPECT_EQ(bench.code.high, 511);
-    EXPECT_EQ(bench.code.data[0], 0x02) << "a long jump at reset";
+    LoadBench bench{"Juniper-60Q"};
+    bench.load(example("blink"));
+    EXPECT_EQ(bench.buffer.high, 511);
+    EXPECT_EQ(bench.buffer.data[0], 0x02) << "a long jump at reset";
 }
 
 TEST(Examples, TerminalHoldsItsGreeting)
 {
-    Bench bench{"Juniper-60Q"};
-    load_file(bench.shell, example("terminal"), bench.code);
-    const std::string image(bench.code.data.begin(), bench.code.data.end());
+    LoadBench bench{"Juniper-60Q"};
+    bench.load(example("terminal"));
+    const std::string image(bench.buffer.data.begin(), bench.buffer.data.end());
     EXPECT_NE(image.find("Bench monitor. Type HELP and press Enter."), std::string::npos);
 }
 
 TEST(Examples, AtlasReachesAbove32KB)
 {
-    Bench bench{"Juniper-60Q"};
-    load_file(bench.shell, example("atlas"), bench.code);
-    EXPECT_GT(bench.code.high, 0x8000);
+    LoadBench bench{"Juniper-60Q"};
+    bench.load(example("atlas"));
+    EXPECT_GT(bench.buffer.high, 0x8000);
 }

@@ -15,8 +15,8 @@ const RangeReport cut_without_data_flash{RangeRule::cut, {Finding::cut}, {}, tru
 RangeReport flat(std::vector<Finding> findings) { return {RangeRule::flat, std::move(findings), gap, false}; }
 RangeReport boot_area(std::vector<Finding> findings) { return {RangeRule::boot_area, std::move(findings), {}, false}; }
 
-std::string zh(const RangeReport& report, FileKind file = FileKind::hex) { return range_message(report, file, false); }
-std::string en(const RangeReport& report, FileKind file = FileKind::hex) { return range_message(report, file, true); }
+std::string zh(const RangeReport& report, FileKind file = FileKind::hex) { return range_message(report, file).zh; }
+std::string en(const RangeReport& report, FileKind file = FileKind::hex) { return range_message(report, file).en; }
 
 } // namespace
 
@@ -90,14 +90,14 @@ TEST(RangeMessages, BothFindingsOfTheBootAreaStandBelowEachOther)
 
 TEST(RangeMessages, TheTitleIsTheLoaders)
 {
-    EXPECT_EQ(range_title(flat({Finding::over_range}), FileKind::hex), "Open HEX file");
-    EXPECT_EQ(range_title(flat({Finding::over_range}), FileKind::bin), "Open BIN file");
-    EXPECT_EQ(range_title(cut, FileKind::hex), "Open HEX file");
-    EXPECT_EQ(range_title(cut, FileKind::bin), "Open BIN file");
+    EXPECT_STREQ(range_title(flat({Finding::over_range}), FileKind::hex), "Open HEX file");
+    EXPECT_STREQ(range_title(flat({Finding::over_range}), FileKind::bin), "Open BIN file");
+    EXPECT_STREQ(range_title(cut, FileKind::hex), "Open HEX file");
+    EXPECT_STREQ(range_title(cut, FileKind::bin), "Open BIN file");
 }
 
 TEST(RangeMessages, TheCutOfAModelWithoutDataFlashIsAlwaysTitledAsBinary)
 {
-    EXPECT_EQ(range_title(cut_without_data_flash, FileKind::hex), "Open BIN file");
-    EXPECT_EQ(range_title(cut_without_data_flash, FileKind::bin), "Open BIN file");
+    EXPECT_STREQ(range_title(cut_without_data_flash, FileKind::hex), "Open BIN file");
+    EXPECT_STREQ(range_title(cut_without_data_flash, FileKind::bin), "Open BIN file");
 }

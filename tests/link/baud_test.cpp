@@ -112,29 +112,29 @@ TEST(SpeedPairs, GiveTheSameBaudAtBothSpeeds)
 
 TEST(PauseByte, OfSeries1At2400BaudIs140)
 {
-    EXPECT_EQ(pause_byte(115200, "2400", 1, 11059200, false), 140);
+    EXPECT_EQ(pause_byte(115200, 2400, 1, 11059200, false), 140);
 }
 
 TEST(PauseByte, OfTheOtherSeriesFollowsTheHandshakeBaud)
 {
-    EXPECT_EQ(pause_byte(115200, "9600", 7, 11059200, false), 120);
-    EXPECT_EQ(pause_byte(115200, "4800", 7, 11059200, false), 80);
-    EXPECT_EQ(pause_byte(115200, "2400", 7, 11059200, false), 45);
-    EXPECT_EQ(pause_byte(115200, "1200", 7, 11059200, false), 40);
-    EXPECT_EQ(pause_byte(115200, "19200", 7, 11059200, false), 200);
+    EXPECT_EQ(pause_byte(115200, 9600, 7, 11059200, false), 120);
+    EXPECT_EQ(pause_byte(115200, 4800, 7, 11059200, false), 80);
+    EXPECT_EQ(pause_byte(115200, 2400, 7, 11059200, false), 45);
+    EXPECT_EQ(pause_byte(115200, 1200, 7, 11059200, false), 40);
+    EXPECT_EQ(pause_byte(115200, 19200, 7, 11059200, false), 200);
 }
 
 TEST(PauseByte, DoublesAbove68MegahertzAndEndsAt255)
 {
-    EXPECT_EQ(pause_byte(115200, "2400", 7, 68000001, false), 90);
-    EXPECT_EQ(pause_byte(115200, "9600", 7, 70000000, false), 240);
-    EXPECT_EQ(pause_byte(115200, "19200", 7, 70000000, false), 255);
+    EXPECT_EQ(pause_byte(115200, 2400, 7, 68000001, false), 90);
+    EXPECT_EQ(pause_byte(115200, 9600, 7, 70000000, false), 240);
+    EXPECT_EQ(pause_byte(115200, 19200, 7, 70000000, false), 255);
 }
 
 TEST(PauseByte, OfSeries1At1200HasAFigureOfItsOwnWhenTheBaudIsSet)
 {
-    EXPECT_EQ(pause_byte(115200, "1200", 1, 11059200, false), 80);
-    EXPECT_EQ(pause_byte(115200, "1200", 1, 11059200, true), 90);
+    EXPECT_EQ(pause_byte(115200, 1200, 1, 11059200, false), 80);
+    EXPECT_EQ(pause_byte(115200, 1200, 1, 11059200, true), 90);
 }
 
 TEST(WaitStates, FollowTheClockByFamily)
@@ -166,28 +166,28 @@ TEST(DelayCode, FallsWithTheClock)
 
 TEST(LeavingTime, IsLongerForTheTestThanForTheSetting)
 {
-    EXPECT_EQ(leaving_ms("2400", 7, false), 160);
-    EXPECT_EQ(leaving_ms("2400", 7, true), 60);
-    EXPECT_EQ(leaving_ms("57600", 7, false), 150);
-    EXPECT_EQ(leaving_ms("57600", 7, true), 120);
-    EXPECT_EQ(leaving_ms("4800", 1, false), 40);
-    EXPECT_EQ(leaving_ms("4800", 1, true), 20);
+    EXPECT_EQ(leaving_ms(2400, 7, false), 160);
+    EXPECT_EQ(leaving_ms(2400, 7, true), 60);
+    EXPECT_EQ(leaving_ms(57600, 7, false), 150);
+    EXPECT_EQ(leaving_ms(57600, 7, true), 120);
+    EXPECT_EQ(leaving_ms(4800, 1, false), 40);
+    EXPECT_EQ(leaving_ms(4800, 1, true), 20);
 }
 
 TEST(MeasuredClock, OfNoCountsAt9600IsSixTimesTheFactor)
 {
-    EXPECT_EQ(measured_clock_hz(0, "9600", false), 6 * 2068);
+    EXPECT_EQ(measured_clock_hz(0, 9600, false), 6 * 2068);
 }
 
 TEST(MeasuredClock, ScalesTheCountsByTheBaud)
 {
-    EXPECT_EQ(measured_clock_hz(8 * 1000, "2400", false), (2000 + 6) * 2063);
-    EXPECT_EQ(measured_clock_hz(8 * 1000, "1200", false), (1000 + 6) * 2061);
+    EXPECT_EQ(measured_clock_hz(8 * 1000, 2400, false), (2000 + 6) * 2063);
+    EXPECT_EQ(measured_clock_hz(8 * 1000, 1200, false), (1000 + 6) * 2061);
 }
 
 TEST(MeasuredClock, OfAProbedConnectionHasAnotherRule)
 {
-    EXPECT_EQ(measured_clock_hz(22000, "2400", true), static_cast<float>(22145 * 500.5));
+    EXPECT_EQ(measured_clock_hz(22000, 2400, true), static_cast<float>(22145 * 500.5));
 }
 
 TEST(ReplyTimeout, GrowsWithASlowClock)

@@ -1,5 +1,5 @@
 #include "link/erase.h"
-#include "link/frame.h"
+#include "session/frame.h"
 #include "link/negotiate.h"
 #include "link/rc_test.h"
 

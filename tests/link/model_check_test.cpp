@@ -3,7 +3,8 @@
 
 #include "catalog/ranges.h"
 #include "catalog/rows.h"
-#include "hand_port.h"
+#include "session/hand_port.h"
+#include "written_report.h"
 
 #include <gtest/gtest.h>
 
@@ -11,34 +12,43 @@ using namespace vrk;
 
 namespace {
 
+const McuTable& all_models()
+{
+    static const McuTable table = [] {
+        McuTable filled;
+        load_mcu_tables(filled, false);
+        return filled;
+    }();
+    return table;
+}
+
+McuRecord record(const std::string& name)
+{
+    const auto found = locate_mcu_by_name(all_models(), name);
+    return found ? read_mcu_row(all_models(), found->series, found->row) : McuRecord{};
+}
+
+// A job for one model and a talk with a chip.
 struct Pair : HandLink {
     explicit Pair(const char* selected)
     {
-        load_mcu_tables(shell.mcu_table, false);
-        shell.selected = record(selected);
-        shell.beside = beside_record(shell.selected);
-        form.txtDevice.set_text(selected);
-        shell.language_is_english = true;
-        shell.file_loaded = true;
-    }
-    McuRecord record(const char* name) const
-    {
-        const auto found = locate_mcu_by_name(shell.mcu_table, name);
-        return found ? read_mcu_row(shell.mcu_table, found->series, found->row) : McuRecord{};
+        job.model = record(selected);
+        job.model_name = selected;
     }
     // A chip of this letter that reports this id, as the catalogue knows it.
     bool takes(char letter, const std::string& id)
     {
-        shell.target = TargetFacts{};
-        shell.target.fw_letter = std::string(1, letter);
-        shell.target.target_id_hi = id.substr(0, 2);
-        shell.target.target_id_lo = id.size() > 2 ? id.substr(2, 2) : "";
-        const FoundRow found = find_mcu_by_id(shell.mcu_table, id);
-        shell.target.target_name = found.name;
-        shell.target.identified = !found.name.empty();
-        shell.connected = shell.target.identified ? record(found.name.c_str()) : McuRecord{};
-        return model_matches(shell);
+        session.chip = ChipFacts{};
+        session.chip.fw_letter = std::string(1, letter);
+        session.chip.target_id_hi = id.substr(0, 2);
+        session.chip.target_id_lo = id.size() > 2 ? id.substr(2, 2) : "";
+        session.chip.target_name = find_mcu_by_id(all_models(), id).name;
+        session.identified = !session.chip.target_name.empty();
+        session.connected = session.identified ? record(session.chip.target_name) : McuRecord{};
+        return model_matches(session, job);
     }
+
+    Job job;
 };
 
 struct LetterCase {
@@ -57,11 +67,11 @@ TEST_P(EveryLetter, TakesItsOwnAndNoOther)
 {
     const LetterCase& row = GetParam();
     Pair pair(row.selected);
-    EXPECT_EQ(pair.shell.selected.mcu_id, row.id);
+    EXPECT_EQ(pair.job.model.mcu_id, row.id);
     EXPECT_TRUE(pair.takes(row.letter, row.id));
     EXPECT_FALSE(pair.takes(row.letter, row.other_id));
     Pair wrong_family(row.of_another_family);
-    EXPECT_FALSE(wrong_family.takes(row.letter, wrong_family.shell.selected.mcu_id));
+    EXPECT_FALSE(wrong_family.takes(row.letter, wrong_family.job.model.mcu_id));
 }
 
 // clang-format off
@@ -86,15 +96,15 @@ INSTANTIATE_TEST_SUITE_P(WithAnIdTest, EveryLetter, ::testing::Values(
 TEST(LetterL, TakesAnOakByItsId)
 {
     Pair pair("Oak-20V");
-    EXPECT_TRUE(pair.takes('L', pair.shell.selected.mcu_id));
+    EXPECT_TRUE(pair.takes('L', pair.job.model.mcu_id));
     EXPECT_FALSE(pair.takes('L', "D17E"));
 }
 
 TEST(LetterS, TakesAWillowByEitherId)
 {
     Pair pair("Willow-12R");
-    EXPECT_TRUE(pair.takes('S', pair.shell.selected.mcu_id));
-    pair.shell.selected.alt_id = "D4AB";
+    EXPECT_TRUE(pair.takes('S', pair.job.model.mcu_id));
+    pair.job.model.alt_id = "D4AB";
     EXPECT_TRUE(pair.takes('S', "D4AB"));
     EXPECT_FALSE(pair.takes('S', "D401"));
 }
@@ -102,7 +112,7 @@ TEST(LetterS, TakesAWillowByEitherId)
 TEST(LetterI, TakesNoOlderId)
 {
     Pair pair("Juniper-60Q");
-    pair.shell.selected.alt_id = "D1FE";
+    pair.job.model.alt_id = "D1FE";
     EXPECT_FALSE(pair.takes('I', "D1FE"));
     EXPECT_TRUE(pair.takes('I', "D17E"));
 }
@@ -110,13 +120,13 @@ TEST(LetterI, TakesNoOlderId)
 TEST(LettersJQAndR, TakeAnOlderId)
 {
     Pair larch("Larch-12V");
-    larch.shell.selected.alt_id = "D2AB";
+    larch.job.model.alt_id = "D2AB";
     EXPECT_TRUE(larch.takes('J', "D2AB"));
     Pair poplar("Poplar-4L");
-    poplar.shell.selected.alt_id = "F3FB";
+    poplar.job.model.alt_id = "F3FB";
     EXPECT_TRUE(poplar.takes('Q', "F3FB"));
     Pair holly("Holly-4");
-    holly.shell.selected.alt_id = "F3FB";
+    holly.job.model.alt_id = "F3FB";
     EXPECT_TRUE(holly.takes('R', "F3FB"));
 }
 
@@ -124,7 +134,7 @@ TEST(LetterZ, WantsSeries18)
 {
     Pair pair("Juniper-60Q");
     EXPECT_FALSE(pair.takes('Z', "D17E"));
-    pair.shell.selected.series = 18;
+    pair.job.model.series = 18;
     EXPECT_TRUE(pair.takes('Z', "D17E"));
 }
 
@@ -191,22 +201,23 @@ TEST(LetterWithoutARule, TakesAnything)
     EXPECT_TRUE(pair.takes('T', "FFFE"));
 }
 
-TEST(ModelCheck, TellsAMismatchAndClosesTheFile)
+TEST(ModelCheck, TellsAMismatchInTheReportAndInABox)
 {
     Pair pair("Juniper-60Q");
+    WrittenReport report;
     EXPECT_FALSE(pair.takes('I', "D17C"));
-    EXPECT_FALSE(model_check(pair.shell));
-    EXPECT_EQ(pair.dialogs.beeps, 3);
-    EXPECT_FALSE(pair.shell.file_loaded);
-    ASSERT_EQ(pair.dialogs.shown.size(), 1U);
-    EXPECT_EQ("\n" + pair.dialogs.shown[0].box.text, pair.form.textMsg.text());
+    EXPECT_EQ(model_check(pair.session, pair.job, report), Result::wrong_model);
+    EXPECT_EQ(report.beeps, 3);
+    ASSERT_EQ(report.boxes.size(), 1U);
+    EXPECT_EQ(report.boxes, report.lines);
 }
 
 TEST(ModelCheck, OfTheRightModelSaysNothing)
 {
     Pair pair("Juniper-60Q");
+    WrittenReport report;
     EXPECT_TRUE(pair.takes('I', "D17E"));
-    EXPECT_TRUE(model_check(pair.shell));
-    EXPECT_EQ(pair.form.textMsg.text(), "");
-    EXPECT_TRUE(pair.shell.file_loaded);
+    EXPECT_EQ(model_check(pair.session, pair.job, report), Result::good);
+    EXPECT_TRUE(report.lines.empty());
+    EXPECT_TRUE(report.boxes.empty());
 }

@@ -1,4 +1,4 @@
-// Frame 8D, byte by byte in each shell, and the rows that tell whether the chip has taken it.
+// Frame 8D, byte by byte in each form, and the rows that tell whether the chip has taken it.
 #include "link/option_commit.h"
 
 #include "options/codec.h"

@@ -1,6 +1,7 @@
-#include "options/panel_bench.h"
+#include "options/codec.h"
+#include "options/option_tables.h"
 
-#include "options/option_report.h"
+#include <gtest/gtest.h>
 
 #include <map>
 #include <random>
@@ -27,7 +28,7 @@ OptionTable table_in(bool english)
 // Bits by byte that some row of the page writes.
 std::vector<int> bits_of_rows(const OptionTable& table, OptionPage page)
 {
-    std::vector<int> bits(OptionState::rows, 0);
+    std::vector<int> bits(option_rows, 0);
     for (int row = 0; row <= page.last_row; ++row) {
         if (const auto code = parse_bit_code(table.cell(page.page, row, OptionColumn::bit_code)))
             bits[static_cast<std::size_t>(code->byte)] |= 1 << code->bit;
@@ -57,16 +58,17 @@ std::string round_trip_fault(OptionTable& table, std::int16_t series, const std:
 {
     const OptionPage page = option_page_of_series(series);
     const std::vector<int> touched = bits_of_rows(table, page);
-    OptionState options;
+    OptionImage image;
+    StatusBytes chip{};
     choose_rows(table, page, chosen);
-    reset_option_bytes(options, *option_group(series));
-    write_chosen_bits(options, table, page);
-    for (std::size_t i = 0; i < OptionState::rows; ++i) {
-        if (((options.option_bytes[i][0] ^ options.option_bytes[i][1]) & ~touched[i]) != 0)
+    reset_option_bytes(image, *option_group(series));
+    write_chosen_bits(image, chosen_rows(table, page));
+    for (std::size_t i = 0; i < chip.size(); ++i) {
+        if (((image.bytes[i][0] ^ image.bytes[i][1]) & ~touched[i]) != 0)
             return "byte " + std::to_string(i) + " has changed beside the bits of its rows";
-        options.status_bytes[i] = options.option_bytes[i][0];
+        chip[i] = image.bytes[i][0];
     }
-    decode_option_bytes(table, page, options);
+    decode_option_bytes(table, page, chip);
     for (const int row : chosen) {
         if (table.cell(page.page, row, OptionColumn::snapshot) != "1")
             return table.cell(page.page, row, OptionColumn::key) + " does not come back";
@@ -103,6 +105,19 @@ std::string fault_of_random_choices(bool english, const Family& family, std::uin
     return "";
 }
 
+OptionChoices choices_of(std::initializer_list<const char*> codes)
+{
+    OptionChoices choices;
+    for (const char* code : codes)
+        choices.chosen.push_back({"", *parse_bit_code(code)});
+    return choices;
+}
+
+int byte_of(std::int32_t series, const OptionChoices& choices, int row)
+{
+    return encode_options(series, choices).bytes[row][0];
+}
+
 } // namespace
 
 TEST(BitCodes, AreByteBitAndValue)
@@ -127,12 +142,11 @@ TEST(OptionCodec, BadCodeInATableChangesNoByte)
 {
     OptionTable table = table_in(true);
     table.set_cell(0, 2, OptionColumn::bit_code, "1731");
-    OptionState options;
     choose_rows(table, option_page_of_series(0), {2});
-    reset_option_bytes(options, OptionGroup::A);
-    write_chosen_bits(options, table, option_page_of_series(0));
-    for (const auto& row : options.option_bytes)
-        EXPECT_EQ(row[0], 255);
+    OptionChoices choices;
+    choices.chosen = chosen_rows(table, option_page_of_series(0));
+    for (const std::uint8_t byte : encode_options(0, choices).wanted())
+        EXPECT_EQ(byte, 255);
 }
 
 TEST(OptionCodec, EveryRowAloneComesBack)
@@ -153,76 +167,73 @@ TEST(OptionCodec, ThousandsOfRandomChoicesComeBack)
 
 TEST(StartValues, Are255ButForOneByteOfTheOlderFamilies)
 {
-    OptionState options;
-    reset_option_bytes(options, OptionGroup::B);
-    EXPECT_EQ(options.option_bytes[1][0], 253);
-    EXPECT_EQ(options.option_bytes[8][0], 255);
-    reset_option_bytes(options, OptionGroup::C);
-    EXPECT_EQ(options.option_bytes[1][0], 255);
-    EXPECT_EQ(options.option_bytes[8][0], 247);
-    EXPECT_EQ(options.option_bytes[3][2], 80);
-    reset_option_bytes(options, OptionGroup::D);
-    EXPECT_EQ(options.option_bytes[8][0], 247);
-    EXPECT_EQ(options.option_bytes[2][2], 53);
-    reset_option_bytes(options, OptionGroup::I);
-    EXPECT_EQ(options.option_bytes[0][0], 255);
-    EXPECT_EQ(options.option_bytes[0][2], 111);
+    OptionImage image;
+    reset_option_bytes(image, OptionGroup::B);
+    EXPECT_EQ(image.bytes[1][0], 253);
+    EXPECT_EQ(image.bytes[8][0], 255);
+    reset_option_bytes(image, OptionGroup::C);
+    EXPECT_EQ(image.bytes[1][0], 255);
+    EXPECT_EQ(image.bytes[8][0], 247);
+    EXPECT_EQ(image.bytes[3][2], 80);
+    reset_option_bytes(image, OptionGroup::D);
+    EXPECT_EQ(image.bytes[8][0], 247);
+    EXPECT_EQ(image.bytes[2][2], 53);
+    reset_option_bytes(image, OptionGroup::I);
+    EXPECT_EQ(image.bytes[0][0], 255);
+    EXPECT_EQ(image.bytes[0][2], 111);
 }
 
-TEST(OptionCodec, Family14HasNoTableAndChangesNothing)
+TEST(OptionCodec, Family14HasNoTableAndNoBytes)
 {
-    PanelBench bench;
-    bench.select_series(14);
-    bench.shell.options.option_bytes[1][0] = 0x5A;
-    build_option_bytes(bench.shell);
-    EXPECT_EQ(bench.byte(1), 0x5A);
-    EXPECT_EQ(find_key(bench.shell, "Clew"), -1);
+    EXPECT_FALSE(option_page_of_series(14).exists());
+    EXPECT_FALSE(option_group(14));
+    for (const std::uint8_t byte : encode_options(14, choices_of({"0100"})).wanted())
+        EXPECT_EQ(byte, 0);
 }
 
-TEST(OptionCodec, PanelAsItComesUpGivesItsDefaults)
+TEST(OptionCodec, ChosenRowsGoIntoTheirBitsAndNoOther)
 {
-    PanelBench bench("Juniper-60Q");
-    build_option_bytes(bench.shell);
-    EXPECT_EQ(bench.byte(0), 0xFF);
-    EXPECT_EQ(bench.byte(1), 0x7F); // the extra reset delay
-    EXPECT_EQ(bench.byte(2), 0xF7); // stops in idle; divider 256
-    EXPECT_EQ(bench.byte(8), 0xFF);
-    EXPECT_EQ(bench.byte(16), 0xFF);
+    const OptionChoices choices = choices_of({"0800", "0810", "0350", "0330"}); // of Hazel
+    EXPECT_EQ(byte_of(6, choices, 8), 0xF7 & ~3);
+    EXPECT_EQ(byte_of(6, choices, 3), 0xFF & ~0x28);
+    EXPECT_EQ(byte_of(6, choices, 2), 0xFF);
 }
 
-TEST(OptionCodec, ChosenButtonsOfThePanelGoIntoTheirBits)
+TEST(OptionCodec, NothingChosenLeavesTheStartValues)
 {
-    PanelBench bench("Hazel-1");
-    bench.choose("Option3", 1);
-    bench.choose("Option4", 0);
-    bench.choose("Option11", 0);
-    build_option_bytes(bench.shell);
-    EXPECT_EQ(bench.byte(8), 0xF7 & ~3); // pins must be 0/0, data flash cleared
-    EXPECT_EQ(bench.byte(3), 0xFF & ~0x28); // runs at power-up, stops in idle
-    EXPECT_TRUE(is_chosen(bench.shell, "Power_On_Run_WDT_YES"));
-    EXPECT_FALSE(is_chosen(bench.shell, "Power_On_Run_WDT_NO"));
+    EXPECT_EQ(byte_of(2, {}, 1), 253);
+    EXPECT_EQ(byte_of(3, {}, 8), 247);
+    EXPECT_EQ(byte_of(7, {}, 8), 255);
 }
 
-TEST(OptionCodec, SpeedChoiceOfTheOlderFamiliesIsASnapshot)
+TEST(OptionCodec, ChoicesTellWhichKeysTheyHold)
 {
-    PanelBench bench("Rowan-4", true);
-    build_option_bytes(bench.shell);
-    EXPECT_FALSE(is_chosen(bench.shell, "Double_speed_YES"));
-    bench.choose("Option0", 0);
-    build_option_bytes(bench.shell);
-    EXPECT_TRUE(is_chosen(bench.shell, "Double_speed_YES"));
-    EXPECT_EQ(bench.byte(1), 0xFC);
+    OptionTable table = table_in(true);
+    const OptionPage page = option_page_of_series(12);
+    choose_rows(table, page, {find_key(table, page.page, "Double_speed_YES")});
+    OptionChoices choices;
+    choices.chosen = chosen_rows(table, page);
+    EXPECT_TRUE(choices.holds("Double_speed_YES"));
+    EXPECT_FALSE(choices.holds("Double_speed_NO"));
+    EXPECT_EQ(byte_of(12, choices, 1), 0xFC);
 }
 
-TEST(OptionCodec, AllChoicesOfPage2LieInByte1)
+// The choices at low voltage stand under one pair of keys in two strips; by its key alone the second would be lost.
+TEST(OptionCodec, KeyThatStandsTwiceWritesTheBitOfItsRow)
 {
-    PanelBench bench("Rowan-4", false);
-    for (const char* button : {"Option0", "Option1", "Option4", "Option5", "Option10", "Option11"})
-        bench.choose(button, 0);
-    bench.choose("Option3", 1);
-    build_option_bytes(bench.shell);
-    EXPECT_EQ(bench.byte(1), 0x00);
-    EXPECT_EQ(bench.byte(8), 0xFF);
+    OptionTable table = table_in(false);
+    const OptionPage page = option_page_of_series(15);
+    const int first_no = find_key(table, page.page, "LVD_Reset_NO");
+    int second_yes = first_no + 1;
+    for (int row = first_no; row <= page.last_row; ++row) {
+        if (table.cell(page.page, row, OptionColumn::bit_code) == "0160")
+            second_yes = row;
+    }
+    choose_rows(table, page, {first_no, second_yes});
+    OptionChoices choices;
+    choices.chosen = chosen_rows(table, page);
+    ASSERT_EQ(choices.chosen.size(), 2U);
+    EXPECT_EQ(byte_of(15, choices, 1), 0xBD); // bit 7 set, bit 6 clear; the low three bits are the low voltage's
 }
 
 TEST(OptionCodec, WatchdogDividerIsAFieldOfItsByte)
@@ -235,70 +246,75 @@ TEST(OptionCodec, WatchdogDividerIsAFieldOfItsByte)
     EXPECT_EQ(watchdog_byte(10), 2);
     EXPECT_EQ(watchdog_byte(15), 4);
     EXPECT_EQ(watchdog_byte(2), -1);
-    PanelBench bench("Larch-8");
-    bench.form.comWDT_Prescalar[0].set_text("8");
-    build_option_bytes(bench.shell);
-    EXPECT_EQ(bench.byte(2) & 7, 2);
-    EXPECT_EQ(watchdog_divider(static_cast<std::int16_t>(bench.byte(2))), 8);
+    OptionChoices choices;
+    choices.watchdog_divider = "8";
+    EXPECT_EQ(byte_of(8, choices, 2), 0xFA);
+    EXPECT_EQ(watchdog_divider(0xFA), 8);
+    EXPECT_EQ(byte_of(3, choices, 3), 0xFA);
+    EXPECT_EQ(byte_of(2, choices, 3), 0xFF);
 }
 
 TEST(OptionCodec, WakeUpDividerIsAFieldOfByte3)
 {
-    PanelBench bench("Maple-5");
-    build_option_bytes(bench.shell);
-    EXPECT_EQ(bench.byte(3), 0xFF);
-    bench.form.comWDT_Prescalar[1].set_text("4096");
-    build_option_bytes(bench.shell);
-    EXPECT_EQ(bench.byte(3), 0xCF);
     EXPECT_EQ(rc30k_code("8192"), 1);
     EXPECT_EQ(rc30k_code("anything"), 3);
+    OptionChoices choices;
+    EXPECT_EQ(byte_of(9, choices, 3), 0xFF);
+    choices.rc30k_divider = "4096";
+    EXPECT_EQ(byte_of(9, choices, 3), 0xCF);
+    choices.rc30k_divider = "16384";
+    EXPECT_EQ(byte_of(9, choices, 3), 0xEF);
+}
+
+TEST(OptionCodec, DividersOfTheListsAreTheirCodes)
+{
+    const auto watchdog = watchdog_divider_items();
+    ASSERT_EQ(watchdog.size(), 8U);
+    EXPECT_EQ(watchdog_code(watchdog[0]), 0);
+    EXPECT_EQ(watchdog_code(watchdog[7]), 7);
+    EXPECT_EQ(watchdog.front(), "2");
+    EXPECT_EQ(watchdog.back(), "256");
+    const auto rc30k = rc30k_divider_items();
+    ASSERT_EQ(rc30k.size(), 4U);
+    EXPECT_EQ(rc30k_code(rc30k[2]), 2);
+    EXPECT_EQ(rc30k.front(), "4096");
+    EXPECT_EQ(rc30k.back(), "32768");
 }
 
 TEST(OptionCodec, Row16MovesAwayInTheSixteenByteFamilies)
 {
-    PanelBench bench("Willow-2");
-    build_option_bytes(bench.shell);
-    EXPECT_EQ(bench.byte(16), 255);
-    EXPECT_EQ(bench.shell.options.spare_row_16, 255);
+    const OptionImage image = encode_options(17, choices_of({"1600"}));
+    EXPECT_EQ(image.bytes[16][0], 255);
+    EXPECT_EQ(image.spare_row_16, 254);
+    EXPECT_EQ(byte_of(3, choices_of({"1600"}), 16), 254);
 }
 
-TEST(OptionCodec, BuildForgetsTheBuildBefore)
+TEST(OptionCodec, RcSettingGoesIntoTheBytesOfItsFamilies)
 {
-    PanelBench bench("Elm-8");
-    bench.choose("Option4", 0);
-    build_option_bytes(bench.shell);
-    EXPECT_EQ(bench.byte(16), 0xFE);
-    bench.choose("Option4", 1);
-    build_option_bytes(bench.shell);
-    EXPECT_EQ(bench.byte(16), 0xFF);
-}
-
-TEST(OptionCodec, RowsThatOnlyHoldAPlaceHaveNoSnapshotAndNoEffect)
-{
-    PanelBench bench("Elm-8");
-    bench.form.Option3[0].set_value(true);
-    snapshot_controls(bench.shell);
-    const int note = bench.row("Clear_EEPROM_Spite") + 1;
-    EXPECT_EQ(bench.shell.option_table.cell(4, note + 2, OptionColumn::key), "Clew");
-    EXPECT_EQ(bench.shell.option_table.cell(4, note + 2, OptionColumn::snapshot), "");
+    OptionChoices choices;
+    choices.rc = {2, 5, 0, 77};
+    EXPECT_EQ(byte_of(15, choices, 3), 2 * 64 + 48 + 5);
+    EXPECT_EQ(byte_of(15, choices, 4), 77);
+    EXPECT_EQ(byte_of(15, choices, 1), 0xFF);
+    EXPECT_EQ(byte_of(8, choices, 4), 0xFF);
 }
 
 TEST(OptionCodec, TeaksThreeWaysUseTwoBits)
 {
     OptionTable table;
     load_teak_table(table, false);
-    OptionState options;
+    OptionImage image;
     const OptionPage page{6, 52};
-    reset_option_bytes(options, OptionGroup::J);
+    reset_option_bytes(image, OptionGroup::J);
     choose_rows(table, page, {find_key(table, 6, "Clear_EEPROM_00H")});
-    write_chosen_bits(options, table, page);
-    EXPECT_EQ(options.option_bytes[8][0], 0xEF);
-    reset_option_bytes(options, OptionGroup::J);
+    write_chosen_bits(image, chosen_rows(table, page));
+    EXPECT_EQ(image.bytes[8][0], 0xEF);
+    reset_option_bytes(image, OptionGroup::J);
     choose_rows(table, page, {find_key(table, 6, "Clear_EEPROM_FFH")});
-    write_chosen_bits(options, table, page);
-    EXPECT_EQ(options.option_bytes[8][0], 0xFD);
+    write_chosen_bits(image, chosen_rows(table, page));
+    EXPECT_EQ(image.bytes[8][0], 0xFD);
     choose_rows(table, page, {find_key(table, 6, "Clear_EEPROM_Spite")});
-    options.option_bytes[8][0] = 0;
-    write_chosen_bits(options, table, page);
-    EXPECT_EQ(options.option_bytes[8][0], 0x10);
+    image.bytes[8][0] = 0;
+    write_chosen_bits(image, chosen_rows(table, page));
+    EXPECT_EQ(image.bytes[8][0], 0x10);
 }

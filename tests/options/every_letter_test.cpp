@@ -1,10 +1,10 @@
 // Every stepping letter with every length of the status frame: which byte goes into which row, and what the report then
 // says. The layouts are typed out here once more, so that the decoder does not judge itself.
-#include "options/panel_bench.h"
+#include "options/chip_bench.h"
 
-#include "options/option_report.h"
 #include "options/status_frame.h"
 
+#include <array>
 #include <random>
 
 using namespace vrk;
@@ -39,53 +39,27 @@ constexpr std::int16_t untouched = 0x33;
 
 std::string name_of(const ::testing::TestParamInfo<char>& info) { return std::string(1, info.param); }
 
-struct LetterBench : PanelBench {
-    LetterBench(char letter, const char* version, bool english = true)
-        : PanelBench("Juniper-60Q", english)
-    {
-        shell.target.fw_letter = std::string(1, letter);
-        shell.target.fw_version = version;
-        shell.target.target_name = "Juniper-60Q";
-        shell.target.identified = true;
-        shell.connected = shell.selected;
+// Decodes a frame whose byte n holds 100 + n, and compares all rows.
+void expect_rows(const std::string& letter, const Layout& layout, bool is_of_sixteen_rows, int length)
+{
+    std::array<std::uint8_t, 70> frame{};
+    for (std::size_t i = 0; i < frame.size(); ++i)
+        frame[i] = static_cast<std::uint8_t>(100 + i);
+    frame[2] = static_cast<std::uint8_t>(length);
+    StatusBytes rows;
+    rows.fill(untouched);
+    decode_status_frame(frame, StatusLayout::power_up, letter, layout.version, is_of_sixteen_rows, 0, rows);
+    for (std::size_t row = 0; row < 16; ++row) {
+        const int byte = layout.byte_of_row[row];
+        std::int16_t wanted = untouched;
+        if (byte != 0 && byte < length - 2)
+            wanted = static_cast<std::int16_t>(100 + byte);
+        else if (row == 0 && layout.row_0_is_255)
+            wanted = 255;
+        EXPECT_EQ(rows[row], wanted) << "letter " << letter << " version " << layout.version << " length " << length
+                                     << " row " << row;
     }
-
-    // Decodes a frame whose byte n holds 100 + n, and compares all rows.
-    void expect_rows(const Layout& layout, int length)
-    {
-        shell.link.rx_buffer[2] = static_cast<std::uint8_t>(length);
-        for (std::size_t i = 3; i < 70; ++i)
-            shell.link.rx_buffer[i] = static_cast<std::uint8_t>(100 + i);
-        for (std::int16_t& row : shell.options.status_bytes)
-            row = untouched;
-        decode_status_frame(shell, StatusLayout::power_up);
-        for (std::size_t row = 0; row < 16; ++row) {
-            const int byte = layout.byte_of_row[row];
-            std::int16_t wanted = untouched;
-            if (byte != 0 && byte < length - 2)
-                wanted = static_cast<std::int16_t>(100 + byte);
-            else if (row == 0 && layout.row_0_is_255)
-                wanted = 255;
-            EXPECT_EQ(shell.options.status_bytes[row], wanted)
-                << "letter " << shell.target.fw_letter << " version " << layout.version << " length " << length
-                << " row " << row;
-        }
-    }
-
-    // The report of the bytes as they stand, line by line.
-    std::vector<std::string> report()
-    {
-        form.textMsg.set_text("");
-        report_options(shell);
-        std::vector<std::string> lines;
-        const std::string& text = form.textMsg.text();
-        for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1)) {
-            const std::size_t end = text.find('\n', at + 1);
-            lines.push_back(text.substr(at + 1, end == std::string::npos ? end : end - at - 1));
-        }
-        return lines;
-    }
-};
+}
 
 class EveryLetter : public ::testing::TestWithParam<char> { };
 
@@ -96,18 +70,15 @@ TEST_P(EveryLetter, FillsItsRowsFromEveryLength)
     for (const Layout& layout : layouts) {
         if (std::string_view{layout.letters}.find(GetParam()) == std::string_view::npos)
             continue;
-        LetterBench bench(GetParam(), layout.version);
         for (const int length : lengths)
-            bench.expect_rows(layout, length);
+            expect_rows(std::string(1, GetParam()), layout, false, length);
     }
 }
 
 TEST_P(EveryLetter, FillsSixteenRowsInTheSixteenRowFamilies)
 {
-    LetterBench bench(GetParam(), sixteen_rows.version);
-    bench.shell.connected.series = 15;
     for (const int length : lengths)
-        bench.expect_rows(sixteen_rows, length);
+        expect_rows(std::string(1, GetParam()), sixteen_rows, true, length);
 }
 
 // Random bytes: each line of the report belongs to a row whose bit holds, and each such row with words of its own has
@@ -116,18 +87,16 @@ TEST_P(EveryLetter, ReportsTheRowsThatHold)
 {
     std::mt19937 random(static_cast<std::mt19937::result_type>(GetParam()));
     for (const bool english : {false, true}) {
-        LetterBench bench(GetParam(), "6.0", english);
+        ChipBench bench("Juniper-60Q", std::string(1, GetParam()).c_str(), english);
         for (int round = 0; round < 200; ++round) {
-            for (std::int16_t& row : bench.shell.options.status_bytes)
+            for (std::int16_t& row : bench.status.status_bytes)
                 row = static_cast<std::int16_t>(random() % 256);
-            const auto status = std::to_array(bench.shell.options.status_bytes);
-            const std::vector<std::string> said = bench.report();
-            const OptionPage page = option_page_of_letter(bench.shell.target.fw_letter);
+            const StatusBytes status = bench.status.status_bytes;
+            const std::vector<std::string> said = bench.lines();
+            const OptionPage page = option_page_of_letter(bench.status.fw_letter);
             std::vector<std::string> wanted;
             for (int row = 0; row <= page.last_row; ++row) {
-                const auto cell = [&](OptionColumn column) {
-                    return bench.shell.option_table.cell(page.page, row, column);
-                };
+                const auto cell = [&](OptionColumn column) { return bench.table.cell(page.page, row, column); };
                 const std::string code = cell(OptionColumn::bit_code);
                 const std::string words = cell(OptionColumn::report);
                 if (cell(OptionColumn::key) == "WDT_Prescalar" && !words.empty()) {
@@ -145,7 +114,7 @@ TEST_P(EveryLetter, ReportsTheRowsThatHold)
                 }
             }
             ASSERT_EQ(said, wanted);
-            ASSERT_EQ(std::to_array(bench.shell.options.status_bytes), status) << "a report changes no byte";
+            ASSERT_EQ(bench.status.status_bytes, status) << "a report changes no byte";
         }
     }
 }

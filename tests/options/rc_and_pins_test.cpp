@@ -1,156 +1,117 @@
-#include "options/panel_bench.h"
+#include "options/pins.h"
+#include "options/rc_setting.h"
+
+#include <gtest/gtest.h>
 
 using namespace vrk;
 
+namespace {
+
+// The bytes of a series, all bits set before the setting goes in.
+OptionImage image_of(std::int32_t series, const RcChoice& choice)
+{
+    OptionImage image;
+    for (auto& row : image.bytes)
+        row[0] = 0xFF;
+    write_rc_bytes(image, series, choice);
+    return image;
+}
+
+McuRecord model(std::int16_t series, const char* name)
+{
+    McuRecord record;
+    record.series = series;
+    record.mcu_name = name;
+    return record;
+}
+
+} // namespace
+
 TEST(RcLists, HoldTheFrequenciesAsStored)
 {
-    PanelBench bench;
-    const auto& wanted = bench.form.com_RC_frequency[0].items();
+    const auto wanted = rc_wanted_items();
     ASSERT_EQ(wanted.size(), 59U);
     EXPECT_EQ(wanted.front(), "com_RC_frequency ");
     EXPECT_EQ(wanted[1], "2.4576 ");
     EXPECT_EQ(wanted.back(), "30.0000 ");
-    const auto& aimed_at = bench.form.com_RC_frequency[5].items();
+    const auto aimed_at = rc_test_items();
     ASSERT_EQ(aimed_at.size(), 51U);
     EXPECT_EQ(aimed_at[21], "13.5600");
     EXPECT_EQ(aimed_at[23], "13.5600");
     EXPECT_EQ(aimed_at.back(), "40.0000");
-    EXPECT_EQ(bench.form.com_RC_frequency[1].items().size(), 4U);
+    EXPECT_EQ(rc_band_items(), (std::vector<std::string>{"5.50", "11.0592", "22.1184", "33.0"}));
+    EXPECT_EQ(rc_voltage_items(), (std::vector<std::string>{"10", "11", "12", "13", "14", "15"}));
 }
 
-TEST(RcSetting, DividerFollowsTheBandAndTheSettingIsSaved)
+TEST(RcLists, OfPlacesHoldTheRangesUsed)
 {
-    PanelBench bench("Poplar-1", false);
-    bench.shell.Timer3.stop();
-    bench.form.com_RC_frequency[1].choose(1);
-    com_RC_frequency_Click(bench.shell);
-    EXPECT_EQ(bench.form.com_RC_frequency[3].index_chosen(), 3);
-    EXPECT_TRUE(bench.shell.Timer3.enabled());
-    bench.form.com_RC_frequency[1].choose(2);
-    com_RC_frequency_Click(bench.shell);
-    EXPECT_EQ(bench.form.com_RC_frequency[3].index_chosen(), 4);
+    EXPECT_EQ(rc_trim_items().size(), 64U);
+    EXPECT_EQ(rc_trim_items().back(), "63");
+    EXPECT_EQ(rc_divider_items().size(), 5U);
+}
+
+TEST(RcSetting, DividerFollowsTheBand)
+{
+    EXPECT_EQ(rc_divider_of_band(-1), 3);
+    EXPECT_EQ(rc_divider_of_band(1), 3);
+    EXPECT_EQ(rc_divider_of_band(2), 4);
+    EXPECT_EQ(rc_divider_of_band(3), 4);
 }
 
 TEST(RcSetting, GoesIntoBytes1And3And4)
 {
-    PanelBench bench("Poplar-1", false);
-    bench.form.com_RC_frequency[1].choose(2);
-    bench.form.com_RC_frequency[2].choose(5);
-    bench.form.com_RC_frequency[4].choose(0);
-    bench.form.txt_RC_frequency.set_text("77");
-    build_option_bytes(bench.shell);
-    EXPECT_EQ(bench.byte(3), 2 * 64 + 48 + 5);
-    EXPECT_EQ(bench.byte(4), 77);
-    EXPECT_EQ(bench.byte(1) & 7, 7);
-    bench.form.com_RC_frequency[4].choose(6);
-    build_option_bytes(bench.shell);
-    EXPECT_EQ(bench.byte(1) & 7, 1);
+    const OptionImage image = image_of(15, {2, 5, 0, 77});
+    EXPECT_EQ(image.bytes[3][0], 2 * 64 + 48 + 5);
+    EXPECT_EQ(image.bytes[4][0], 77);
+    EXPECT_EQ(image.bytes[1][0], 0xFF);
+    EXPECT_EQ(image_of(16, {2, 5, 6, 77}).bytes[1][0], 0xF9);
+    EXPECT_EQ(image_of(16, {2, 5, 7, 77}).bytes[1][0], 0xF8);
 }
 
 TEST(RcSetting, NoLowVoltageChosenIsFive)
 {
-    PanelBench bench("Poplar-1", false);
-    EXPECT_EQ(bench.form.com_RC_frequency[4].index_chosen(), -1);
-    bench.form.txt_RC_frequency.set_text("not a number");
-    build_option_bytes(bench.shell);
-    EXPECT_EQ(bench.byte(1) & 7, 5);
-    EXPECT_EQ(bench.byte(4), 0);
+    EXPECT_EQ(image_of(15, {0, 0, -1, 0}).bytes[1][0], 0xFD);
+    EXPECT_EQ(image_of(15, {0, 0, 8, 0}).bytes[1][0], 0xFD);
+}
+
+TEST(RcSetting, WithoutAChoiceCountsAsTheFirstItem)
+{
+    EXPECT_EQ(image_of(17, {}).bytes[3][0], 0x30);
+    EXPECT_EQ(image_of(17, {}).bytes[4][0], 0);
+}
+
+TEST(RcSetting, OfSeries17LeavesByte1Alone) { EXPECT_EQ(image_of(17, {1, 1, 0, 0}).bytes[1][0], 0xFF); }
+
+TEST(RcSetting, NumberWantedIsHeldToAByte)
+{
+    EXPECT_EQ(rc_wanted_byte("77"), 77);
+    EXPECT_EQ(rc_wanted_byte("76.5"), 76);
+    EXPECT_EQ(rc_wanted_byte("300"), 255);
+    EXPECT_EQ(rc_wanted_byte("-1"), 0);
+    EXPECT_EQ(rc_wanted_byte("not a number"), 0);
 }
 
 TEST(RcSetting, TouchesNoByteOfOtherFamilies)
 {
-    PanelBench bench("Larch-8");
-    bench.form.com_RC_frequency[1].choose(0);
-    build_option_bytes(bench.shell);
-    EXPECT_EQ(bench.byte(3), 255);
-    EXPECT_EQ(bench.byte(4), 255);
-}
-
-TEST(RcSetting, IsShownToItsTwoFamilies)
-{
-    PanelBench bench("Holly-1", false);
-    EXPECT_TRUE(bench.form.com_RC_frequency[4].visible());
-    EXPECT_FALSE(bench.form.txt_RC_frequency.enabled());
-    bench.select("Larch-8");
-    EXPECT_FALSE(bench.form.com_RC_frequency[4].visible());
-    EXPECT_FALSE(bench.form.com_RC_frequency[0].visible());
-    EXPECT_FALSE(bench.form.Label8[0].visible());
+    const OptionImage image = image_of(8, {0, 0, 0, 0});
+    EXPECT_EQ(image.bytes[1][0], 0xFF);
+    EXPECT_EQ(image.bytes[3][0], 0xFF);
+    EXPECT_EQ(image.bytes[4][0], 0xFF);
 }
 
 TEST(LowVoltageList, GoesByTheSupply)
 {
-    PanelBench bench("Holly-1", false);
-    EXPECT_EQ(bench.form.com_RC_frequency[4].items().front(), "4.64");
-    EXPECT_EQ(bench.form.com_RC_frequency[4].items().size(), 8U);
-    bench.select("Holly-1L");
-    EXPECT_EQ(bench.form.com_RC_frequency[4].items().back(), "1.89");
-    bench.select("Larch-8");
-    fill_low_voltage_list(bench.shell, 0);
-    EXPECT_TRUE(bench.form.com_RC_frequency[4].items().empty());
+    EXPECT_EQ(low_voltage_items(model(16, "Holly-1")),
+        (std::vector<std::string>{"4.64", "4.32", "4.05", "3.82", "3.61", "3.43", "3.28", "3.14"}));
+    EXPECT_EQ(low_voltage_items(model(16, "Holly-1L")),
+        (std::vector<std::string>{"3.08", "2.82", "2.61", "2.42", "2.26", "2.12", "2.00", "1.89"}));
+    EXPECT_TRUE(low_voltage_items(model(8, "Larch-8")).empty());
 }
 
 TEST(OptionPins, OfferNoP3_6)
 {
-    PanelBench bench;
-    EXPECT_EQ(bench.form.comb_485_pin.items().size(), 15U);
-    EXPECT_EQ(bench.form.comb_485_pin.items()[13], "P3.5");
-    EXPECT_EQ(bench.form.comb_485_pin.items()[14], "P3.7");
-    EXPECT_EQ(bench.form.comb_External_WDT.items(), bench.form.comb_485_pin.items());
-}
-
-TEST(OptionPins, OnOnePinWarnEachTimeAlsoIfSwitchedOff)
-{
-    PanelBench bench;
-    bench.form.opt_485_pin[0].set_value(true);
-    bench.form.opt_External_WDT[0].set_value(true);
-    bench.form.comb_485_pin.choose(3);
-    bench.form.comb_External_WDT.choose(3);
-    comb_485_pin_Click(bench.shell);
-    comb_External_WDT_Click(bench.shell);
-    ASSERT_EQ(bench.dialogs.shown.size(), 2U);
-    EXPECT_EQ(bench.dialogs.shown[0].box.text, "请不要用同一个 I/O 口线控制 485 和 外部看门狗。");
-    EXPECT_EQ(bench.form.comb_485_pin.index_chosen(), 3);
-}
-
-TEST(OptionPins, ApartDoNotWarnAndTheSettingIsSaved)
-{
-    PanelBench bench;
-    bench.shell.Timer3.stop();
-    bench.form.comb_External_WDT.choose(1);
-    bench.form.comb_485_pin.choose(3);
-    comb_485_pin_Click(bench.shell);
-    EXPECT_TRUE(bench.dialogs.shown.empty());
-    EXPECT_TRUE(bench.shell.Timer3.enabled());
-}
-
-TEST(OptionPins, AreChosenOnlyWhereTheyAreUsed)
-{
-    PanelBench bench;
-    bench.form.opt_485_pin[0].set_value(true);
-    opt_485_pin_Click(bench.shell);
-    EXPECT_FALSE(bench.form.comb_485_pin.enabled());
-    EXPECT_FALSE(bench.form.opt_485_logic[1].enabled());
-    bench.form.opt_485_pin[1].set_value(true);
-    opt_485_pin_Click(bench.shell);
-    EXPECT_TRUE(bench.form.comb_485_pin.enabled());
-    EXPECT_TRUE(bench.form.Lab_485_pin.enabled());
-    bench.form.opt_External_WDT[0].set_value(true);
-    opt_External_WDT_Click(bench.shell);
-    EXPECT_FALSE(bench.form.comb_External_WDT.enabled());
-    bench.form.opt_ISP_DEMO_WDT[0].set_value(true);
-    opt_ISP_DEMO_WDT_Click(bench.shell);
-    EXPECT_FALSE(bench.form.comb_WDT.enabled());
-    bench.form.opt_ISP_DEMO_WDT[1].set_value(true);
-    opt_ISP_DEMO_WDT_Click(bench.shell);
-    EXPECT_TRUE(bench.form.comb_WDT.enabled());
-}
-
-TEST(OptionPins, StandInThePanelOfTheOlderFamilies)
-{
-    PanelBench bench("Elm-8");
-    EXPECT_TRUE(bench.form.Picture4.visible());
-    bench.select("Rowan-4");
-    EXPECT_TRUE(bench.form.Picture7.visible());
-    bench.select("Juniper-8");
-    EXPECT_FALSE(bench.form.Picture4.visible());
+    const auto pins = option_pin_items();
+    ASSERT_EQ(pins.size(), 15U);
+    EXPECT_EQ(pins[13], "P3.5");
+    EXPECT_EQ(pins[14], "P3.7");
 }

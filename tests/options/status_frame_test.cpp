@@ -1,37 +1,70 @@
 #include "options/status_frame.h"
 #include "options/status_report.h"
 
-#include "platform/scripted_dialogs.h"
-#include "sim/sim_port.h"
-#include "sim/virtual_loop.h"
-
 #include <gtest/gtest.h>
+
+#include <array>
+#include <vector>
 
 using namespace vrk;
 
 namespace {
 
-// A form with a status frame in rx_buffer whose every byte from 20 on is its own index.
-struct StatusBench {
-    sim::VirtualLoop loop;
-    sim::SimPortDriver ports{loop};
-    ScriptedDialogs dialogs;
-    MemoryStore settings;
-    Shell shell{Platform{loop, ports, dialogs, settings}};
-    MainForm& form = shell.form;
+using Frame = std::array<std::uint8_t, 100>;
 
-    explicit StatusBench(const char* letter, const char* version = "6.3", std::uint8_t length = 62)
+// Every byte is its own index, but for the length.
+Frame counting_frame(std::uint8_t length)
+{
+    Frame frame{};
+    for (std::size_t i = 0; i < frame.size(); ++i)
+        frame[i] = static_cast<std::uint8_t>(i);
+    frame[2] = length;
+    return frame;
+}
+
+struct StatusBench {
+    std::string letter;
+    std::string version;
+    Frame frame;
+    bool sixteen_rows = false;
+    std::uint8_t option_row_16 = 0;
+    StatusBytes rows{};
+
+    explicit StatusBench(const char* its_letter, const char* its_version = "6.3", std::uint8_t length = 62)
+        : letter(its_letter)
+        , version(its_version)
+        , frame(counting_frame(length))
     {
-        for (std::size_t i = 0; i < 100; ++i)
-            shell.link.rx_buffer[i] = static_cast<std::uint8_t>(i);
-        shell.link.rx_buffer[2] = length;
-        shell.target.fw_letter = letter;
-        shell.target.fw_version = version;
     }
-    std::int16_t row(int index) const { return shell.options.status_bytes[index]; }
+    void decode(StatusLayout layout = StatusLayout::power_up)
+    {
+        decode_status_frame(frame, layout, letter, version, sixteen_rows, option_row_16, rows);
+    }
 };
 
+// What a report in one language shows of some lines.
+std::vector<std::string> shown(const std::vector<Line>& lines, bool english)
+{
+    std::vector<std::string> texts;
+    for (const Line& line : lines) {
+        if (line.is_in(english))
+            texts.push_back(line.in(english));
+    }
+    return texts;
 }
+
+ChipStatus chip(const char* name, const char* version, const char* letter)
+{
+    ChipStatus status;
+    status.target_name = name;
+    status.fw_version = version;
+    status.fw_letter = letter;
+    return status;
+}
+
+using Texts = std::vector<std::string>;
+
+} // namespace
 
 TEST(FirmwareVersion, IsTwoDigitsWithAPointBetween)
 {
@@ -40,10 +73,7 @@ TEST(FirmwareVersion, IsTwoDigitsWithAPointBetween)
     EXPECT_EQ(decode_version(0x4A), "4.A");
 }
 
-TEST(FirmwareVersion, ZeroIsNoVersion)
-{
-    EXPECT_EQ(decode_version(0x00), "");
-}
+TEST(FirmwareVersion, ZeroIsNoVersion) { EXPECT_EQ(decode_version(0x00), ""); }
 
 TEST(OptionOrder, IsTheNewerOneByLetterAndVersion)
 {
@@ -59,169 +89,195 @@ TEST(OptionOrder, IsTheNewerOneByLetterAndVersion)
 TEST(StatusBytes, OfLettersAAndBAreOneByteInRow0)
 {
     StatusBench bench("A");
-    decode_status_frame(bench.shell, StatusLayout::power_up);
-    EXPECT_EQ(bench.row(0), 22);
-    EXPECT_EQ(bench.row(1), 0);
+    bench.decode();
+    EXPECT_EQ(bench.rows[0], 22);
+    EXPECT_EQ(bench.rows[1], 0);
 }
 
 TEST(StatusBytes, OfLetterCAreOneByteInRow1)
 {
     StatusBench bench("C");
-    decode_status_frame(bench.shell, StatusLayout::power_up);
-    EXPECT_EQ(bench.row(1), 22);
-    EXPECT_EQ(bench.row(0), 0);
+    bench.decode();
+    EXPECT_EQ(bench.rows[1], 22);
+    EXPECT_EQ(bench.rows[0], 0);
 }
 
 TEST(StatusBytes, OfLetterIAndAboveFillSixRows)
 {
     StatusBench bench("I");
-    decode_status_frame(bench.shell, StatusLayout::power_up);
-    EXPECT_EQ(bench.row(0), 26);
-    EXPECT_EQ(bench.row(1), 27);
-    EXPECT_EQ(bench.row(2), 28);
-    EXPECT_EQ(bench.row(3), 29);
-    EXPECT_EQ(bench.row(8), 30);
-    EXPECT_EQ(bench.row(9), 31);
+    bench.decode();
+    EXPECT_EQ(bench.rows[0], 26);
+    EXPECT_EQ(bench.rows[1], 27);
+    EXPECT_EQ(bench.rows[2], 28);
+    EXPECT_EQ(bench.rows[3], 29);
+    EXPECT_EQ(bench.rows[8], 30);
+    EXPECT_EQ(bench.rows[9], 31);
 }
 
 TEST(StatusBytes, OfTheNewerOrderStandInTheSecondWindow)
 {
     StatusBench bench("D", "5.5");
-    decode_status_frame(bench.shell, StatusLayout::power_up);
-    EXPECT_EQ(bench.row(0), 32);
-    EXPECT_EQ(bench.row(9), 37);
+    bench.decode();
+    EXPECT_EQ(bench.rows[0], 32);
+    EXPECT_EQ(bench.rows[9], 37);
 }
 
 TEST(StatusBytes, OfLetterHFollowTheVersion)
 {
     StatusBench old_order("H", "5.7");
-    decode_status_frame(old_order.shell, StatusLayout::power_up);
-    EXPECT_EQ(old_order.row(2), 26);
-    EXPECT_EQ(old_order.row(11), 30);
-    EXPECT_EQ(old_order.row(0), 31);
+    old_order.decode();
+    EXPECT_EQ(old_order.rows[2], 26);
+    EXPECT_EQ(old_order.rows[11], 30);
+    EXPECT_EQ(old_order.rows[0], 31);
 
     StatusBench new_order("H", "5.8");
-    decode_status_frame(new_order.shell, StatusLayout::power_up);
-    EXPECT_EQ(new_order.row(0), 32);
+    new_order.decode();
+    EXPECT_EQ(new_order.rows[0], 32);
 }
 
 TEST(StatusBytes, OfTheShortLayoutHaveNoRow0ButWithLetterH)
 {
     StatusBench bench("G", "5.7");
-    decode_status_frame(bench.shell, StatusLayout::power_up);
-    EXPECT_EQ(bench.row(0), 255);
-    EXPECT_EQ(bench.row(2), 26);
-    EXPECT_EQ(bench.row(3), 27);
-    EXPECT_EQ(bench.row(8), 28);
-    EXPECT_EQ(bench.row(10), 29);
-    EXPECT_EQ(bench.row(11), 30);
+    bench.decode();
+    EXPECT_EQ(bench.rows[0], 255);
+    EXPECT_EQ(bench.rows[2], 26);
+    EXPECT_EQ(bench.rows[3], 27);
+    EXPECT_EQ(bench.rows[8], 28);
+    EXPECT_EQ(bench.rows[10], 29);
+    EXPECT_EQ(bench.rows[11], 30);
 }
 
 TEST(StatusBytes, OfTheSixteenRowFamiliesAreSixteenWhateverTheLetter)
 {
     StatusBench bench("D");
-    bench.shell.target.identified = true;
-    bench.shell.connected.series = 16;
-    decode_status_frame(bench.shell, StatusLayout::power_up);
-    EXPECT_EQ(bench.row(0), 26);
-    EXPECT_EQ(bench.row(15), 41);
+    bench.sixteen_rows = true;
+    bench.decode();
+    EXPECT_EQ(bench.rows[0], 26);
+    EXPECT_EQ(bench.rows[15], 41);
 }
 
 TEST(StatusBytes, TakeRow16FromTheOptionWanted)
 {
     StatusBench bench("I");
-    bench.shell.options.option_bytes[16][0] = 77;
-    decode_status_frame(bench.shell, StatusLayout::power_up);
-    EXPECT_EQ(bench.row(16), 77);
+    bench.option_row_16 = 77;
+    bench.decode();
+    EXPECT_EQ(bench.rows[16], 77);
 }
 
 TEST(StatusBytes, OfTheAnswerStandFourteenPlacesEarlier)
 {
     StatusBench newer("I");
-    decode_status_frame(newer.shell, StatusLayout::answer);
-    EXPECT_EQ(newer.row(0), 12);
-    EXPECT_EQ(newer.row(9), 17);
+    newer.decode(StatusLayout::answer);
+    EXPECT_EQ(newer.rows[0], 12);
+    EXPECT_EQ(newer.rows[9], 17);
 
     StatusBench older("C");
-    decode_status_frame(older.shell, StatusLayout::answer);
-    EXPECT_EQ(older.row(1), 12);
+    older.decode(StatusLayout::answer);
+    EXPECT_EQ(older.rows[1], 12);
 
     StatusBench extended("D", "5.5");
-    decode_status_frame(extended.shell, StatusLayout::answer);
-    EXPECT_EQ(extended.row(0), 18);
+    extended.decode(StatusLayout::answer);
+    EXPECT_EQ(extended.rows[0], 18);
 }
 
 TEST(StatusBytes, OfAFrameThatIsTooShortStayAsTheyWere)
 {
     StatusBench bench("I", "6.3", 30);
-    bench.shell.options.status_bytes[2] = 99;
-    decode_status_frame(bench.shell, StatusLayout::power_up);
-    EXPECT_EQ(bench.row(1), 27);
-    EXPECT_EQ(bench.row(2), 99);
+    bench.rows[2] = 99;
+    bench.decode();
+    EXPECT_EQ(bench.rows[1], 27);
+    EXPECT_EQ(bench.rows[2], 99);
 }
 
-TEST(StatusReport, NamesModelAndFirmwareInBothLanguages)
+// Bytes that a length promises and a frame lacks are not read.
+TEST(StatusBytes, OfABrokenOffFrameStayAsTheyWere)
 {
-    StatusBench bench("I", "6.3", 30);
-    bench.shell.target.target_name = "Juniper-60Q";
-    report_status(bench.shell);
-    EXPECT_EQ(bench.form.textMsg.text(),
-        "\nMCU Type is: Juniper-60Q\nMCU Firmware Version: 6.3I\nChinese:MCU 固件版本号: 6.3I");
+    const Frame frame = counting_frame(62);
+    StatusBytes rows{};
+    decode_status_frame(std::span{frame}.first(28), StatusLayout::power_up, "I", "6.3", false, 0, rows);
+    EXPECT_EQ(rows[1], 27);
+    EXPECT_EQ(rows[2], 0);
+    decode_status_frame({}, StatusLayout::power_up, "I", "6.3", false, 5, rows);
+    EXPECT_EQ(rows[16], 5);
 }
 
-TEST(StatusReport, OfAnUnknownChipInEnglishIsOneLine)
+TEST(FirmwareLines, NameModelAndFirmwareInBothLanguages)
 {
-    StatusBench bench("Z", "", 30);
-    bench.shell.language_is_english = true;
-    report_status(bench.shell);
-    EXPECT_EQ(bench.form.textMsg.text(), "\nMCU Firmware Version: Z");
+    const auto lines = firmware_lines(chip("Juniper-60Q", "6.3", "I"));
+    EXPECT_EQ(shown(lines, false),
+        (Texts{"MCU Type is: Juniper-60Q", "MCU Firmware Version: 6.3I", "Chinese:MCU 固件版本号: 6.3I"}));
+    EXPECT_EQ(shown(lines, true), (Texts{"MCU Type is: Juniper-60Q", "MCU Firmware Version: 6.3I"}));
 }
 
-TEST(StatusReport, TellsTheDoubleSpeedOfTheOldestLetters)
+TEST(FirmwareLines, OfAnUnknownChipInEnglishAreOne)
 {
-    StatusBench doubled("A", "3.6", 30);
-    doubled.shell.link.rx_buffer[22] = 8;
-    report_status(doubled.shell);
-    EXPECT_TRUE(doubled.form.textMsg.text().ends_with("Double speed: Yes"));
+    EXPECT_EQ(shown(firmware_lines(chip("", "", "Z")), true), Texts{"MCU Firmware Version: Z"});
+}
 
-    StatusBench unknown("B", "3.6", 30);
-    report_status(unknown.shell);
-    EXPECT_TRUE(unknown.form.textMsg.text().ends_with("Double speed: Unknown"));
+TEST(FirmwareLines, TellTheDoubleSpeedOfTheOldestLetters)
+{
+    ChipStatus doubled = chip("Alder-32", "3.6", "A");
+    EXPECT_EQ(shown(firmware_lines(doubled), true).back(), "Double speed: No");
+    doubled.double_speed_bit = true;
+    EXPECT_EQ(shown(firmware_lines(doubled), true).back(), "Double speed: Yes");
+    EXPECT_EQ(shown(firmware_lines(chip("Alder-32", "3.6", "B")), true).back(), "Double speed: Unknown");
+}
+
+TEST(FirmwareLines, TakeTheDoubleSpeedFromBit3OfByte22)
+{
+    Frame frame{};
+    EXPECT_FALSE(has_double_speed_bit(frame));
+    frame[22] = 8;
+    EXPECT_TRUE(has_double_speed_bit(frame));
+    frame[22] = 0xF7;
+    EXPECT_FALSE(has_double_speed_bit(frame));
 }
 
 TEST(RcReport, NeedsVersion63AndALongEnoughFrame)
 {
-    EXPECT_TRUE(enable_disp_RC_frequency(StatusBench("I", "6.3", 57).shell, 0));
-    EXPECT_FALSE(enable_disp_RC_frequency(StatusBench("I", "6.3", 56).shell, 0));
-    EXPECT_FALSE(enable_disp_RC_frequency(StatusBench("I", "6.2", 57).shell, 0));
-    EXPECT_TRUE(enable_disp_RC_frequency(StatusBench("I", "6.3", 14).shell, 1));
-    EXPECT_FALSE(enable_disp_RC_frequency(StatusBench("I", "6.3", 13).shell, 1));
+    EXPECT_TRUE(enable_disp_RC_frequency("6.3", 57, 0));
+    EXPECT_FALSE(enable_disp_RC_frequency("6.3", 56, 0));
+    EXPECT_FALSE(enable_disp_RC_frequency("6.2", 57, 0));
+    EXPECT_TRUE(enable_disp_RC_frequency("6.3", 14, 1));
+    EXPECT_FALSE(enable_disp_RC_frequency("6.3", 13, 1));
 }
 
-TEST(RcReport, SaysNothingOfAFactoryFrequencyBelow2Megahertz)
+TEST(RcReport, SaysNothingOfAFrequencyBelow2Megahertz)
 {
-    StatusBench bench("I");
-    for (std::size_t i = 50; i < 54; ++i)
-        bench.shell.link.rx_buffer[i] = 0;
-    report_rc_frequency(bench.shell, false);
-    EXPECT_EQ(bench.form.textMsg.text(), "");
+    EXPECT_TRUE(rc_frequency_lines(11104192, 1999999, false).empty());
+    EXPECT_TRUE(rc_frequency_lines(1999999, 11059200, false).empty());
+    EXPECT_TRUE(rc_frequency_lines(11104192, 0, true).empty());
+}
+
+TEST(RcReport, ReadsItsFiguresTheHighestByteFirst)
+{
+    Frame frame{};
+    const std::uint8_t figures[] = {0x00, 0xA9, 0x6F, 0xC0, 0x00, 0xA8, 0xC0, 0x00};
+    std::copy(std::begin(figures), std::end(figures), frame.begin() + 46);
+    EXPECT_EQ(rc_frequencies(frame).last, 11104192);
+    EXPECT_EQ(rc_frequencies(frame).factory, 11059200);
+    EXPECT_EQ(rc_frequencies(std::span{frame}.first(48)).last, 0x00A90000);
 }
 
 TEST(RcReport, GivesFactoryAndLastFrequencyAndTheErrorBetween)
 {
-    StatusBench bench("I");
-    const std::uint8_t figures[] = {0x00, 0xA9, 0x6F, 0xC0, 0x00, 0xA8, 0xC0, 0x00}; // 11104192 and 11059200
-    std::copy(std::begin(figures), std::end(figures), bench.shell.link.rx_buffer.begin() + 46);
-    report_rc_frequency(bench.shell, false);
-    EXPECT_EQ(bench.form.textMsg.text(),
-        "\n\n出厂 RC 振荡器频率: 11.0592MHz.\n上次使用 RC 振荡器下载时的频率: 11.104192MHz."
-        "\n上次使用 RC 振荡器下载时的频率误差: 0.4%\n");
+    const auto lines = rc_frequency_lines(11104192, 11059200, false);
+    EXPECT_EQ(shown(lines, false),
+        (Texts{"", "出厂 RC 振荡器频率: 11.0592MHz.", "上次使用 RC 振荡器下载时的频率: 11.104192MHz.",
+            "上次使用 RC 振荡器下载时的频率误差: 0.4%", ""}));
+    EXPECT_TRUE(shown(lines, true).empty());
+}
+
+TEST(RcReport, AfterADownloadIsOfThisOne)
+{
+    EXPECT_EQ(shown(rc_frequency_lines(11104192, 11059200, true), false),
+        (Texts{"", "出厂 RC 振荡器频率: 11.0592MHz.", "本次使用 RC 振荡器下载时的频率: 11.104192MHz.",
+            "本次使用 RC 振荡器下载时的频率误差: 0.4%", ""}));
 }
 
 TEST(SerialReport, JoinsSevenBytesAsHexadecimalDigits)
 {
-    StatusBench bench("I");
-    report_serial(bench.shell);
-    EXPECT_EQ(bench.shell.target.serial_number, "0405060708090A");
-    EXPECT_EQ(bench.form.textMsg.text(), "\nMCU 出厂序列号: 0405060708090A");
+    EXPECT_EQ(serial_digits(counting_frame(14)), "0405060708090A");
+    EXPECT_EQ(shown({serial_line("0405060708090A")}, false), Texts{"MCU 出厂序列号: 0405060708090A"});
+    EXPECT_TRUE(shown({serial_line("0405060708090A")}, true).empty());
 }

@@ -1,23 +1,36 @@
-#include "platform/comm_control.h"
+#include "platform/port.h"
+
+#include "sim/sim_port.h"
+#include "sim/virtual_loop.h"
 
 #include <gtest/gtest.h>
 
 using namespace vrk;
 
-TEST(LineSettingsText, NamesBaudParityDataAndStopBits)
+TEST(LineText, NamesBaudParityDataAndStopBits)
 {
-    EXPECT_EQ(parse_line_settings("9600,n,8,1"), (LineSettings{9600, Parity::none, 8, 1}));
-    EXPECT_EQ(parse_line_settings("2400,e,8,1"), (LineSettings{2400, Parity::even, 8, 1}));
-    EXPECT_EQ(parse_line_settings("115200,o,7,2"), (LineSettings{115200, Parity::odd, 7, 2}));
+    EXPECT_EQ(line_text({9600, Parity::none, 8, 1}), "9600,n,8,1");
+    EXPECT_EQ(line_text({2400, Parity::even, 8, 1}), "2400,e,8,1");
+    EXPECT_EQ(line_text({115200, Parity::odd, 7, 2}), "115200,o,7,2");
 }
 
-TEST(LineSettingsText, IsRefusedWhereItCannotBeRead)
+TEST(PortLine, WithoutABaudIsRefusedAndTheOneInForceStays)
 {
-    EXPECT_FALSE(parse_line_settings("fast,n,8,1"));
-    EXPECT_FALSE(parse_line_settings("9600,x,8,1"));
-    EXPECT_FALSE(parse_line_settings("9600,n,8"));
-    EXPECT_FALSE(parse_line_settings("0,n,8,1"));
-    EXPECT_FALSE(parse_line_settings(""));
+    sim::VirtualLoop loop;
+    sim::SimPortDriver ports{loop};
+    Port port(ports);
+    ASSERT_TRUE(port.set_line({2400, Parity::even, 8, 1}));
+    EXPECT_FALSE(port.set_line({0, Parity::none, 8, 1}));
+    EXPECT_EQ(line_text(port.line()), "2400,e,8,1");
+}
+
+TEST(PortPath, OfNoDeviceDoesNotOpen)
+{
+    sim::VirtualLoop loop;
+    sim::SimPortDriver ports{loop};
+    Port port(ports);
+    EXPECT_FALSE(port.open());
+    EXPECT_FALSE(port.is_open());
 }
 
 TEST(BitsPerByte, CountStartDataParityAndStop)

@@ -44,7 +44,7 @@ struct ScriptBench : Bench {
     {
         lines = std::move(script);
         loop.before_sleep = [this] { return runner.turn(); };
-        while (!shell.unloaded || shell.job.sequence_running)
+        while (!shell.unloaded || shell.running)
             loop.yield();
         loop.before_sleep = nullptr;
     }

@@ -141,7 +141,7 @@ TEST(Script, TellsBoxesAndBeepsOnce)
 TEST(Script, AnswersBoxesWithQueuedReplies)
 {
     ScriptBench bench(false);
-    bench.form.txtWrite_OK_Count.set_text("5");
+    bench.form.text_box("txtWrite_OK_Count").set_text("5");
     bench.run({"click comClear_OK_Count", "get txtWrite_OK_Count", "answer yes", "click comClear_OK_Count",
         "get txtWrite_OK_Count", "answer maybe"});
     EXPECT_EQ(bench.value(1), "5"); // No is the default

@@ -7,20 +7,22 @@ using namespace vrk;
 
 namespace {
 
-std::vector<std::string> family_texts(const Shell& shell)
+std::vector<std::string> family_texts(const NamedControls& form)
 {
     std::vector<std::string> texts;
-    for (const Tree::Node& node : shell.form.TreeViewDevice.nodes()) {
+    for (const Tree::Node& node : form.tree("TreeViewDevice").nodes()) {
         if (node.parent.empty())
             texts.push_back(node.text);
     }
     return texts;
 }
 
-std::string tab(const Shell& shell, const char* key)
+std::string device_shown(const Rehearsal& bench) { return NamedControls(bench.shell.controls).text_box("txtDevice").text(); }
+
+std::string tab(const NamedControls& form, const char* key)
 {
-    const int found = shell.form.TabStrip2.find(key);
-    return shell.form.TabStrip2.tabs()[static_cast<std::size_t>(found)].caption;
+    const int found = form.tabs("TabStrip2").find(key);
+    return form.tabs("TabStrip2").tabs()[static_cast<std::size_t>(found)].caption;
 }
 
 struct Picked : Bench {
@@ -28,15 +30,15 @@ struct Picked : Bench {
         : Bench("Juniper-60Q", english)
     {
     }
-    void open() { click(shell, form.txtDevice); }
-    void pick(const char* key) { EXPECT_TRUE(choose_node(shell, form.TreeViewDevice, key)); }
+    void open() { click(shell, form.text_box("txtDevice")); }
+    void pick(const char* key) { EXPECT_EQ(choose_node(shell, form.tree("TreeViewDevice"), key), Touch::taken); }
 };
 
 } // namespace
 
 TEST(DeviceTree, HasItsFamiliesInOrder)
 {
-    EXPECT_EQ(family_texts(Picked(false).shell),
+    EXPECT_EQ(family_texts(Picked(false).form),
         (std::vector<std::string>{"Larch series", "Maple series", "Oak series", "Juniper series", "Hazel series",
             "Fir series", "Cedar series", "Elm series", "Birch series", "Rowan series", "Spruce series", "Alder series",
             "Aspen series"}));
@@ -44,7 +46,7 @@ TEST(DeviceTree, HasItsFamiliesInOrder)
 
 TEST(DeviceTree, OfEnglishUsersHasTheSmallerSet)
 {
-    EXPECT_EQ(family_texts(Picked(true).shell),
+    EXPECT_EQ(family_texts(Picked(true).form),
         (std::vector<std::string>{"Larch series", "Maple series", "Oak series", "Juniper series", "Hazel series",
             "Fir series", "Rowan series", "Spruce series"}));
 }
@@ -53,7 +55,7 @@ TEST(DeviceTree, ListsTheModelsOfAFamilyInTheOrderOfTheCatalogue)
 {
     const Picked bench;
     std::vector<std::string> listed;
-    for (const Tree::Node& node : bench.form.TreeViewDevice.nodes()) {
+    for (const Tree::Node& node : bench.form.tree("TreeViewDevice").nodes()) {
         if (node.parent == "FamilyMaple")
             listed.push_back(node.key);
     }
@@ -69,21 +71,21 @@ TEST(DeviceTree, ListsTheModelsOfAFamilyInTheOrderOfTheCatalogue)
 TEST(DeviceTree, OffersNoModelOfAFamilyThatIsOnlyIdentified)
 {
     const Picked bench(false);
-    EXPECT_EQ(bench.form.TreeViewDevice.find("Poplar-4L"), nullptr);
-    EXPECT_EQ(bench.form.TreeViewDevice.find("Holly-4"), nullptr);
-    EXPECT_EQ(bench.form.TreeViewDevice.find("Pine-32"), nullptr);
-    EXPECT_EQ(bench.form.TreeViewDevice.find("Willow-12R"), nullptr);
+    EXPECT_EQ(bench.form.tree("TreeViewDevice").find("Poplar-4L"), nullptr);
+    EXPECT_EQ(bench.form.tree("TreeViewDevice").find("Holly-4"), nullptr);
+    EXPECT_EQ(bench.form.tree("TreeViewDevice").find("Pine-32"), nullptr);
+    EXPECT_EQ(bench.form.tree("TreeViewDevice").find("Willow-12R"), nullptr);
 }
 
 TEST(DeviceTree, DropsDownAndLocksTheBoxMeanwhile)
 {
     Picked bench;
     bench.open();
-    EXPECT_TRUE(bench.form.TreeViewDevice.visible());
-    EXPECT_FALSE(bench.form.txtDevice.enabled());
+    EXPECT_TRUE(bench.form.tree("TreeViewDevice").visible());
+    EXPECT_FALSE(bench.form.text_box("txtDevice").enabled());
     bench.pick("Maple-4S");
-    EXPECT_FALSE(bench.form.TreeViewDevice.visible());
-    EXPECT_TRUE(bench.form.txtDevice.enabled());
+    EXPECT_FALSE(bench.form.tree("TreeViewDevice").visible());
+    EXPECT_TRUE(bench.form.text_box("txtDevice").enabled());
 }
 
 TEST(DeviceTree, ClickOnAFamilyChangesNothing)
@@ -92,8 +94,8 @@ TEST(DeviceTree, ClickOnAFamilyChangesNothing)
     bench.open_code(Bench::pattern(64));
     bench.open();
     bench.pick("FamilyMaple");
-    EXPECT_EQ(bench.form.txtDevice.text(), "Juniper-60Q");
-    EXPECT_TRUE(bench.form.TreeViewDevice.visible());
+    EXPECT_EQ(bench.form.text_box("txtDevice").text(), "Juniper-60Q");
+    EXPECT_TRUE(bench.form.tree("TreeViewDevice").visible());
     EXPECT_TRUE(bench.shell.file_loaded);
     EXPECT_EQ(bench.shell.selected.mcu_name, "Juniper-60Q");
 }
@@ -102,18 +104,18 @@ TEST(DeviceTree, EscClosesItWithoutAChange)
 {
     Picked bench;
     bench.open();
-    press_key(bench.shell, bench.form.TreeViewDevice, "Esc");
-    EXPECT_FALSE(bench.form.TreeViewDevice.visible());
-    EXPECT_EQ(bench.form.txtDevice.text(), "Juniper-60Q");
+    press_key(bench.shell, bench.form.tree("TreeViewDevice"), "Esc");
+    EXPECT_FALSE(bench.form.tree("TreeViewDevice").visible());
+    EXPECT_EQ(bench.form.text_box("txtDevice").text(), "Juniper-60Q");
 }
 
 TEST(DeviceTree, ClickInItsFrameClosesIt)
 {
     Picked bench;
     bench.open();
-    click(bench.shell, bench.form.FrameX[0]);
-    EXPECT_FALSE(bench.form.TreeViewDevice.visible());
-    EXPECT_TRUE(bench.form.txtDevice.enabled());
+    click(bench.shell, bench.form.frame("FrameX", 0));
+    EXPECT_FALSE(bench.form.tree("TreeViewDevice").visible());
+    EXPECT_TRUE(bench.form.text_box("txtDevice").enabled());
 }
 
 TEST(DevicePick, StartsWithEmptyBuffersAndTheModelsOwnPanel)
@@ -121,73 +123,70 @@ TEST(DevicePick, StartsWithEmptyBuffersAndTheModelsOwnPanel)
     Picked bench;
     bench.open_code(Bench::pattern(64));
     bench.open_data(Bench::pattern(64));
-    bench.shell.target.target_ok = true;
+    bench.shell.last_talk.chip.target_ok = true;
     bench.pick("Maple-4S");
-    EXPECT_EQ(bench.form.txtDevice.text(), "Maple-4S");
+    EXPECT_EQ(bench.form.text_box("txtDevice").text(), "Maple-4S");
     EXPECT_EQ(bench.shell.selected.mcu_name, "Maple-4S");
     EXPECT_EQ(bench.shell.selected.series, 9);
     EXPECT_EQ(bench.code(0, 63), std::vector<std::uint8_t>(64, 0));
     EXPECT_FALSE(bench.shell.file_loaded);
     EXPECT_FALSE(bench.shell.data_buffer.loaded);
-    EXPECT_FALSE(bench.shell.target.target_ok);
-    EXPECT_TRUE(bench.form.comWDT_Prescalar[1].visible()) << "the wait after wake-up is Maple's";
+    EXPECT_FALSE(bench.shell.talk().chip.target_ok);
+    EXPECT_TRUE(bench.form.list("comWDT_Prescalar", 1).visible()) << "the wait after wake-up is Maple's";
     EXPECT_TRUE(bench.shell.Timer3.enabled()) << "the pick is a setting";
 }
 
 TEST(DevicePick, ShowsTheDataTabByTheModelsDataFlash)
 {
     Picked bench;
-    EXPECT_EQ(tab(bench.shell, "EEPROM_File"), "EEPROM File Buffer");
+    EXPECT_EQ(tab(bench.form, "EEPROM_File"), "EEPROM File Buffer");
     bench.pick("Rowan-8");
-    EXPECT_EQ(tab(bench.shell, "EEPROM_File"), "_no_");
-    EXPECT_FALSE(bench.form.comLoadDataFile.enabled());
+    EXPECT_EQ(tab(bench.form, "EEPROM_File"), "_no_");
+    EXPECT_FALSE(bench.form.button("comLoadDataFile").enabled());
     bench.pick("Maple-4S");
-    EXPECT_EQ(tab(bench.shell, "EEPROM_File"), "EEPROM File Buffer");
-    EXPECT_TRUE(bench.form.comLoadDataFile.enabled());
+    EXPECT_EQ(tab(bench.form, "EEPROM_File"), "EEPROM File Buffer");
+    EXPECT_TRUE(bench.form.button("comLoadDataFile").enabled());
 }
 
-TEST(DevicePick, SetsTheFlagsBesideTheRecord)
+TEST(DevicePick, ShowsTheOscillatorOfTheFamiliesThatHaveOne)
 {
     Picked bench;
     bench.select("Holly-4");
-    EXPECT_TRUE(bench.shell.series_is_15_16);
-    EXPECT_TRUE(bench.shell.series_is_15_16_17);
-    EXPECT_EQ(bench.shell.option_family, 4);
+    EXPECT_TRUE(bench.form.list("com_RC_frequency", 0).visible());
     bench.pick("Rowan-8");
-    EXPECT_FALSE(bench.shell.series_is_15_16_17);
-    EXPECT_EQ(bench.shell.option_family, option_family(12));
-    EXPECT_FALSE(bench.shell.link.link_parity_even);
+    EXPECT_FALSE(bench.form.list("com_RC_frequency", 0).visible());
+    EXPECT_EQ(bench.shell.selected.series, 12);
+    EXPECT_FALSE(bench.shell.selected.cap_parity_even);
 }
 
 TEST(DevicePick, ClearsTheCheckPage)
 {
     Picked bench;
-    bench.form.LabLock[2].set_caption("of the chip before");
+    bench.form.label("LabLock", 2).set_caption("of the chip before");
     bench.pick("Maple-4S");
-    EXPECT_EQ(bench.form.LabLock[2].caption(), "");
-    EXPECT_TRUE(bench.form.LabLock[0].visible());
+    EXPECT_EQ(bench.form.label("LabLock", 2).caption(), "");
+    EXPECT_TRUE(bench.form.label("LabLock", 0).visible());
 }
 
 TEST(DevicePick, GivesElmSeriesTheOtherLowVoltageDefault)
 {
     Picked bench(false);
     bench.pick("Elm-4R");
-    EXPECT_TRUE(bench.form.Option8[1].value());
+    EXPECT_TRUE(bench.form.option("Option8", 1).value());
     bench.pick("Elm-Series");
-    EXPECT_TRUE(bench.form.Option8[0].value());
+    EXPECT_TRUE(bench.form.option("Option8", 0).value());
     bench.pick("ElmL-Series");
-    EXPECT_TRUE(bench.form.Option8[0].value());
+    EXPECT_TRUE(bench.form.option("Option8", 0).value());
     bench.pick("Fir-8R");
-    EXPECT_TRUE(bench.form.Option8[0].value()) << "series 5 has it whatever the name";
+    EXPECT_TRUE(bench.form.option("Option8", 0).value()) << "series 5 has it whatever the name";
 }
 
 TEST(DevicePick, OfAnUnknownNameTellsItAndKeepsTheRecord)
 {
     Picked bench;
-    bench.form.txtDevice.set_text("Nowhere-1");
+    bench.form.text_box("txtDevice").set_text("Nowhere-1");
     EXPECT_FALSE(apply_selected_device(bench.shell));
     EXPECT_EQ(bench.shell.selected.mcu_name, "Juniper-60Q");
-    EXPECT_EQ(bench.shell.beside.block_bytes, 128);
     bench.dialogs.shown.clear();
 }
 
@@ -195,11 +194,11 @@ TEST(DevicePick, DoesNothingWhileADownloadHoldsTheBox)
 {
     Picked bench;
     bench.open_code(Bench::pattern(64));
-    bool opened = true;
-    bench.after_ms(200, [&] { opened = click(bench.shell, bench.form.txtDevice); });
+    Touch touch = Touch::taken;
+    bench.after_ms(200, [&] { touch = click(bench.shell, bench.form.text_box("txtDevice")); });
     bench.download();
-    EXPECT_FALSE(opened);
-    EXPECT_EQ(bench.form.txtDevice.text(), "Juniper-60Q");
+    EXPECT_EQ(touch, Touch::busy);
+    EXPECT_EQ(bench.form.text_box("txtDevice").text(), "Juniper-60Q");
 }
 
 TEST(StoredModel, IsChosenAtStart)
@@ -208,7 +207,7 @@ TEST(StoredModel, IsChosenAtStart)
     MemoryStore store;
     store.set("Settings", "DeviceProducts", "Maple-4S");
     Rehearsal bench(setup, &store, true);
-    EXPECT_EQ(bench.form.txtDevice.text(), "Maple-4S");
+    EXPECT_EQ(device_shown(bench), "Maple-4S");
     EXPECT_EQ(bench.shell.selected.series, 9);
 }
 
@@ -217,10 +216,10 @@ TEST(StoredModel, OfAChineseFamilyFallsBackForAnEnglishUser)
     MemoryStore store;
     store.set("Settings", "DeviceProducts", "Elm-4R");
     Rehearsal english(setup_of("Juniper-60Q"), &store, true);
-    EXPECT_EQ(english.form.txtDevice.text(), "Hazel-1");
+    EXPECT_EQ(device_shown(english), "Hazel-1");
     EXPECT_EQ(english.shell.selected.mcu_name, "Hazel-1");
     Rehearsal chinese(setup_of("Juniper-60Q"), &store, false);
-    EXPECT_EQ(chinese.form.txtDevice.text(), "Elm-4R");
+    EXPECT_EQ(device_shown(chinese), "Elm-4R");
 }
 
 TEST(StoredModel, ThatNobodyKnowsFallsBack)
@@ -228,5 +227,5 @@ TEST(StoredModel, ThatNobodyKnowsFallsBack)
     MemoryStore store;
     store.set("Settings", "DeviceProducts", "FamilyMaple");
     Rehearsal bench(setup_of("Juniper-60Q"), &store, true);
-    EXPECT_EQ(bench.form.txtDevice.text(), "Hazel-1");
+    EXPECT_EQ(device_shown(bench), "Hazel-1");
 }

@@ -5,10 +5,10 @@
 
 #include "image/project_format.h"
 #include "options/codec.h"
-#include "options/row_control.h"
 #include "shell/project.h"
 #include "shell/project_file.h"
 #include "shell/project_values.h"
+#include "shell/row_control.h"
 
 #include <filesystem>
 #include <map>
@@ -51,7 +51,7 @@ struct ProjectBench : Bench {
     }
     std::string saved() const { return contents(path); }
 
-    Control& control(std::string_view full_name) { return *form.controls.find_full(full_name); }
+    Control& control(std::string_view full_name) { return *shell.controls.find_full(full_name); }
     bool chosen(std::string_view full_name) { return dynamic_cast<OptionButton&>(control(full_name)).value(); }
 
     // An image as if it had been loaded, whatever the model has room for.
@@ -79,7 +79,7 @@ struct ProjectBench : Bench {
     std::map<std::string, std::string> state()
     {
         std::map<std::string, std::string> all;
-        for (const Control* one : form.controls.all()) {
+        for (const Control* one : shell.controls.all()) {
             const std::string property = dynamic_cast<const CaptionControl*>(one) != nullptr ? "Caption" : "Text";
             all[one->full_name()] = std::string{trimmed(read_property(*one, property))};
             all[one->full_name() + ".Value"] = read_property(*one, "Value");
@@ -107,37 +107,37 @@ struct ProjectBench : Bench {
     {
         for (int strip = 0; strip <= 13; ++strip) {
             const std::string name = "Option" + std::to_string(strip);
-            auto& first = dynamic_cast<OptionButton&>(*form.controls.find(name, 0));
-            auto& second = dynamic_cast<OptionButton&>(*form.controls.find(name, 1));
+            auto& first = dynamic_cast<OptionButton&>(*shell.controls.find(name, 0));
+            auto& second = dynamic_cast<OptionButton&>(*shell.controls.find(name, 1));
             if (first.value() || second.value()) // else no strip of this model
                 (first.value() ? second : first).set_value(true);
         }
-        form.comWDT_Prescalar[0].set_text("16");
-        form.comWDT_Prescalar[1].set_text("8192");
+        form.list("comWDT_Prescalar", 0).set_text("16");
+        form.list("comWDT_Prescalar", 1).set_text("8192");
     }
     void fill_in_numbers()
     {
         const char* code_fields[] = {"01FF", "4", "0123", "7"};
         const char* data_fields[] = {"0010", "6", "000999", "3"};
         for (std::size_t i = 0; i < 4; ++i) {
-            form.texAuto_Increase[i].set_text(code_fields[i]);
-            form.texData_Auto_Increase[i].set_text(data_fields[i]);
+            form.text_box("texAuto_Increase", i).set_text(code_fields[i]);
+            form.text_box("texData_Auto_Increase", i).set_text(data_fields[i]);
         }
-        form.optAuto_Increase[1].set_value(true);
-        form.optData_Auto_Increase[2].set_value(true);
+        form.option("optAuto_Increase", 1).set_value(true);
+        form.option("optData_Auto_Increase", 2).set_value(true);
     }
     // Another job altogether.
     void change_everything()
     {
-        shell.job.panel_state = 0;
+        set_locked(shell, false);
         select(shell.selected.mcu_name == "Oak-32" ? "Birch-4" : "Oak-32");
         put(shell.code_buffer, pattern(700, 9));
         for (std::size_t i = 0; i < 4; ++i) {
-            form.texAuto_Increase[i].set_text("1");
-            form.texData_Auto_Increase[i].set_text("2");
+            form.text_box("texAuto_Increase", i).set_text("1");
+            form.text_box("texData_Auto_Increase", i).set_text("2");
         }
-        form.optAuto_Increase[0].set_value(true);
-        form.optData_Auto_Increase[0].set_value(true);
+        form.option("optAuto_Increase", 0).set_value(true);
+        form.option("optData_Auto_Increase", 0).set_value(true);
     }
 };
 

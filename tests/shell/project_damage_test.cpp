@@ -139,5 +139,5 @@ TEST_F(DamagedProjectFile, MegabytesInOneLineAreToldOf)
     std::string long_name = text;
     long_name.insert(long_name.find("File_Name: ") + 11, megabytes);
     EXPECT_FALSE(told_of(long_name, "long name"));
-    EXPECT_EQ(bench.form.Frame7.caption(), "Program File: ") << "no path is that long";
+    EXPECT_EQ(bench.form.frame("Frame7").caption(), "Program File: ") << "no path is that long";
 }

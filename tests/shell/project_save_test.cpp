@@ -39,7 +39,7 @@ std::size_t files_in(const std::string& folder)
 TEST(SaveProject, WithoutACodeFileAsksForOne)
 {
     ProjectBench bench{"Hazel-1", false};
-    click(bench.shell, bench.form.comSaveBatchFile);
+    click(bench.shell, bench.form.button("comSaveBatchFile"));
     EXPECT_EQ(bench.next_box(), "Please open code file./请打开应用程序文件。");
     EXPECT_TRUE(bench.dialogs.asked.empty());
     EXPECT_EQ(files_in(bench.folder), 0U);
@@ -49,9 +49,9 @@ TEST(SaveProject, AsksInTheFolderOfProjectsAndWritesWhereItIsTold)
 {
     ProjectBench bench{"Hazel-1", false};
     bench.open_code(Bench::pattern(600));
-    bench.form.texBatchFileName.set_text("/jobs/before.VRK");
+    bench.form.text_box("texBatchFileName").set_text("/jobs/before.VRK");
     bench.dialogs.choices = {"  " + bench.path + " "};
-    click(bench.shell, bench.form.comSaveBatchFile);
+    click(bench.shell, bench.form.button("comSaveBatchFile"));
 
     const FileDialog& asked = bench.dialogs.asked.at(0);
     EXPECT_EQ(asked.kind, FileDialog::Kind::save);
@@ -60,7 +60,7 @@ TEST(SaveProject, AsksInTheFolderOfProjectsAndWritesWhereItIsTold)
     EXPECT_EQ(asked.initial_dir, bench.folder + "/VRK_Project");
     EXPECT_EQ(asked.file_name, "/jobs/before.VRK");
     EXPECT_TRUE(std::filesystem::is_directory(bench.folder + "/VRK_Project"));
-    EXPECT_EQ(bench.form.texBatchFileName.text(), bench.path);
+    EXPECT_EQ(bench.form.text_box("texBatchFileName").text(), bench.path);
     EXPECT_TRUE(parse_project(bench.saved()).code.sum_is_right);
     EXPECT_EQ(files_in(bench.folder), 2U) << "the project and the folder, and nothing left over";
 }
@@ -69,10 +69,10 @@ TEST(SaveProject, CancelledWritesNothing)
 {
     ProjectBench bench;
     bench.open_code(Bench::pattern(600));
-    bench.form.texBatchFileName.set_text("before");
+    bench.form.text_box("texBatchFileName").set_text("before");
     bench.dialogs.choices = {std::nullopt};
-    click(bench.shell, bench.form.comSaveBatchFile);
-    EXPECT_EQ(bench.form.texBatchFileName.text(), "before");
+    click(bench.shell, bench.form.button("comSaveBatchFile"));
+    EXPECT_EQ(bench.form.text_box("texBatchFileName").text(), "before");
     EXPECT_EQ(files_in(bench.folder + "/VRK_Project"), 0U);
 }
 
@@ -83,16 +83,16 @@ TEST(SaveProject, ChangesNothingButTheNameShown)
     const auto state = bench.state();
     bench.save();
     EXPECT_EQ(bench.changes_since(state), "");
-    EXPECT_EQ(bench.shell.job.panel_state, 0);
+    EXPECT_EQ(panel_state(bench.shell), 0);
 }
 
 TEST(OpenProjectDialog, ProposesTheLastProjectAndCancelChangesNothing)
 {
     ProjectBench bench;
-    bench.form.texBatchFileName.set_text(bench.path);
+    bench.form.text_box("texBatchFileName").set_text(bench.path);
     const auto state = bench.state();
     bench.dialogs.choices = {std::nullopt};
-    click(bench.shell, bench.form.comOpenBatchFile);
+    click(bench.shell, bench.form.button("comOpenBatchFile"));
 
     const FileDialog& asked = bench.dialogs.asked.at(0);
     EXPECT_EQ(asked.kind, FileDialog::Kind::open);
@@ -112,9 +112,9 @@ TEST(OpenProjectDialog, AChosenFileIsOpened)
     bench.save();
     bench.change_everything();
     bench.dialogs.choices = {bench.path};
-    click(bench.shell, bench.form.comOpenBatchFile);
+    click(bench.shell, bench.form.button("comOpenBatchFile"));
     EXPECT_EQ(bench.shell.selected.mcu_name, "Oak-32");
-    EXPECT_EQ(bench.shell.job.panel_state, 2);
+    EXPECT_EQ(panel_state(bench.shell), 2);
 }
 
 TEST(OpenProjectDialog, AProjectMayBeChosenInTheDialogOfEitherBuffer)
@@ -122,15 +122,15 @@ TEST(OpenProjectDialog, AProjectMayBeChosenInTheDialogOfEitherBuffer)
     ProjectBench bench{"Juniper-60Q"};
     bench.open_code(Bench::pattern(600));
     bench.save();
-    for (Button* button : {&bench.form.comLoadFile, &bench.form.comLoadDataFile}) {
+    for (Button* button : {&bench.form.button("comLoadFile"), &bench.form.button("comLoadDataFile")}) {
         bench.change_everything();
         bench.select("Juniper-8Q");
-        bench.form.TabStrip2.select(0);
+        bench.form.tabs("TabStrip2").select(0);
         bench.dialogs.choices = {bench.path};
-        EXPECT_TRUE(click(bench.shell, *button));
-        EXPECT_EQ(bench.form.TabStrip2.selected_key(), "Batch_quantity");
-        EXPECT_TRUE(bench.form.fra_Batch_quantity.visible());
-        EXPECT_FALSE(bench.form.Frame7.visible());
+        EXPECT_EQ(click(bench.shell, *button), Touch::taken);
+        EXPECT_EQ(bench.form.tabs("TabStrip2").selected_key(), "Batch_quantity");
+        EXPECT_TRUE(bench.form.frame("fra_Batch_quantity").visible());
+        EXPECT_FALSE(bench.form.frame("Frame7").visible());
         EXPECT_EQ(bench.shell.selected.mcu_name, "Juniper-60Q");
         EXPECT_EQ(bench.shell.code_buffer.data[5], Bench::pattern(600)[5]);
         comUnlockOptions_Click(bench.shell);
@@ -143,25 +143,25 @@ TEST(OpenProjectDialog, AProjectThatWasChosenIsNeverReloadedAsCode)
     bench.open_code(Bench::pattern(600));
     bench.save();
     bench.dialogs.choices = {bench.path};
-    click(bench.shell, bench.form.comLoadFile);
+    click(bench.shell, bench.form.button("comLoadFile"));
     const auto image = bench.shell.code_buffer.data;
 
     reload_code_file(bench.shell);
     EXPECT_EQ(bench.shell.code_buffer.data, image);
 
-    bench.form.cekReloadFileWhileFileChange.set_value(true);
+    bench.form.check_box("cekReloadFileWhileFileChange").set_value(true);
     Timer12_Timer(bench.shell);
     std::filesystem::last_write_time(bench.path, std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
     Timer12_Timer(bench.shell);
     EXPECT_EQ(bench.shell.code_buffer.data, image);
-    EXPECT_FALSE(bench.shell.job.sequence_running);
+    EXPECT_FALSE(bench.shell.running);
     EXPECT_EQ(bench.chip.power_ups(), 0);
 }
 
 TEST(ProjectUsage, IsTold)
 {
     ProjectBench bench{"Hazel-1", false};
-    click(bench.shell, bench.form.Command1);
+    click(bench.shell, bench.form.button("Command1"));
     EXPECT_EQ(bench.dialogs.shown.at(0).box.title, "VRK 工程文件使用说明");
     const std::string text = bench.next_box();
     EXPECT_TRUE(
@@ -174,7 +174,7 @@ TEST(ProjectUsage, IsTold)
                        "    当天下载工作结束时，要将自动增量“下一个值”记录下来，以便在下一次打开工程文件时修改。"));
 
     bench.shell.language_is_english = true;
-    click(bench.shell, bench.form.Command1);
+    click(bench.shell, bench.form.button("Command1"));
     EXPECT_TRUE(bench.next_box().starts_with(
         "    When programing, you or your colleage may not remember the MCU type, the file name or other\n"));
 }
@@ -294,14 +294,14 @@ void expect_enabled(ProjectBench& bench, std::span<const char* const> names, boo
 TEST(Lock, HoldsModelFilesOptionsAndNumbersUntilItIsReleased)
 {
     ProjectBench bench{"Juniper-60Q"};
-    click(bench.shell, bench.form.comLockOptions);
-    EXPECT_EQ(bench.shell.job.panel_state, 2);
+    click(bench.shell, bench.form.button("comLockOptions"));
+    EXPECT_EQ(panel_state(bench.shell), 2);
     expect_enabled(bench, held_by_the_lock, false);
     expect_enabled(bench, left_free, true);
-    EXPECT_FALSE(bench.form.comStop_Download.enabled());
+    EXPECT_FALSE(bench.form.button("comStop_Download").enabled());
 
-    click(bench.shell, bench.form.comUnlockOptions);
-    EXPECT_EQ(bench.shell.job.panel_state, 0);
+    click(bench.shell, bench.form.button("comUnlockOptions"));
+    EXPECT_EQ(panel_state(bench.shell), 0);
     expect_enabled(bench, held_by_the_lock, true);
     expect_enabled(bench, left_free, true);
 }
@@ -316,7 +316,7 @@ TEST(Lock, OfAnOpenedProjectIsTheSame)
     expect_enabled(bench, held_by_the_lock, false);
     expect_enabled(bench, left_free, true);
     const auto values = project_values(bench.shell);
-    click(bench.shell, bench.form.comUnlockOptions);
+    click(bench.shell, bench.form.button("comUnlockOptions"));
     EXPECT_EQ(project_values(bench.shell), values) << "releasing it changes no choice";
 }
 
@@ -324,21 +324,21 @@ TEST(Lock, LeavesTheNumbersOfAModelWithoutEepromOff)
 {
     ProjectBench bench{"Hazel-1"}; // its data flash has no room
     ASSERT_FALSE(has_eeprom_buffer(bench.shell.selected));
-    click(bench.shell, bench.form.comLockOptions);
-    click(bench.shell, bench.form.comUnlockOptions);
-    EXPECT_FALSE(bench.form.cheData_Auto_Increase.enabled());
-    EXPECT_FALSE(bench.form.texData_Auto_Increase[0].enabled());
-    EXPECT_FALSE(bench.form.comLoadDataFile.enabled());
-    EXPECT_TRUE(bench.form.cheAuto_Increase.enabled());
+    click(bench.shell, bench.form.button("comLockOptions"));
+    click(bench.shell, bench.form.button("comUnlockOptions"));
+    EXPECT_FALSE(bench.form.check_box("cheData_Auto_Increase").enabled());
+    EXPECT_FALSE(bench.form.text_box("texData_Auto_Increase", 0).enabled());
+    EXPECT_FALSE(bench.form.button("comLoadDataFile").enabled());
+    EXPECT_TRUE(bench.form.check_box("cheAuto_Increase").enabled());
 }
 
 TEST(Lock, IsNotReleasedByAClickBesideTheTree)
 {
     ProjectBench bench{"Juniper-60Q"};
-    click(bench.shell, bench.form.comLockOptions);
-    click(bench.shell, bench.form.FrameX[0]);
-    EXPECT_FALSE(click(bench.shell, bench.form.txtDevice));
-    EXPECT_FALSE(choose_node(bench.shell, bench.form.TreeViewDevice, "Hazel-6"));
+    click(bench.shell, bench.form.button("comLockOptions"));
+    click(bench.shell, bench.form.frame("FrameX", 0));
+    EXPECT_NE(click(bench.shell, bench.form.text_box("txtDevice")), Touch::taken);
+    EXPECT_NE(choose_node(bench.shell, bench.form.tree("TreeViewDevice"), "Hazel-6"), Touch::taken);
     EXPECT_EQ(bench.shell.selected.mcu_name, "Juniper-60Q");
 }
 
@@ -349,29 +349,31 @@ TEST(Lock, StaysOverADownload)
     bench.save();
     bench.open();
     bench.after_ms(200, [&] {
-        EXPECT_EQ(bench.shell.job.panel_state, 3);
-        EXPECT_FALSE(bench.form.comUnlockOptions.enabled());
-        EXPECT_FALSE(bench.form.comOpenBatchFile.enabled());
+        EXPECT_EQ(panel_state(bench.shell), 3);
+        EXPECT_FALSE(bench.form.button("comUnlockOptions").enabled());
+        EXPECT_FALSE(bench.form.button("comOpenBatchFile").enabled());
     });
     bench.download();
-    EXPECT_EQ(bench.shell.job.panel_state, 2);
-    EXPECT_TRUE(bench.form.comUnlockOptions.enabled());
-    EXPECT_FALSE(bench.form.comLoadFile.enabled());
+    EXPECT_EQ(panel_state(bench.shell), 2);
+    EXPECT_TRUE(bench.form.button("comUnlockOptions").enabled());
+    EXPECT_FALSE(bench.form.button("comLoadFile").enabled());
 }
 
 // The panel of such a model has no states: nothing must stay locked that nothing could release.
-TEST(Lock, IsReleasedByAProjectOfAModelWithoutOptions)
+TEST(Lock, HoldsForAProjectOfAModelWithoutOptionsToo)
 {
     ProjectBench bench{"Larch-I14"};
     ASSERT_TRUE(bench.shell.selected.cap_no_option_write);
     bench.open_code(Bench::pattern(600));
     bench.save();
     bench.select("Juniper-60Q");
-    click(bench.shell, bench.form.comLockOptions);
     bench.open();
     EXPECT_EQ(bench.shell.selected.mcu_name, "Larch-I14");
-    EXPECT_EQ(bench.shell.job.panel_state, 0);
-    EXPECT_TRUE(bench.form.txtDevice.enabled());
-    EXPECT_TRUE(bench.form.comLoadFile.enabled());
+    EXPECT_EQ(panel_state(bench.shell), 2);
+    EXPECT_FALSE(bench.form.text_box("txtDevice").enabled());
+    EXPECT_FALSE(bench.form.button("comLoadFile").enabled());
     EXPECT_TRUE(bench.shell.file_loaded);
+    click(bench.shell, bench.form.button("comUnlockOptions"));
+    EXPECT_EQ(panel_state(bench.shell), 0);
+    EXPECT_TRUE(bench.form.text_box("txtDevice").enabled());
 }

@@ -1,4 +1,4 @@
-// Projects through the shell: what is saved comes back.
+// Projects through the form: what is saved comes back.
 #include "project_bench.h"
 
 using namespace vrk;
@@ -17,9 +17,9 @@ TEST(ProjectFile, OfTheForm_IsWrittenToTheByte)
 {
     ProjectBench bench{"Hazel-1", false};
     bench.open_code({0x02, 0x00, 0x30, 0xA5});
-    bench.form.Frame7.set_caption("Program File: /jobs/灯.bin");
+    bench.form.frame("Frame7").set_caption("Program File: /jobs/灯.bin");
     bench.fill_in_numbers();
-    bench.form.cheAuto_Increase.set_value(true);
+    bench.form.check_box("cheAuto_Increase").set_value(true);
     bench.shell.data_buffer.loaded = false;
     bench.save();
 
@@ -77,7 +77,7 @@ TEST(ProjectFile, WithAnEepromFileHoldsBothImages)
     ProjectBench bench;
     bench.open_code(Bench::pattern(600));
     bench.open_data(Bench::pattern(520, 2));
-    bench.form.cheClearDataBuffer.set_value(true);
+    bench.form.check_box("cheClearDataBuffer").set_value(true);
     bench.save();
 
     const Project project = parse_project(bench.saved());
@@ -101,19 +101,19 @@ TEST(ProjectFile, OnlyTheLowerDividerOfMapleAndOakIsThere)
 {
     ProjectBench bench{"Maple-1S"};
     bench.open_code(Bench::pattern(600));
-    bench.form.comWDT_Prescalar[1].set_text("4096");
+    bench.form.list("comWDT_Prescalar", 1).set_text("4096");
     bench.save();
     EXPECT_NE(bench.saved().find("\r\nRC30K_Divder: 4096\r\nbuffer_check_sum: "), std::string::npos);
 }
 
 // ---- a job and back, for a model of every page of options
 
-struct Job {
+struct Station {
     const char* model;
     bool english;
 };
-void PrintTo(const Job& job, std::ostream* out) { *out << job.model << (job.english ? ", English" : ", Chinese"); }
-class EveryPage : public ::testing::TestWithParam<Job> { };
+void PrintTo(const Station& job, std::ostream* out) { *out << job.model << (job.english ? ", English" : ", Chinese"); }
+class EveryPage : public ::testing::TestWithParam<Station> { };
 
 TEST_P(EveryPage, SavedChangedAndOpenedIsTheSameJob)
 {
@@ -136,7 +136,7 @@ TEST_P(EveryPage, SavedChangedAndOpenedIsTheSameJob)
     EXPECT_TRUE(bench.no_more_boxes()) << bench.dialogs.shown.back().box.text;
 
     EXPECT_EQ(bench.shell.selected.mcu_name, GetParam().model);
-    EXPECT_EQ(bench.form.Label2[6].caption(), std::string{"MCU Type: "} + GetParam().model);
+    EXPECT_EQ(bench.form.label("Label2", 6).caption(), std::string{"MCU Type: "} + GetParam().model);
     const auto opened = project_values(bench.shell);
     EXPECT_TRUE(std::equal(values.begin(), values.end(), opened.begin(), opened.end(),
         [](const ProjectValue& one, const ProjectValue& other) {
@@ -161,21 +161,21 @@ TEST_P(EveryPage, SavedChangedAndOpenedIsTheSameJob)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Projects, EveryPage, ::testing::Values(
-    Job{"Alder-64", false},    // page 0
-    Job{"Aspen-63", false},    // page 1
-    Job{"Birch-4", false},     // page 2
-    Job{"Birch-4", true},      // page 2, one key differs by language
-    Job{"Pine-61", true},      // page 2, boot loader above the code
-    Job{"Cedar-0.5", false},   // page 4, small
-    Job{"Fir-1", true},        // page 4
-    Job{"Hazel-6", true},      // page 5
-    Job{"Juniper-60Q", false}, // page 6
-    Job{"Juniper-60Q", true},  // page 6, one key differs by language
-    Job{"Larch-4V", true},     // page 7
-    Job{"Maple-1S", false},    // page 8
-    Job{"Oak-32", true},      // page 9
-    Job{"Poplar-1", false},    // page 10
-    Job{"Poplar-1", true}));   // page 10, as Larch's in English
+    Station{"Alder-64", false},    // page 0
+    Station{"Aspen-63", false},    // page 1
+    Station{"Birch-4", false},     // page 2
+    Station{"Birch-4", true},      // page 2, one key differs by language
+    Station{"Pine-61", true},      // page 2, boot loader above the code
+    Station{"Cedar-0.5", false},   // page 4, small
+    Station{"Fir-1", true},        // page 4
+    Station{"Hazel-6", true},      // page 5
+    Station{"Juniper-60Q", false}, // page 6
+    Station{"Juniper-60Q", true},  // page 6, one key differs by language
+    Station{"Larch-4V", true},     // page 7
+    Station{"Maple-1S", false},    // page 8
+    Station{"Oak-32", true},      // page 9
+    Station{"Poplar-1", false},    // page 10
+    Station{"Poplar-1", true}));   // page 10, as Larch's in English
 // clang-format on
 
 TEST(OpenProject, RestoresEveryControlOfTheSameModel)
@@ -209,8 +209,8 @@ TEST(OpenProject, TheLengthIsWhatWasSavedWithoutAMinimum)
     bench.open_text("VER: 1.2\r\nMCU_Type: Juniper-60Q\r\nbuffer_check_sum: 6\r\nEND\r\n010203\r\n");
     EXPECT_EQ(bench.shell.code_buffer.high, 2);
     EXPECT_EQ(bench.shell.code_buffer.first, 0);
-    EXPECT_EQ(bench.form.Label7[1].caption(), "Effective length of code file: 3");
-    EXPECT_EQ(bench.form.txtBuffer.text(), "000000   01 02 03 \r\n");
+    EXPECT_EQ(bench.form.label("Label7", 1).caption(), "Effective length of code file: 3");
+    EXPECT_EQ(bench.form.text_box("txtBuffer").text(), "000000   01 02 03 \r\n");
     EXPECT_TRUE(bench.no_more_boxes());
 }
 
@@ -222,9 +222,9 @@ TEST(OpenProject, ReadyToDownloadTheChipGetsTheImage)
     bench.change_everything();
     bench.open();
     bench.download();
-    EXPECT_TRUE(bench.shell.job.succeeded);
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.flash(0, 899), Bench::pattern(900));
-    EXPECT_EQ(bench.shell.job.panel_state, 2) << "locked before, locked behind";
+    EXPECT_EQ(panel_state(bench.shell), 2) << "locked before, locked behind";
 }
 
 // ---- values
@@ -234,15 +234,15 @@ TEST(ProjectValues, TrueFalseAndNumbersCheckAndUncheck)
     ProjectBench bench{"Hazel-1"};
     const std::string head = "VER: 1.2\r\nMCU_Type: Hazel-1\r\n";
     bench.open_text(head + "Auto_Increase_Enable: True\r\nHalf_Gain_YES: 1\r\nHalf_Gain_NO: 0\r\nEND\r\n");
-    EXPECT_TRUE(bench.form.cheAuto_Increase.value());
+    EXPECT_TRUE(bench.form.check_box("cheAuto_Increase").value());
     EXPECT_TRUE(bench.chosen("Option2(1)"));
     EXPECT_FALSE(bench.chosen("Option2(0)"));
     bench.open_text(head + "Auto_Increase_Enable: False\r\nEND\r\n");
-    EXPECT_FALSE(bench.form.cheAuto_Increase.value());
+    EXPECT_FALSE(bench.form.check_box("cheAuto_Increase").value());
     bench.open_text(head + "Auto_Increase_Enable: -1\r\nEND\r\n");
-    EXPECT_TRUE(bench.form.cheAuto_Increase.value());
+    EXPECT_TRUE(bench.form.check_box("cheAuto_Increase").value());
     bench.open_text(head + "Auto_Increase_Enable: 0\r\nEND\r\n");
-    EXPECT_FALSE(bench.form.cheAuto_Increase.value());
+    EXPECT_FALSE(bench.form.check_box("cheAuto_Increase").value());
 }
 
 TEST(ProjectValues, ADividerIsChosenByItsTextElseByItsNumber)
@@ -250,14 +250,14 @@ TEST(ProjectValues, ADividerIsChosenByItsTextElseByItsNumber)
     ProjectBench bench{"Maple-1S"};
     const std::string head = "VER: 1.2\r\nMCU_Type: Maple-1S\r\n";
     bench.open_text(head + "WDT_Prescalar: 4\r\nRC30K_Divder: 8192\r\nEND\r\n");
-    EXPECT_EQ(bench.form.comWDT_Prescalar[0].text(), "4");
-    EXPECT_EQ(bench.form.comWDT_Prescalar[1].text(), "8192");
+    EXPECT_EQ(bench.form.list("comWDT_Prescalar", 0).text(), "4");
+    EXPECT_EQ(bench.form.list("comWDT_Prescalar", 1).text(), "8192");
     bench.open_text(head + "WDT_Prescalar: 6\r\nRC30K_Divder: 0\r\nEND\r\n");
-    EXPECT_EQ(bench.form.comWDT_Prescalar[0].text(), "128");
-    EXPECT_EQ(bench.form.comWDT_Prescalar[1].text(), "4096");
+    EXPECT_EQ(bench.form.list("comWDT_Prescalar", 0).text(), "128");
+    EXPECT_EQ(bench.form.list("comWDT_Prescalar", 1).text(), "4096");
     bench.open_text(head + "WDT_Prescalar: 25\r\nRC30K_Divder: -1\r\nEND\r\n");
-    EXPECT_EQ(bench.form.comWDT_Prescalar[0].text(), "256") << "the panel's default";
-    EXPECT_EQ(bench.form.comWDT_Prescalar[1].text(), "32768");
+    EXPECT_EQ(bench.form.list("comWDT_Prescalar", 0).text(), "256") << "the panel's default";
+    EXPECT_EQ(bench.form.list("comWDT_Prescalar", 1).text(), "32768");
 }
 
 TEST(ProjectValues, UnknownKeysAndThoseOfAnotherLayoutAreIgnored)
@@ -291,27 +291,25 @@ TEST(OpenProject, WithoutAModelIsRefusedAndChangesNothing)
     EXPECT_EQ(bench.next_box(), "Can not find the MCU type: ");
     EXPECT_EQ(bench.changes_since(state), "");
     EXPECT_TRUE(bench.shell.file_loaded);
-    EXPECT_EQ(bench.shell.job.panel_state, 0);
-    EXPECT_EQ(bench.form.texBatchFileName.text(), bench.path);
+    EXPECT_EQ(panel_state(bench.shell), 0);
+    EXPECT_EQ(bench.form.text_box("texBatchFileName").text(), bench.path);
 }
 
 TEST(OpenProject, OfAModelThatNobodyKnowsChangesNothing)
 {
     ProjectBench bench{"Aspen-63", false};
     bench.open_code(Bench::pattern(600));
-    bench.shell.job.panel_state = 2;
+    set_locked(bench.shell, true);
     const auto state = bench.state();
     const bool abuts = bench.shell.selected.ap_abuts_isp;
-    const std::int32_t block = bench.shell.beside.block_bytes;
     bench.open_text("VER: 1.2\r\nMCU_Type: Hazel-1000\r\nAuto_Increase_Next: 77\r\nEND\r\n00\r\n");
     EXPECT_EQ(bench.next_box(), "找不到 MCU: Hazel-1000");
     EXPECT_TRUE(bench.no_more_boxes());
     EXPECT_EQ(bench.changes_since(state), "");
-    EXPECT_EQ(bench.form.Label2[6].caption(), "");
+    EXPECT_EQ(bench.form.label("Label2", 6).caption(), "");
     EXPECT_EQ(bench.shell.selected.mcu_name, "Aspen-63");
     EXPECT_EQ(bench.shell.selected.ap_abuts_isp, abuts);
-    EXPECT_EQ(bench.shell.beside.block_bytes, block);
-    EXPECT_EQ(bench.shell.job.panel_state, 2);
+    EXPECT_EQ(panel_state(bench.shell), 2);
 }
 
 TEST(OpenProject, OfVersion1_1IsRefused)
@@ -346,7 +344,7 @@ TEST(OpenProject, WrongSumsAreToldAndLoadingGoesOn)
     EXPECT_EQ(bench.shell.code_buffer.data[2], 3);
     EXPECT_EQ(bench.shell.data_buffer.data[1], 0x0B);
     EXPECT_TRUE(bench.shell.file_loaded);
-    EXPECT_EQ(bench.shell.job.panel_state, 2);
+    EXPECT_EQ(panel_state(bench.shell), 2);
 }
 
 TEST(OpenProject, WithoutAnImageThereIsNothingToDownload)
@@ -366,10 +364,10 @@ TEST(OpenProject, WhileASequenceRunsDoesNothing)
     bench.save();
     bench.press_download();
     bench.after_ms(200, [&] {
-        EXPECT_FALSE(click(bench.shell, bench.form.comOpenBatchFile));
+        EXPECT_NE(click(bench.shell, bench.form.button("comOpenBatchFile")), Touch::taken);
         bench.open(); // as from a dialog that was left open
-        EXPECT_EQ(bench.shell.job.panel_state, 1);
-        EXPECT_TRUE(bench.form.comStop_Download.enabled());
+        EXPECT_EQ(panel_state(bench.shell), 1);
+        EXPECT_TRUE(bench.form.button("comStop_Download").enabled());
     });
     bench.press_stop_after_ms(400);
     bench.run_until_idle();
@@ -381,7 +379,7 @@ TEST(OpenProject, WhileASequenceRunsDoesNothing)
 TEST(OldProject, OfTheOldestLayoutIsReadWithItsKeys)
 {
     ProjectBench bench{"Oak-32", false};
-    bench.form.optAuto_Increase[0].set_value(true);
+    bench.form.option("optAuto_Increase", 0).set_value(true);
     bench.open_text("MCU_Type: Birch-4\r\nFile_Name: Program File: C:\\old.hex\r\nAP_File_CheckSum: 0000006H\r\n"
                     "Auto_Increase_Enable: 0\r\nAuto_Increase_Address: 00FF\r\nAuto_Increase_Bytes: 2\r\n"
                     "Auto_Increase_Next: 0042\r\nAuto_Increase: 5\r\nAuto_Increase_HEX: False\r\n"
@@ -392,16 +390,16 @@ TEST(OldProject, OfTheOldestLayoutIsReadWithItsKeys)
     EXPECT_EQ(bench.next_box(), "您使用的是旧版本的工程文件，打开文件后请仔细核对各选项是否正确。");
     EXPECT_TRUE(bench.no_more_boxes());
     EXPECT_EQ(bench.shell.selected.mcu_name, "Birch-4");
-    EXPECT_EQ(bench.form.Frame7.caption(), "Program File: C:\\old.hex");
-    EXPECT_EQ(bench.form.txtFileCheckSum.text(), "0000006H");
-    EXPECT_EQ(bench.form.texAuto_Increase[2].text(), "0042");
-    EXPECT_TRUE(bench.form.optAuto_Increase[2].value());
-    EXPECT_TRUE(bench.form.Option0[0].value());
+    EXPECT_EQ(bench.form.frame("Frame7").caption(), "Program File: C:\\old.hex");
+    EXPECT_EQ(bench.form.text_box("txtFileCheckSum").text(), "0000006H");
+    EXPECT_EQ(bench.form.text_box("texAuto_Increase", 2).text(), "0042");
+    EXPECT_TRUE(bench.form.option("optAuto_Increase", 2).value());
+    EXPECT_TRUE(bench.form.option("Option0", 0).value());
     EXPECT_TRUE(bench.chosen("Option11(0)"));
-    EXPECT_NE(bench.form.texData_Auto_Increase[2].text(), "99") << "that time had no such key";
+    EXPECT_NE(bench.form.text_box("texData_Auto_Increase", 2).text(), "99") << "that time had no such key";
     EXPECT_EQ(bench.shell.code_buffer.data[2], 3);
     EXPECT_FALSE(bench.shell.data_buffer.loaded);
-    EXPECT_EQ(bench.shell.job.panel_state, 2);
+    EXPECT_EQ(panel_state(bench.shell), 2);
 }
 
 TEST(OldProject, OfTheSecondLayoutTakesTheChoicesThatAreNoDefaults)
@@ -413,7 +411,7 @@ TEST(OldProject, OfTheSecondLayoutTakesTheChoicesThatAreNoDefaults)
     EXPECT_TRUE(bench.chosen("Option0(1)"));
     EXPECT_TRUE(bench.chosen("Option11(0)"));
     EXPECT_TRUE(bench.chosen("Option10(1)"));
-    EXPECT_EQ(bench.form.comWDT_Prescalar[0].text(), "256") << "that layout had no divider";
+    EXPECT_EQ(bench.form.list("comWDT_Prescalar", 0).text(), "256") << "that layout had no divider";
 }
 
 TEST(OldProject, OfALaterModelIsReadWithTheKeysOfToday)
@@ -422,7 +420,7 @@ TEST(OldProject, OfALaterModelIsReadWithTheKeysOfToday)
     bench.open_text("MCU_Type: Juniper-60Q\nWDT_Prescalar: 8\nbuffer_check_sum: 1\nEND\n01\n");
     bench.next_box();
     EXPECT_TRUE(bench.no_more_boxes());
-    EXPECT_EQ(bench.form.comWDT_Prescalar[0].text(), "8");
+    EXPECT_EQ(bench.form.list("comWDT_Prescalar", 0).text(), "8");
 }
 
 TEST(OldProject, BothListsHaveTheir26KeysAndNoKeyTwice)
@@ -458,20 +456,20 @@ TEST(ProjectNumber, IsTakenUpAsItStandsAndTheUserIsAskedToCheckIt)
     bench.fill_in_numbers();
     bench.shell.code_buffer.data[0x1FF] = 0x23; // stamped before it was saved
     bench.shell.code_buffer.data[0x1FE] = 0x01;
-    bench.form.cheAuto_Increase.set_value(true);
+    bench.form.check_box("cheAuto_Increase").set_value(true);
     bench.save();
     bench.change_everything();
-    bench.form.cheAuto_Increase.set_value(false);
+    bench.form.check_box("cheAuto_Increase").set_value(false);
 
     bench.open();
     EXPECT_EQ(bench.next_box(),
         "    您打开的工程文件启用了自动增量功能，请检查自动增量“下一个值(10进制)”的数值是否正确。\n"
         "若要修改“下一个值(10进制)”，请先点击“允许修改参数和选项”按钮。");
     EXPECT_TRUE(bench.no_more_boxes());
-    EXPECT_TRUE(bench.form.cheAuto_Increase.value());
+    EXPECT_TRUE(bench.form.check_box("cheAuto_Increase").value());
     EXPECT_TRUE(bench.shell.code_increase.valid);
     EXPECT_EQ(bench.shell.code_increase.next_value, "0123");
-    EXPECT_EQ(bench.form.texAuto_Increase[2].text(), "0123");
+    EXPECT_EQ(bench.form.text_box("texAuto_Increase", 2).text(), "0123");
     EXPECT_EQ(bench.shell.code_buffer.data[0x1FF], 0x23);
     EXPECT_EQ(bench.shell.code_buffer.data[0x1FE], 0x01);
     EXPECT_EQ(bench.shell.code_buffer.data[0x1FD], Bench::pattern(600)[0x1FD]) << "not stamped anew";
@@ -510,7 +508,7 @@ TEST(OpenProject, ReloadBeforeADownloadDoesNotBringTheFileOfTheJobBefore)
     bench.save();
     bench.open_code(Bench::pattern(0x300, 6));
     bench.open();
-    bench.form.cekReloadFile.set_value(true);
+    bench.form.check_box("cekReloadFile").set_value(true);
     reload_code_file(bench.shell);
     EXPECT_EQ(bench.code(0, 0x2FF), job);
     EXPECT_TRUE(bench.shell.loader.code_is_project);

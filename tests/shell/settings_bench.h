@@ -1,6 +1,7 @@
 // One run of the program after another on the same store.
 #pragma once
 
+#include "named_controls.h"
 #include "platform/scripted_dialogs.h"
 #include "shell/events.h"
 #include "shell/settings.h"
@@ -49,7 +50,7 @@ struct Program {
     void let_the_save_run() { loop.run_for_ms(500); }
     template <typename Type> Type& control(std::string_view name, int index = Control::no_index)
     {
-        return dynamic_cast<Type&>(*form.controls.find(name, index));
+        return dynamic_cast<Type&>(*shell.controls.find(name, index));
     }
 
     sim::VirtualLoop loop;
@@ -57,7 +58,7 @@ struct Program {
     sim::SimPortDriver ports{loop};
     ScriptedDialogs dialogs;
     Shell shell;
-    MainForm& form = shell.form;
+    NamedControls form{shell.controls};
 };
 
 inline void put(MemoryStore& store, const char* key, const char* value) { store.set("Settings", key, value); }

@@ -1,5 +1,6 @@
 // What the program comes up with, on an empty store and on one that holds nonsense.
 #include "shell/settings_bench.h"
+#include "form/main_form.h"
 
 #include "shell/device.h"
 
@@ -11,48 +12,48 @@ TEST(FirstRun, ShowsHazel1TheFirstPortAndAWindowOfStandardSize)
 {
     MemoryStore store;
     Program run(store);
-    EXPECT_EQ(run.form.txtDevice.text(), "Hazel-1");
-    EXPECT_EQ(run.form.TreeViewDevice.selected_key(), "Hazel-1");
-    EXPECT_EQ(run.form.combCommPort.index_chosen(), 0);
-    EXPECT_EQ(run.form.window.left, 0);
-    EXPECT_EQ(run.form.window.top, 0);
-    EXPECT_EQ(run.form.window.width, 12000);
-    EXPECT_EQ(run.form.window.height, 9045);
-    EXPECT_EQ(run.form.window.frame24_width, 2000);
+    EXPECT_EQ(run.form.text_box("txtDevice").text(), "Hazel-1");
+    EXPECT_EQ(run.form.tree("TreeViewDevice").selected_key(), "Hazel-1");
+    EXPECT_EQ(run.form.list("combCommPort").index_chosen(), 0);
+    EXPECT_EQ(run.shell.form.window.left, 0);
+    EXPECT_EQ(run.shell.form.window.top, 0);
+    EXPECT_EQ(run.shell.form.window.width, 12000);
+    EXPECT_EQ(run.shell.form.window.height, 9045);
+    EXPECT_EQ(run.shell.form.window.frame24_width, 2000);
 }
 
 TEST(FirstRun, HasTheseChoices)
 {
     MemoryStore store;
     Program run(store);
-    Shell& shell = run.shell;
-    EXPECT_EQ(shell.form.cobBaudMin.text(), "2400");
-    EXPECT_EQ(shell.form.comDalay_ReDownLoad.text(), "5");
-    EXPECT_TRUE(shell.form.optBeepYes.value());
-    EXPECT_EQ(shell.form.txtWrite_OK_Count.text(), "0");
-    EXPECT_TRUE(shell.form.opt_485_pin[1].value());
-    EXPECT_EQ(shell.form.comb_485_pin.text(), "P1.0");
-    EXPECT_TRUE(shell.form.opt_485_logic[1].value());
-    EXPECT_TRUE(shell.form.opt_External_WDT[1].value());
-    EXPECT_EQ(shell.form.comb_External_WDT.text(), "P1.1");
-    EXPECT_EQ(shell.form.comWDT_Prescalar[0].text(), "256");
-    EXPECT_EQ(shell.form.com_RC_frequency[0].text(), "18.432");
-    EXPECT_EQ(shell.form.com_RC_frequency[1].text(), "11.0592");
-    EXPECT_EQ(shell.form.com_RC_frequency[4].text(), "12");
-    EXPECT_EQ(shell.form.com_RC_frequency[5].text(), "11.059");
-    EXPECT_EQ(shell.form.txt_RC_frequency.text(), "128");
-    EXPECT_EQ(shell.form.com_Debug_COM.text(), "COM1");
-    EXPECT_EQ(shell.form.com_Debug_Baud.text(), "115200");
-    EXPECT_EQ(shell.form.com_Debug_ParityCheck.text(), "None");
-    EXPECT_EQ(shell.form.com_Debug_DataBits.text(), "8");
-    EXPECT_EQ(shell.form.com_Debug_StopBits.text(), "1");
-    EXPECT_FALSE(shell.form.che_AutoOpenPort.value());
-    EXPECT_TRUE(shell.form.optHexSend[0].value());
-    EXPECT_EQ(shell.form.texSendCycle.text(), "1000");
-    EXPECT_EQ(shell.form.texSend.text(), "www.example.com");
-    EXPECT_EQ(shell.form.cobUserCodeBaud.text(), "115200");
-    EXPECT_EQ(shell.form.cob_DEMO_DownLoad_Parity.text(), "None");
-    EXPECT_EQ(shell.form.cob_DEMO_UserCode_StopBits.text(), "1");
+    const NamedControls& form = run.form;
+    EXPECT_EQ(form.list("cobBaudMin").text(), "2400");
+    EXPECT_EQ(form.list("comDalay_ReDownLoad").text(), "5");
+    EXPECT_TRUE(form.option("optBeepYes").value());
+    EXPECT_EQ(form.text_box("txtWrite_OK_Count").text(), "0");
+    EXPECT_TRUE(form.option("opt_485_pin", 1).value());
+    EXPECT_EQ(form.list("comb_485_pin").text(), "P1.0");
+    EXPECT_TRUE(form.option("opt_485_logic", 1).value());
+    EXPECT_TRUE(form.option("opt_External_WDT", 1).value());
+    EXPECT_EQ(form.list("comb_External_WDT").text(), "P1.1");
+    EXPECT_EQ(form.list("comWDT_Prescalar", 0).text(), "256");
+    EXPECT_EQ(form.list("com_RC_frequency", 0).text(), "18.432");
+    EXPECT_EQ(form.list("com_RC_frequency", 1).text(), "11.0592");
+    EXPECT_EQ(form.list("com_RC_frequency", 4).text(), "12");
+    EXPECT_EQ(form.list("com_RC_frequency", 5).text(), "11.059");
+    EXPECT_EQ(form.text_box("txt_RC_frequency").text(), "128");
+    EXPECT_EQ(form.list("com_Debug_COM").text(), "COM1");
+    EXPECT_EQ(form.list("com_Debug_Baud").text(), "115200");
+    EXPECT_EQ(form.list("com_Debug_ParityCheck").text(), "None");
+    EXPECT_EQ(form.list("com_Debug_DataBits").text(), "8");
+    EXPECT_EQ(form.list("com_Debug_StopBits").text(), "1");
+    EXPECT_FALSE(form.check_box("che_AutoOpenPort").value());
+    EXPECT_TRUE(form.option("optHexSend", 0).value());
+    EXPECT_EQ(form.text_box("texSendCycle").text(), "1000");
+    EXPECT_EQ(form.text_box("texSend").text(), "www.example.com");
+    EXPECT_EQ(form.list("cobUserCodeBaud").text(), "115200");
+    EXPECT_EQ(form.list("cob_DEMO_DownLoad_Parity").text(), "None");
+    EXPECT_EQ(form.list("cob_DEMO_UserCode_StopBits").text(), "1");
 }
 
 TEST(Loading, ReadsTheModelFirstAndTheNumbersBehindTheWindow)
@@ -73,12 +74,12 @@ TEST(Loading, HoldsTheSplitterInsideItsFrame)
 {
     MemoryStore store;
     put(store, "Frame24_Width", "100");
-    EXPECT_EQ(Program(store).form.window.frame24_width, 300);
+    EXPECT_EQ(Program(store).shell.form.window.frame24_width, 300);
     put(store, "Frame24_Width", "300");
-    EXPECT_EQ(Program(store).form.window.frame24_width, 300);
+    EXPECT_EQ(Program(store).shell.form.window.frame24_width, 300);
     put(store, "Frame24_Width", "1e6");
     Program wide(store);
-    EXPECT_EQ(wide.form.window.frame24_width, wide.form.window.debug_width - 100);
+    EXPECT_EQ(wide.shell.form.window.frame24_width, wide.shell.form.window.debug_width - 100);
 }
 
 TEST(Loading, TakesAPlaceOffTheScreenAsItStands)
@@ -87,8 +88,8 @@ TEST(Loading, TakesAPlaceOffTheScreenAsItStands)
     put(store, "MainLeft", "-30000");
     put(store, "MainTop", "99999.5");
     Program run(store);
-    EXPECT_EQ(run.form.window.left, -30000);
-    EXPECT_EQ(run.form.window.top, 99999.5F);
+    EXPECT_EQ(run.shell.form.window.left, -30000);
+    EXPECT_EQ(run.shell.form.window.top, 99999.5F);
     save_window(run.shell);
     EXPECT_EQ(stored(store, "MainTop"), "99999.5");
 }
@@ -102,14 +103,14 @@ TEST(Loading, TakesTheFirstItemForAnIndexBeyondTheList)
     put(store, "pin_for_485", "2");
     put(store, "UserCodeBaud", "1e300");
     Program run(store);
-    EXPECT_EQ(run.form.combCommPort.index_chosen(), 0);
-    EXPECT_EQ(run.form.cobBaudMin.index_chosen(), 0);
-    EXPECT_EQ(run.form.com_RC_frequency[1].index_chosen(), 0);
-    EXPECT_EQ(run.form.comb_485_pin.index_chosen(), 0);
-    EXPECT_EQ(run.form.com_Debug_Baud.index_chosen(), 0);
-    EXPECT_EQ(run.form.com_Debug_ParityCheck.index_chosen(), 0);
-    EXPECT_TRUE(run.form.opt_485_pin[0].value());
-    EXPECT_EQ(run.form.cobUserCodeBaud.index_chosen(), 0);
+    EXPECT_EQ(run.form.list("combCommPort").index_chosen(), 0);
+    EXPECT_EQ(run.form.list("cobBaudMin").index_chosen(), 0);
+    EXPECT_EQ(run.form.list("com_RC_frequency", 1).index_chosen(), 0);
+    EXPECT_EQ(run.form.list("comb_485_pin").index_chosen(), 0);
+    EXPECT_EQ(run.form.list("com_Debug_Baud").index_chosen(), 0);
+    EXPECT_EQ(run.form.list("com_Debug_ParityCheck").index_chosen(), 0);
+    EXPECT_TRUE(run.form.option("opt_485_pin", 0).value());
+    EXPECT_EQ(run.form.list("cobUserCodeBaud").index_chosen(), 0);
 }
 
 TEST(Loading, ReadsWordsAsZeroWhereNumbersBelong)
@@ -119,22 +120,22 @@ TEST(Loading, ReadsWordsAsZeroWhereNumbersBelong)
         put(store, key, "nan and more");
     put(store, "DebugBaud", "");
     Program run(store);
-    EXPECT_EQ(run.form.cobBaudMin.index_chosen(), 0);
-    EXPECT_EQ(run.form.com_Debug_Baud.index_chosen(), 0);
-    EXPECT_EQ(run.form.txtWrite_OK_Count.text(), "0");
-    EXPECT_TRUE(run.form.opt_External_WDT[0].value());
-    EXPECT_FALSE(run.form.cheSpreadHex[3].value());
-    EXPECT_EQ(run.form.window.width, 0);
-    EXPECT_EQ(run.form.window.left, 0);
+    EXPECT_EQ(run.form.list("cobBaudMin").index_chosen(), 0);
+    EXPECT_EQ(run.form.list("com_Debug_Baud").index_chosen(), 0);
+    EXPECT_EQ(run.form.text_box("txtWrite_OK_Count").text(), "0");
+    EXPECT_TRUE(run.form.option("opt_External_WDT", 0).value());
+    EXPECT_FALSE(run.form.check_box("cheSpreadHex", 3).value());
+    EXPECT_EQ(run.shell.form.window.width, 0);
+    EXPECT_EQ(run.shell.form.window.left, 0);
 }
 
 TEST(Loading, TakesTheFirstDividerForOneThatDoesNotExist)
 {
     MemoryStore store;
     put(store, "WDT_Prescalar", "64");
-    EXPECT_EQ(Program(store).form.comWDT_Prescalar[0].text(), "64");
+    EXPECT_EQ(Program(store).form.list("comWDT_Prescalar", 0).text(), "64");
     put(store, "WDT_Prescalar", "100");
-    EXPECT_EQ(Program(store).form.comWDT_Prescalar[0].text(), "2");
+    EXPECT_EQ(Program(store).form.list("comWDT_Prescalar", 0).text(), "2");
 }
 
 TEST(Loading, TakesAnyFrequencyThatWasTyped)
@@ -143,17 +144,17 @@ TEST(Loading, TakesAnyFrequencyThatWasTyped)
     put(store, "com_RC_frequency_0", "7.3728");
     put(store, "com_RC_frequency_5", "13.5600");
     Program run(store);
-    EXPECT_EQ(run.form.com_RC_frequency[0].text(), "7.3728");
-    EXPECT_EQ(run.form.com_RC_frequency[5].text(), "13.5600");
+    EXPECT_EQ(run.form.list("com_RC_frequency", 0).text(), "7.3728");
+    EXPECT_EQ(run.form.list("com_RC_frequency", 5).text(), "13.5600");
 }
 
 TEST(Loading, FallsBackToHazel1ForAModelThatTheTreeLacks)
 {
     MemoryStore store;
     put(store, "DeviceProducts", "no such model");
-    EXPECT_EQ(Program(store).form.txtDevice.text(), "Hazel-1");
+    EXPECT_EQ(Program(store).form.text_box("txtDevice").text(), "Hazel-1");
     put(store, "DeviceProducts", "FamilyJuniper");
-    EXPECT_EQ(Program(store).form.txtDevice.text(), "Hazel-1");
+    EXPECT_EQ(Program(store).form.text_box("txtDevice").text(), "Hazel-1");
 }
 
 TEST(Loading, ChoosesOneOfThePairOfSendModesWhateverIsStored)
@@ -161,11 +162,11 @@ TEST(Loading, ChoosesOneOfThePairOfSendModesWhateverIsStored)
     MemoryStore store;
     put(store, "optHexSend_0", "False");
     put(store, "optHexSend_1", "False");
-    EXPECT_TRUE(Program(store).form.optHexSend[0].value());
+    EXPECT_TRUE(Program(store).form.option("optHexSend", 0).value());
     put(store, "optHexSend_1", "True");
     Program run(store);
-    EXPECT_TRUE(run.form.optHexSend[1].value());
-    EXPECT_FALSE(run.form.optHexSend[0].value());
+    EXPECT_TRUE(run.form.option("optHexSend", 1).value());
+    EXPECT_FALSE(run.form.option("optHexSend", 0).value());
 }
 
 // Half a second after the start the pins' boxes are as their buttons want them.
@@ -176,9 +177,9 @@ TEST(Loading, EnablesThePinsThatWereLoaded)
     put(store, "pin_External_WDT", "0");
     Program run(store);
     run.let_the_save_run();
-    EXPECT_FALSE(run.form.comb_485_pin.enabled());
-    EXPECT_FALSE(run.form.opt_485_logic[0].enabled());
-    EXPECT_FALSE(run.form.comb_External_WDT.enabled());
+    EXPECT_FALSE(run.form.list("comb_485_pin").enabled());
+    EXPECT_FALSE(run.form.option("opt_485_logic", 0).enabled());
+    EXPECT_FALSE(run.form.list("comb_External_WDT").enabled());
 }
 
 // The low voltage of two families has a list of its own.
@@ -187,8 +188,8 @@ TEST(Loading, RestoresTheLowVoltageOnceAndLosesItAtAModelThatHasItsOwnList)
     MemoryStore store;
     put(store, "com_RC_frequency_4", "3");
     Program run(store);
-    EXPECT_EQ(run.form.com_RC_frequency[4].index_chosen(), 3);
-    run.form.txtDevice.set_text("Holly-4");
+    EXPECT_EQ(run.form.list("com_RC_frequency", 4).index_chosen(), 3);
+    run.form.text_box("txtDevice").set_text("Holly-4");
     ASSERT_TRUE(apply_selected_device(run.shell));
-    EXPECT_EQ(run.form.com_RC_frequency[4].index_chosen(), -1);
+    EXPECT_EQ(run.form.list("com_RC_frequency", 4).index_chosen(), -1);
 }

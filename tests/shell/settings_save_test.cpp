@@ -1,5 +1,6 @@
 // When the settings are written, and what of them is not just a control's state.
 #include "shell/settings_bench.h"
+#include "form/main_form.h"
 
 #include "shell/device.h"
 
@@ -42,7 +43,7 @@ TEST(Saving, OfABurstIsOneWriteHalfASecondAfterTheFirstChange)
     QuietProgram run(store);
     store.writes.clear();
     for (int row = 0; row < 25; ++row) {
-        ASSERT_TRUE(click(run.shell, run.form.cheSpreadHex[row]));
+        ASSERT_EQ(click(run.shell, run.form.check_box("cheSpreadHex", row)), Touch::taken);
         run.loop.run_for_ms(19);
     }
     EXPECT_TRUE(store.writes.empty()) << "475 ms after the first click";
@@ -59,9 +60,9 @@ TEST(Saving, OfAChangeAfterASaveIsAnother)
     CountingStore store;
     QuietProgram run(store);
     store.writes.clear();
-    click(run.shell, run.form.cheSpreadHex[0]);
+    click(run.shell, run.form.check_box("cheSpreadHex", 0));
     run.let_the_save_run();
-    click(run.shell, run.form.cheSpreadHex[0]);
+    click(run.shell, run.form.check_box("cheSpreadHex", 0));
     run.let_the_save_run();
     EXPECT_EQ(store.writes["cheSpreadHex_0"], 2);
     EXPECT_EQ(stored(store.inner, "cheSpreadHex_0"), "0");
@@ -74,7 +75,7 @@ TEST(Saving, FollowsTheStartAndEverySelectionOfAModel)
     EXPECT_TRUE(run.shell.Timer3.enabled());
     run.let_the_save_run();
     EXPECT_EQ(stored(store, "DeviceProducts"), "Hazel-1");
-    choose_node(run.shell, run.form.TreeViewDevice, "Juniper-60Q");
+    choose_node(run.shell, run.form.tree("TreeViewDevice"), "Juniper-60Q");
     run.let_the_save_run();
     EXPECT_EQ(stored(store, "DeviceProducts"), "Juniper-60Q");
 }
@@ -83,11 +84,11 @@ TEST(Saving, SetsTheFirstModelOfBirchWhereNoModelIsSelected)
 {
     MemoryStore store;
     QuietProgram run(store);
-    run.form.TreeViewDevice.select("FamilyJuniper");
+    run.form.tree("TreeViewDevice").select("FamilyJuniper");
     save_settings(run.shell);
     EXPECT_EQ(stored(store, "DeviceProducts"), "Birch-4");
-    run.form.TreeViewDevice.set_nodes({});
-    ASSERT_EQ(run.form.TreeViewDevice.selected_key(), "");
+    run.form.tree("TreeViewDevice").set_nodes({});
+    ASSERT_EQ(run.form.tree("TreeViewDevice").selected_key(), "");
     put(store, "DeviceProducts", "something else");
     save_settings(run.shell);
     EXPECT_EQ(stored(store, "DeviceProducts"), "Birch-4");
@@ -98,26 +99,26 @@ TEST(Saving, SetsBirchInEnglishTooAndTheNextStartFallsBack)
 {
     MemoryStore store;
     QuietProgram run(store, true);
-    run.form.TreeViewDevice.select("FamilyJuniper");
+    run.form.tree("TreeViewDevice").select("FamilyJuniper");
     save_settings(run.shell);
     EXPECT_EQ(stored(store, "DeviceProducts"), "Birch-4");
-    EXPECT_EQ(Program(store, true).form.txtDevice.text(), "Hazel-1");
+    EXPECT_EQ(Program(store, true).form.text_box("txtDevice").text(), "Hazel-1");
     put(store, "DeviceProducts", "Birch-4");
-    EXPECT_EQ(Program(store, false).form.txtDevice.text(), "Birch-4");
+    EXPECT_EQ(Program(store, false).form.text_box("txtDevice").text(), "Birch-4");
 }
 
 TEST(Saving, NotesTheFirstThreeOptionsAsANumber)
 {
     MemoryStore store;
     QuietProgram run(store);
-    run.form.Option0[0].set_value(true);
-    run.form.Option1[1].set_value(true);
-    run.form.Option2[0].set_value(true);
+    run.form.option("Option0", 0).set_value(true);
+    run.form.option("Option1", 1).set_value(true);
+    run.form.option("Option2", 0).set_value(true);
     save_settings(run.shell);
     EXPECT_EQ(stored(store, "安全锁"), "5");
-    run.form.Option0[1].set_value(true);
-    run.form.Option1[0].set_value(true);
-    run.form.Option2[1].set_value(true);
+    run.form.option("Option0", 1).set_value(true);
+    run.form.option("Option1", 0).set_value(true);
+    run.form.option("Option2", 1).set_value(true);
     save_settings(run.shell);
     EXPECT_EQ(stored(store, "安全锁"), "2");
     EXPECT_EQ(stored(store, "fillbyte"), "00");
@@ -127,16 +128,16 @@ TEST(Saving, WritesAnswersAsWordsAndChecksAsDigits)
 {
     MemoryStore store;
     QuietProgram run(store);
-    run.form.optBeepNo.set_value(true);
-    run.form.che_AutoOpenPort.set_value(true);
-    run.form.opt_485_pin[0].set_value(true);
+    run.form.option("optBeepNo").set_value(true);
+    run.form.check_box("che_AutoOpenPort").set_value(true);
+    run.form.option("opt_485_pin", 0).set_value(true);
     save_settings(run.shell);
     EXPECT_EQ(stored(store, "BeepYesNo"), "False");
     EXPECT_EQ(stored(store, "DebugAutoOpenPort"), "1");
     EXPECT_EQ(stored(store, "pin_for_485"), "0");
     EXPECT_EQ(stored(store, "optHexSend_0"), "True");
     EXPECT_EQ(stored(store, "optHexSend_1"), "False");
-    EXPECT_FALSE(Program(store).form.optBeepYes.value());
+    EXPECT_FALSE(Program(store).form.option("optBeepYes").value());
 }
 
 TEST(Saving, OfTheWindowAloneLeavesTheRestAlone)
@@ -144,7 +145,7 @@ TEST(Saving, OfTheWindowAloneLeavesTheRestAlone)
     CountingStore store;
     QuietProgram run(store);
     store.writes.clear();
-    run.form.window.left = 1500;
+    run.shell.form.window.left = 1500;
     save_window(run.shell);
     EXPECT_EQ(stored(store.inner, "MainLeft"), "1500");
     EXPECT_EQ(store.writes.size(), 5U);
@@ -154,7 +155,7 @@ TEST(Saving, OfTheWindowIsPartOfTheEnd)
 {
     MemoryStore store;
     QuietProgram run(store);
-    run.form.window.top = 450;
+    run.shell.form.window.top = 450;
     close_request(run.shell);
     run.loop.run_for_ms(1000);
     EXPECT_TRUE(run.shell.unloaded);
@@ -165,7 +166,7 @@ TEST(Saving, OfTheLastChangeComesBeforeTheEnd)
 {
     MemoryStore store;
     QuietProgram run(store);
-    choose_item(run.shell, run.form.cobBaudMin, 2);
+    choose_item(run.shell, run.form.list("cobBaudMin"), 2);
     close_request(run.shell);
     while (!run.shell.unloaded)
         run.loop.yield();
@@ -176,10 +177,10 @@ TEST(Saving, IsNotArmedByWhatIsNotKept)
 {
     MemoryStore store;
     QuietProgram run(store);
-    type_text(run.shell, run.form.txtAP_FileStart, "0100");
-    choose_item(run.shell, run.form.cobBaudMax, 1);
-    choose_tab(run.shell, run.form.TabStrip2, 0);
-    click(run.shell, run.form.cekReloadFile);
+    type_text(run.shell, run.form.text_box("txtAP_FileStart"), "0100");
+    choose_item(run.shell, run.form.list("cobBaudMax"), 1);
+    choose_tab(run.shell, run.form.tabs("TabStrip2"), 0);
+    click(run.shell, run.form.check_box("cekReloadFile"));
     EXPECT_FALSE(run.armed());
 }
 
@@ -187,9 +188,9 @@ TEST(Saving, IsNotArmedByADisabledControl)
 {
     MemoryStore store;
     QuietProgram run(store);
-    run.form.cobBaudMin.set_enabled(false);
-    EXPECT_FALSE(choose_item(run.shell, run.form.cobBaudMin, 2));
-    EXPECT_FALSE(press_key(run.shell, run.form.cobBaudMin, "Down"));
+    run.form.list("cobBaudMin").set_enabled(false);
+    EXPECT_EQ(choose_item(run.shell, run.form.list("cobBaudMin"), 2), Touch::disabled);
+    EXPECT_EQ(press_key(run.shell, run.form.list("cobBaudMin"), "Down"), Touch::disabled);
     EXPECT_FALSE(run.armed());
 }
 
@@ -199,9 +200,9 @@ TEST_P(ArmingList, ArmsTheSaveWhenAnItemIsChosenAndWhenAKeyIsPressed)
     QuietProgram run(store);
     auto& list = run.control<ComboBox>(GetParam().name, GetParam().index);
     list.set_enabled(true);
-    EXPECT_TRUE(choose_item(run.shell, list, 1));
+    EXPECT_EQ(choose_item(run.shell, list, 1), Touch::taken);
     EXPECT_TRUE(run.armed());
-    EXPECT_TRUE(press_key(run.shell, list, "Down"));
+    EXPECT_EQ(press_key(run.shell, list, "Down"), Touch::taken);
     EXPECT_TRUE(run.armed());
 }
 INSTANTIATE_TEST_SUITE_P(OfAllLines, ArmingList,
@@ -216,9 +217,9 @@ TEST_P(ArmingButton, ArmsTheSaveWhenItIsClicked)
 {
     MemoryStore store;
     QuietProgram run(store);
-    Control& button = *run.form.controls.find(GetParam().name, GetParam().index);
+    Control& button = *run.shell.controls.find(GetParam().name, GetParam().index);
     button.set_enabled(true);
-    EXPECT_TRUE(click(run.shell, button));
+    EXPECT_EQ(click(run.shell, button), Touch::taken);
     EXPECT_TRUE(run.armed());
 }
 INSTANTIATE_TEST_SUITE_P(OfAllKinds, ArmingButton,
@@ -231,9 +232,9 @@ TEST_P(ArmingText, ArmsTheSaveWhenItIsTypedInto)
 {
     MemoryStore store;
     QuietProgram run(store);
-    Control& text = *run.form.controls.find(GetParam().name, GetParam().index);
+    Control& text = *run.shell.controls.find(GetParam().name, GetParam().index);
     text.set_enabled(true);
-    EXPECT_TRUE(type_text(run.shell, text, "12"));
+    EXPECT_EQ(type_text(run.shell, text, "12"), Touch::taken);
     EXPECT_TRUE(run.armed());
 }
 INSTANTIATE_TEST_SUITE_P(OfAllTexts, ArmingText,

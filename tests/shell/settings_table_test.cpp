@@ -1,5 +1,6 @@
 // The table itself: every row has its control, and all of it comes back after a restart.
 #include "shell/settings_bench.h"
+#include "form/main_form.h"
 
 #include "platform/text_number.h"
 #include "shell/settings_table.h"
@@ -37,16 +38,16 @@ void change_all(Shell& shell)
 {
     for (const SettingRow& row : setting_rows()) {
         const int first = row.index == SettingRow::each || row.holds == Holds::choice ? 0 : row.index;
-        Control* control = shell.form.controls.find(row.control, first);
+        Control* control = shell.controls.find(row.control, first);
         ASSERT_NE(control, nullptr) << row.key;
         if (row.index != SettingRow::each) {
             change(row, *control);
             continue;
         }
-        for (int i = 0; (control = shell.form.controls.find(row.control, i)) != nullptr; ++i)
+        for (int i = 0; (control = shell.controls.find(row.control, i)) != nullptr; ++i)
             change(row, *control);
     }
-    shell.form.optBeepNo.set_value(true);
+    NamedControls(shell.controls).option("optBeepNo").set_value(true);
     shell.form.window.left = -150;
     shell.form.window.top = 300;
     shell.form.window.width = 18000;
@@ -130,13 +131,13 @@ TEST(SettingsTable, ComesBackKeyByKeyAfterARestart)
     {
         Program run(store);
         first_start = save(run);
-        choose_node(run.shell, run.form.TreeViewDevice, "Maple-4");
+        choose_node(run.shell, run.form.tree("TreeViewDevice"), "Maple-4");
         change_all(run.shell);
         changed = save(run);
     }
     Program again(store);
     EXPECT_EQ(differences(changed, save(again)), "");
-    EXPECT_EQ(again.form.txtDevice.text(), "Maple-4");
+    EXPECT_EQ(again.form.text_box("txtDevice").text(), "Maple-4");
     // All of it had been changed: nothing comes back by being the default.
     first_start.erase({"Settings", "安全锁"}); // a matter of the model's panel
     Values unchanged;
@@ -153,8 +154,8 @@ TEST(SettingsTable, LeavesThePanelToTheModel)
     MemoryStore store;
     put(store, "安全锁", "7");
     Program run(store);
-    const bool on = run.form.Option0[0].value();
+    const bool on = run.form.option("Option0", 0).value();
     MemoryStore empty;
     Program other(empty);
-    EXPECT_EQ(on, other.form.Option0[0].value());
+    EXPECT_EQ(on, other.form.option("Option0", 0).value());
 }

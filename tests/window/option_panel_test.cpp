@@ -1,5 +1,6 @@
 // The option panel in the window: one model of each page, in both languages. With VRK_PICTURES set to a folder, each
 // panel is left there as a picture.
+#include "form/main_form.h"
 #include "window_bench.h"
 
 #include "shell/device.h"

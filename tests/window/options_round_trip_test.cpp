@@ -1,11 +1,12 @@
 // Options from the model's tree into a chip on a pseudo terminal and back onto the check page, by mouse and keyboard:
 // one model of each page, in both languages.
+#include "form/main_form.h"
 #include "window_bench.h"
 
 #include "catalog/attributes.h"
 #include "link/option_commit.h"
-#include "options/codec.h"
 #include "shell/device.h"
+#include "shell/option_choices.h"
 
 #include <QRegularExpression>
 
@@ -129,7 +130,7 @@ TEST_P(EveryPage, GoesIntoTheChipAndComesBack)
     EXPECT_EQ(done.contains(doubled ? oldest : taken), writes) << done.toStdString();
     EXPECT_TRUE(done.contains("Program OK")) << done.toStdString();
     std::vector<std::uint8_t> wanted;
-    for (const auto& row : bench.shell.options.option_bytes)
+    for (const auto& row : bench.shell.options.bytes)
         wanted.push_back(row[0]);
 
     target.power_off();
@@ -142,7 +143,7 @@ TEST_P(EveryPage, GoesIntoTheChipAndComesBack)
     bench.power_up_when_called(target);
     bench.click("comReadChipLock");
     const QString read = report(bench);
-    const bool letter_b = bench.shell.target.fw_letter == "B";
+    const bool letter_b = bench.shell.talk().chip.fw_letter == "B";
     const QString read_text = trip.english ? (letter_b ? "Read MCU Firmware Version OK." : "Reading Options OK. ")
                                            : (letter_b ? "读版本号成功." : "读选项成功.");
     EXPECT_TRUE(read.contains(read_text)) << read.toStdString();
@@ -164,7 +165,7 @@ TEST_P(EveryPage, GoesIntoTheChipAndComesBack)
     std::vector<int> telling;
     if (bench.shell.selected.series >= 3 && !series_is_rc_group(bench.shell.selected.series)) {
         const auto compared =
-            compared_rows(bench.shell.selected, bench.shell.target.fw_letter, bench.shell.target.fw_version);
+            compared_rows(bench.shell.selected, bench.shell.talk().chip.fw_letter, bench.shell.talk().chip.fw_version);
         telling.assign(compared.begin(), compared.end());
     } else if (bench.shell.selected.series >= 2) {
         telling = {1};

@@ -1,5 +1,6 @@
 // A production line's day in the real window: numbers into two chips by Re-Download, the job into a project, and the
 // next morning a third chip from that project.
+#include "form/main_form.h"
 #include "window_bench.h"
 
 #include "host/qt_settings.h"
@@ -63,12 +64,12 @@ TEST(ProductionDay, NumbersGoThroughTwoChipsAProjectAndARestartIntoTheThird)
 
         // Chip by chip, each step as soon as its moment has come.
         bench.when([&] { return bench.calling(); }, [&] { first.power_cycle(); });
-        bench.when([&] { return count() == "1"; },
-            [&] {
-                auto* ports = bench.find<QComboBox>("combCommPort");
-                ports->setFocus();
-                QTest::keyClick(ports, Qt::Key_Down);
-            });
+        bench.when([&] { return count() == "1" && bench.calling(); }, [&] { bench.click("comStop_Download"); });
+        bench.click("comDownload(1)");
+        QTest::qWait(100);
+        auto* ports = bench.find<QComboBox>("combCommPort");
+        ports->setFocus();
+        QTest::keyClick(ports, Qt::Key_Down);
         bench.when([&] { return count() == "1" && bench.calling(); }, [&] { second.power_cycle(); });
         bench.when([&] { return count() == "2" && bench.calling(); }, [&] { bench.click("comStop_Download"); });
         bench.click("comDownload(1)");

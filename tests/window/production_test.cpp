@@ -1,10 +1,12 @@
 // The dump as an editor and the pages of a production run, by mouse and keyboard. With VRK_PICTURES set to a folder,
 // each page is left there as a picture.
+#include "form/main_form.h"
 #include "window_bench.h"
 
-#include "image/buffer_view.h"
-#include "image/file_loader.h"
+#include "image/dump.h"
+#include "shell/buffer_view.h"
 #include "shell/events.h"
+#include "shell/open_file.h"
 
 #include <QTextBlock>
 #include <QWheelEvent>
@@ -168,11 +170,11 @@ TEST(DumpEditor, ArrowsAndPagesMoveThroughTheBuffer)
 TEST(DumpView, ShowsAWholeNumberOfLinesAndFollowsItsHeight)
 {
     ProductionBench bench;
-    EXPECT_EQ(bench.line_count(), bench.shell.code_buffer.view_lines);
+    EXPECT_EQ(bench.line_count(), bench.shell.view_lines[0]);
     const int before = bench.line_count();
     bench.window->resize(bench.window->width(), bench.window->height() + 150);
     QTest::qWait(100);
-    EXPECT_EQ(bench.line_count(), bench.shell.code_buffer.view_lines);
+    EXPECT_EQ(bench.line_count(), bench.shell.view_lines[0]);
     EXPECT_GT(bench.line_count(), before);
 }
 

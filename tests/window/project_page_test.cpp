@@ -1,6 +1,6 @@
 #include "window_bench.h"
 
-#include "image/file_loader.h"
+#include "shell/open_file.h"
 
 using namespace vrk;
 

@@ -2,6 +2,7 @@
 // pseudo terminal.
 #pragma once
 
+#include "form/main_form.h"
 #include "host/qt_dialogs.h"
 #include "host/qt_loop.h"
 #include "host/qt_ports.h"
@@ -116,7 +117,7 @@ struct WindowBench {
     // A sequence sends its sync pairs and nobody has answered.
     bool calling() const
     {
-        return shell.job.sequence_running && shell.MSComm1.PortOpen() && shell.target.fw_letter.empty();
+        return shell.running && shell.port.is_open() && shell.talk().chip.fw_letter.empty();
     }
     // The hand at the switch: once the tool calls, and again every few seconds if the chip's short time to listen went
     // by unheard.

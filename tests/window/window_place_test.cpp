@@ -1,4 +1,5 @@
 // The window comes up where it stood, and tells the settings where it stands.
+#include "form/main_form.h"
 #include "window_bench.h"
 
 using namespace vrk;

@@ -1,0 +1,116 @@
+#include "shell/buffer_view.h"
+
+#include "form/main_form.h"
+
+#include "shell/messages.h"
+#include "image/dump.h"
+#include "shell/serial_numbers.h"
+
+#include <algorithm>
+#include <string>
+
+namespace vrk {
+
+namespace {
+
+constexpr std::int32_t cleared_view_last = 991; // of an empty kilobyte the view is given 62 lines
+constexpr int cleared_scroll_max = 64;
+constexpr int lines_left_at_bottom = 3; // the lowest stand of the bar still shows the last lines
+
+// clang-format off
+//                                   Chinese                English
+constexpr Text code_length_label = { "程序文件有效长度：", "Effective length of code file: " };
+constexpr Text data_length_label = { "数据文件有效长度：", "Effective length of data file: " };
+// clang-format on
+
+std::string length_text(const Shell& shell, const Text& label, const FileBuffer& buffer)
+{
+    std::string text{in_language(shell, label)};
+    if (buffer.loaded)
+        text += std::to_string(std::int64_t{buffer.high} + 1);
+    return text;
+}
+
+} // namespace
+
+FileBuffer& buffer_of(Shell& shell, BufferKind kind)
+{
+    return kind == BufferKind::code ? shell.code_buffer : shell.data_buffer;
+}
+
+AutoIncrease& increase_of(Shell& shell, BufferKind kind)
+{
+    return kind == BufferKind::code ? shell.code_increase : shell.data_increase;
+}
+
+BufferControls controls_of(Shell& shell, BufferKind kind)
+{
+    MainForm& form = shell.form;
+    if (kind == BufferKind::code) {
+        return {form.txtAP_FileStart, form.cheClearAP_Buffer, form.txtFileCheckSum, form.Frame7,
+            "Program File: ", form.txtBuffer2, form.txtBuffer, form.vscFile[0], form.Label7[1]};
+    }
+    return {form.txtDataFileStart, form.cheClearDataBuffer, form.txtDataFileCheckSum, form.frmDataFlash,
+        "Data File: ", form.tetDataFlash2, form.txtDataFlash1, form.vscFile[1], form.Label7[2]};
+}
+
+void clear_buffer(Shell& shell, std::uint8_t fill, FileBuffer& buffer)
+{
+    empty_buffer(fill, buffer);
+    ++shell.loader.acts[index_of(buffer.kind)];
+    if (buffer.kind == BufferKind::code) {
+        shell.file_loaded = false;
+        shell.loader.code_is_project = false;
+    }
+
+    const BufferControls controls = controls_of(shell, buffer.kind);
+    controls.bar.set_range(0, cleared_scroll_max);
+    controls.bar.set_value(0);
+    render(shell, buffer, 0, cleared_view_last);
+    controls.path_frame.set_caption(controls.path_caption);
+    controls.checksum.set_text("");
+    show_effective_lengths(shell);
+}
+
+void show_effective_lengths(Shell& shell)
+{
+    controls_of(shell, BufferKind::code).length.set_caption(length_text(shell, code_length_label, shell.code_buffer));
+    controls_of(shell, BufferKind::data).length.set_caption(length_text(shell, data_length_label, shell.data_buffer));
+}
+
+void render(Shell& shell, const FileBuffer& buffer, std::int32_t first_address, std::int32_t last_address)
+{
+    read_records(shell);
+    const BufferControls controls = controls_of(shell, buffer.kind);
+    const int lines = shell.view_lines[index_of(buffer.kind)];
+    const std::string text = dump_text(buffer.data, first_address, last_address, lines);
+    controls.dump.set_text(text);
+    controls.dump_twin.set_text(text);
+
+    const AutoIncrease& record = increase_of(shell, buffer.kind);
+    const auto size = static_cast<std::int64_t>(buffer.data.size());
+    const auto number = number_selection(record, first_address, end_of_dump(size, first_address, last_address, lines));
+    if (record.valid && number)
+        controls.dump.select(number->start, number->length);
+}
+
+void vscFile_Change(Shell& shell, int index)
+{
+    const FileBuffer& buffer = index == 0 ? shell.code_buffer : shell.data_buffer;
+    const std::int32_t first_line = buffer.view_low / bytes_per_line + shell.form.vscFile[index].value();
+    render(shell, buffer, first_line * bytes_per_line, buffer.view_high);
+}
+
+void update_view(Shell& shell, FileBuffer& buffer)
+{
+    const AutoIncrease& record = increase_of(shell, buffer.kind);
+    if (record.valid) {
+        buffer.view_low = std::min(buffer.view_low, std::max(record.address - record.bytes, 0));
+        buffer.view_high = std::max(buffer.view_high, record.address);
+    }
+    ScrollBar& bar = controls_of(shell, buffer.kind).bar;
+    bar.set_range(0, (buffer.view_high - buffer.view_low) / bytes_per_line - lines_left_at_bottom);
+    vscFile_Change(shell, index_of(buffer.kind));
+}
+
+} // namespace vrk

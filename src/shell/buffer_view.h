@@ -1,0 +1,47 @@
+// The two buffers and the controls that belong to each: what the user sees of the bytes and of their load. Only the
+// lines that fit are ever drawn; view_lines says how many.
+#pragma once
+
+#include "shell/shell.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace vrk {
+
+FileBuffer& buffer_of(Shell& shell, BufferKind kind);
+AutoIncrease& increase_of(Shell& shell, BufferKind kind); // the record of the buffer's serial number
+
+// The controls of one buffer.
+struct BufferControls {
+    TextBox& start; // hexadecimal start address of the next load
+    CheckBox& clear_first; // clear the buffer before a load
+    TextBox& checksum;
+    Frame& path_frame; // its caption shows the path
+    std::string_view path_caption; // what stands in front of the path
+    TextBox& dump; // the box that the user sees
+    TextBox& dump_twin;
+    ScrollBar& bar;
+    Label& length;
+};
+BufferControls controls_of(Shell& shell, BufferKind kind);
+
+// Back to an empty image: fills the buffer, forgets the load, redraws the view from address 0. Clearing the code buffer
+// also clears file_loaded; clearing the EEPROM buffer leaves it, since the flag speaks of a code file.
+void clear_buffer(Shell& shell, std::uint8_t fill, FileBuffer& buffer);
+
+// Writes the effective length, high + 1, behind the two labels; a buffer without a load shows the bare label.
+void show_effective_lengths(Shell& shell);
+
+// Draws the buffer from first_address on into its box and the box's twin. A valid number is selected, so that it stands
+// out.
+void render(Shell& shell, const FileBuffer& buffer, std::int32_t first_address, std::int32_t last_address);
+
+// Index 0 is the code buffer, 1 the EEPROM buffer. A bar's value is the first line shown, from view_low on.
+void vscFile_Change(Shell& shell, int index);
+
+// After the bytes of a buffer have changed: the span shown takes in a valid number, the scroll bar follows, the view is
+// drawn anew.
+void update_view(Shell& shell, FileBuffer& buffer);
+
+} // namespace vrk

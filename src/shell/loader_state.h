@@ -1,0 +1,19 @@
+// What the shell keeps of files between loads. Held by Shell as `loader`.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace vrk {
+
+struct LoaderState {
+    std::string application_dir; // where the program lies: what the stored paths begin with. Set by the program
+    std::string documents_dir; // of the user: for what cannot be written beside the program. Set by the program
+    bool code_is_project = false; // the code buffer came with a project: no file may be loaded over it unasked
+    std::string current_path; // the last file chosen in any dialog, whichever buffer it went to
+    std::string reload_watch_path; // what Timer12 watches
+    std::string reload_watch_stamp; // last modification time seen
+    std::uint32_t acts[2] = {}; // clears and loads of each buffer so far, by BufferKind
+};
+
+} // namespace vrk

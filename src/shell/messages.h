@@ -1,0 +1,23 @@
+// The report pane, message boxes and beeps.
+#pragma once
+
+#include "report/text.h"
+#include "shell/shell.h"
+
+#include <string_view>
+
+namespace vrk {
+
+std::string_view in_language(const Shell& shell, const Text& text);
+
+// Appends a line break and the line to textMsg; the caret goes to the end. A line of another language is left out.
+void append_message(Shell& shell, const Line& line);
+
+void show_box(Shell& shell, std::string_view text, std::string_view title = {});
+// A question with Yes and No; No is the default.
+bool ask_yes_no(Shell& shell, std::string_view text, std::string_view title = {});
+
+// n system beeps 150 ms apart. Yields; not ended by a stop.
+void beep(Shell& shell, int n);
+
+} // namespace vrk

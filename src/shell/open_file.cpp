@@ -1,0 +1,195 @@
+#include "shell/open_file.h"
+
+#include "form/main_form.h"
+
+#include "shell/messages.h"
+#include "image/load.h"
+#include "image/range_messages.h"
+#include "platform/text_number.h"
+#include "shell/buffer_view.h"
+#include "shell/screen_report.h"
+#include "shell/event_service.h"
+#include "shell/serial_numbers.h"
+
+namespace vrk {
+
+namespace {
+
+struct FileRole {
+    const char* stored_path; // key in section Settings
+    const char* dialog_title;
+};
+constexpr FileRole roles[] = {
+    // by BufferKind
+    {"FilePath", "Open file ( *.hex or *.bin )"},
+    {"DataFilePath", "Open Data file ( *.hex or *.bin )"},
+};
+constexpr const char* file_filter = "(*.hex, *.bin)|*.hex;*.bin|(*.bin)|*.bin|(*.hex)|*.hex|All Files (*.*)|*.*";
+constexpr const char* section = "Settings";
+
+//                               Chinese                                   English
+constexpr Text file_not_found = {"Can not find the file./找不到文件", "Can not find the file."};
+
+constexpr int scroll_past_all = 32767; // the bar goes to its end, wherever that will be
+
+const FileRole& role_of(BufferKind kind) { return roles[index_of(kind)]; }
+
+std::string stored_path(Shell& shell, BufferKind kind)
+{
+    return shell.platform.settings.get(section, role_of(kind).stored_path, shell.loader.application_dir);
+}
+
+void show_path(Shell& shell, BufferKind kind, const std::string& path)
+{
+    const BufferControls controls = controls_of(shell, kind);
+    shell.loader.current_path = path;
+    controls.path_frame.set_caption(std::string{controls.path_caption} + path);
+}
+
+// The one place where a load becomes what the program holds and shows.
+void take_over(Shell& shell, Loaded& loaded, FileBuffer& buffer)
+{
+    buffer = std::move(loaded.buffer);
+    shell.file_loaded = true;
+    stop_stamping(shell); // one that was switched on meanwhile stamped the image that is gone now
+    const BufferControls controls = controls_of(shell, buffer.kind);
+    (loaded.checksum_beside_code ? shell.form.txtFileCheckSum : controls.checksum).set_text(loaded.checksum);
+    controls.bar.set_range(0, scroll_past_all);
+    controls.bar.set_value(scroll_past_all);
+    update_view(shell, buffer);
+    show_effective_lengths(shell);
+}
+
+// Under the boxes and in a long file events are served: a timer or the user may clear the buffer or load another file.
+// That later act stands, and the rest of this load is dropped without a word.
+void load_into(Shell& shell, const std::string& path, FileBuffer& buffer)
+{
+    const std::uint32_t& acts = shell.loader.acts[index_of(buffer.kind)];
+    const std::uint32_t this_act = ++shell.loader.acts[index_of(buffer.kind)];
+    const std::int32_t shown_ap_last = hex_address_4(shell.form.LabISP_reange[1].caption());
+    const LoadTerms terms{shell.selected, shown_ap_last, shell.file_loaded};
+    if (!load_adds(buffer, terms.file_open))
+        shell.file_loaded = false; // what stands in the buffer until this load is done is not to be downloaded
+
+    ScreenReport boxes{shell};
+    const ImageFile file = read_image_file(path, buffer.data.size());
+    EventService events{shell.platform.loop};
+    const auto still_wanted = [&] {
+        events.serve_if_late();
+        return acts == this_act;
+    };
+    Loaded loaded = load_image(buffer, file, terms, boxes, still_wanted);
+    if (loaded.end == LoadEnd::refused) {
+        clear_buffer(shell, 0, buffer);
+        shell.file_loaded = false;
+    }
+    if (loaded.end != LoadEnd::done)
+        return;
+    take_over(shell, loaded, buffer);
+    for (const RangeReport& report : loaded.reports) {
+        if (acts != this_act)
+            return;
+        boxes.show_box(range_message(report, file.kind), range_title(report, file.kind));
+    }
+}
+
+Chosen load_chosen(Shell& shell, const std::string& path, FileBuffer& buffer)
+{
+    if (names_project(path))
+        return Chosen::project;
+    load_file(shell, path, buffer);
+    return Chosen::file;
+}
+
+} // namespace
+
+bool names_project(const std::string& path) { return upper_case(path).find(".VRK") != std::string::npos; }
+
+Chosen comLoadFile_Click(Shell& shell)
+{
+    const std::string path = choose_file(shell, BufferKind::code);
+    if (path.empty()) {
+        shell.platform.settings.set(section, role_of(BufferKind::code).stored_path, shell.loader.application_dir);
+        return Chosen::nothing;
+    }
+    return load_chosen(shell, path, shell.code_buffer);
+}
+
+Chosen comLoadDataFile_Click(Shell& shell)
+{
+    const std::string path = choose_file(shell, BufferKind::data);
+    if (path.empty())
+        return Chosen::nothing;
+    return load_chosen(shell, path, shell.data_buffer);
+}
+
+std::string choose_file(Shell& shell, BufferKind kind)
+{
+    const std::string last = stored_path(shell, kind);
+    FileDialog dialog;
+    dialog.title = role_of(kind).dialog_title;
+    dialog.filter = file_filter;
+    dialog.must_exist = true;
+    dialog.initial_dir = last;
+    if (is_file(last) && last.back() != '\\')
+        dialog.file_name = last;
+
+    const auto path = shell.platform.dialogs.choose(dialog);
+    if (!path || path->empty())
+        return {};
+    take_path(shell, kind, *path);
+    return *path;
+}
+
+void take_path(Shell& shell, BufferKind kind, const std::string& path)
+{
+    show_path(shell, kind, path);
+    shell.platform.settings.set(section, role_of(kind).stored_path, path);
+}
+
+void read_load_parameters(Shell& shell, FileBuffer& buffer)
+{
+    const BufferControls controls = controls_of(shell, buffer.kind);
+    buffer.start = signed_hex_number(controls.start.text());
+    buffer.clear_first = controls.clear_first.value();
+}
+
+bool load_file(Shell& shell, const std::string& path, FileBuffer& buffer)
+{
+    if (trimmed(path).empty())
+        return false;
+    read_load_parameters(shell, buffer);
+    if (!start_address_fits(buffer.start, buffer.kind, shell.selected)) {
+        show_box(shell, in_language(shell, start_refused(buffer.kind)));
+        return false;
+    }
+    stop_stamping(shell);
+    if (buffer.kind == BufferKind::code)
+        shell.loader.code_is_project = false;
+    shell.platform.dialogs.set_busy(true);
+    load_into(shell, path, buffer);
+    shell.platform.dialogs.set_busy(false);
+    return buffer.loaded;
+}
+
+bool reload_last_path(Shell& shell)
+{
+    const std::string path = stored_path(shell, BufferKind::code);
+    if (!is_file(path)) {
+        show_box(shell, in_language(shell, file_not_found));
+        return false;
+    }
+    show_path(shell, BufferKind::code, path);
+    return true;
+}
+
+void reload_code_file(Shell& shell)
+{
+    if (shell.loader.code_is_project || names_project(stored_path(shell, BufferKind::code)))
+        return; // what the project holds is in the buffer, and its text is no code
+    reload_last_path(shell);
+    const std::string path = shell.loader.current_path; // a copy: the load may serve events
+    load_file(shell, path, shell.code_buffer);
+}
+
+} // namespace vrk

@@ -1,0 +1,184 @@
+#include "shell/press.h"
+
+#include "form/main_form.h"
+
+#include "shell/make_job.h"
+#include "shell/messages.h"
+#include "shell/open_file.h"
+#include "shell/panel_state.h"
+#include "shell/screen_report.h"
+#include "shell/serial_numbers.h"
+
+#include "link/handshake.h"
+#include "link/sequencer.h"
+#include "platform/deadline.h"
+#include "platform/text_number.h"
+
+namespace vrk {
+
+namespace {
+
+constexpr int repeat_row = 1;
+constexpr int second_ms = 1000;
+
+constexpr Text no_file = {"    Please open code file./请打开文件。    ", "    Please open code file.   "};
+
+// A sequence runs, from the press to whatever end it takes: then the panel is free again and the port is closed.
+class Sequence {
+public:
+    explicit Sequence(Shell& shell)
+        : shell_(shell)
+    {
+        shell_.running = true;
+        shell_.stop_requested = false;
+        close_port();
+    }
+    ~Sequence()
+    {
+        close_port();
+        shell_.running = false;
+        show_panel_state(shell_);
+    }
+    Sequence(const Sequence&) = delete;
+    Sequence& operator=(const Sequence&) = delete;
+
+private:
+    void close_port()
+    {
+        shell_.port.close();
+        show_port_lamp(shell_, false);
+    }
+
+    Shell& shell_;
+};
+
+// One talk, told to the shell while it goes on: the stop button and whoever looks at the program find it there.
+class Talk {
+public:
+    Talk(Shell& shell, const Job& job)
+        : session(shell.platform.loop, shell.port, shell.mcu_table, job.model, job.line)
+        , shell_(shell)
+    {
+        session.stop_requested = shell.stop_requested;
+        shell_.session = &session;
+    }
+    ~Talk()
+    {
+        shell_.last_talk = session;
+        shell_.session = nullptr;
+    }
+    Talk(const Talk&) = delete;
+    Talk& operator=(const Talk&) = delete;
+
+    Session session;
+
+private:
+    Shell& shell_;
+};
+
+void count_success(Shell& shell)
+{
+    const std::string count = number_text(number_in(shell.form.txtWrite_OK_Count.text()) + 1);
+    shell.form.txtWrite_OK_Count.set_text(count);
+    shell.platform.settings.set("Settings", "Write_OK_Count", count);
+}
+
+void keep_books(Shell& shell)
+{
+    count_success(shell);
+    if (shell.form.optBeepYes.value())
+        beep(shell, 1);
+    shell.number_for_next = move_numbers(shell);
+}
+
+// The time to change chips. The stop button is not looked at here: the wait runs out, and the next connection stops.
+void count_down_to_next(Shell& shell)
+{
+    for (int i = static_cast<int>(number_in(shell.form.comDalay_ReDownLoad.text())); i >= 0; --i) {
+        const std::string seconds = std::to_string(i);
+        Line line;
+        line.en = "Program succeed.\nAfter a few seconds, re-connection will continue.  " + seconds;
+        line.zh = "Program succeed. / 下载成功.\nAfter a few seconds re-connect will continue.  " + seconds +
+            "\nChinese:几秒钟后将继续下载下一个 MCU...  " + seconds;
+        append_message(shell, line);
+        wait_ms(shell.platform.loop, second_ms);
+    }
+}
+
+void let_chip_go(Shell& shell, Session& session)
+{
+    leave_isp(session);
+    session.drop_counts();
+    session.close();
+    show_port_lamp(shell, false);
+}
+
+Result program_next_chip(Shell& shell, bool repeat)
+{
+    const Job job = make_job(shell);
+    ScreenReport report(shell);
+    Talk talk(shell, job);
+    Session& session = talk.session;
+    Result result = program_one_chip(session, job, report);
+    if (result == Result::good)
+        result = report_success(session, job, report);
+    session.chip.target_ok = false;
+    if (result == Result::wrong_model)
+        shell.file_loaded = false; // it was meant for another chip
+    if (result != Result::good)
+        return result;
+
+    keep_books(shell);
+    const bool another = repeat && shell.number_for_next;
+    session.stop_requested = session.stop_requested || !another;
+    let_chip_go(shell, session);
+    if (another)
+        count_down_to_next(shell);
+    return result;
+}
+
+void run_download(Shell& shell, int row)
+{
+    if (!shell.file_loaded)
+        return show_box(shell, in_language(shell, no_file));
+    if (shell.form.cekReloadFile.value())
+        reload_code_file(shell);
+    if (!numbers_fit(shell))
+        return; // the number in the buffer is that of another chip
+    show_panel_state(shell);
+    do
+        shell.succeeded = program_next_chip(shell, row == repeat_row) == Result::good;
+    while (shell.succeeded && row == repeat_row && shell.number_for_next && !shell.closing);
+}
+
+} // namespace
+
+void comDownload_Click(Shell& shell, int row)
+{
+    if (shell.running)
+        return; // a click that came while the first one was still reading its file
+    const Sequence sequence(shell);
+    shell.succeeded = false;
+    run_download(shell, row);
+}
+
+void comStop_Download_Click(Shell& shell)
+{
+    shell.stop_requested = true;
+    if (shell.session != nullptr)
+        shell.session->stop_requested = true;
+}
+
+void comReadChipLock_Click(Shell& shell)
+{
+    if (shell.running)
+        return;
+    const Sequence sequence(shell);
+    show_panel_state(shell);
+    const Job job = make_job(shell);
+    ScreenReport report(shell);
+    Talk talk(shell, job);
+    read_one_chip(talk.session, job, report);
+}
+
+} // namespace vrk

@@ -1,0 +1,79 @@
+// Between the window and the engine: the controls, the tables and buffers behind them, and whether a sequence runs. It
+// lives as long as the program and owns everything; an engine gets a job and the port, and tells a report.
+#pragma once
+
+#include "shell/loader_state.h"
+
+#include "catalog/mcu_table.h"
+#include "form/registry.h"
+#include "image/auto_increase.h"
+#include "image/file_buffer.h"
+#include "options/option_bytes.h"
+#include "options/option_table.h"
+#include "platform/platform.h"
+#include "platform/port.h"
+#include "platform/timer.h"
+#include "session/result.h"
+#include "session/session.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vrk {
+
+struct MainForm;
+
+struct Shell {
+    explicit Shell(const Platform& its_platform);
+    ~Shell();
+
+    Platform platform;
+    bool language_is_english = false; // Chinese is the language in force
+    const std::unique_ptr<MainForm> window_form;
+    MainForm& form; // include form/main_form.h for its members
+    ControlRegistry& controls; // and this for those who know them by name
+    Port port;
+    std::vector<std::string> port_paths; // behind the captions of combCommPort, item by item
+
+    // Timers with an event of their own; what is nothing but a wait is a deadline where it is waited for.
+    Timer Timer3; // a saved setting has changed: saves all of them
+    Timer Timer11; // takes the hint of the buffer editor away again
+    Timer Timer12; // watches the code file for a change
+    Timer TimerUnload; // ends the program once the sequences have wound down
+
+    McuTable mcu_table;
+    OptionTable option_table;
+    McuRecord selected; // the model in the tree; a connection never overwrites it
+    OptionImage options; // as the panel had them at the last press
+    std::string option_byte_text = "0,0,0"; // third field "1": block 1 must not program block 0
+
+    FileBuffer code_buffer{BufferKind::code};
+    FileBuffer data_buffer{BufferKind::data};
+    int view_lines[2] = {20, 20}; // lines of the dumps that fit, by BufferKind; the window keeps them up to date
+    bool file_loaded = false; // a code file has been opened; a model mismatch clears it
+    LoaderState loader;
+    AutoIncrease code_increase{BufferKind::code};
+    AutoIncrease data_increase{BufferKind::data};
+    bool edit_confirmed = false; // the user has agreed to edit the buffers
+
+    bool running = false; // a sequence: what goes into a chip is sealed, and hands keep off
+    bool locked = false; // by a project or the lock button
+    bool stop_requested = false; // of the sequence that runs, its next chips included
+    Session* session = nullptr; // of the sequence that runs
+    SessionFacts last_talk; // what the last one knew when it ended
+    bool succeeded = false; // the last cycle's result, as far as it has one: report, count and beep follow it
+    bool number_for_next = true; // the serial number of the next chip stands in the buffer, where one is wanted
+
+    bool closing = false; // the window was asked to close
+    bool unloaded = false; // and everything has wound down: the program may end
+    std::function<void()> on_unload; // called then
+
+    // The talk that goes on, else the last one.
+    const SessionFacts& talk() const { return session != nullptr ? *session : last_talk; }
+    // Nobody is downloading it, and no project holds it.
+    bool job_may_change() const { return !running && !locked; }
+};
+
+} // namespace vrk

@@ -1,0 +1,279 @@
+#include "shell/open_file.h"
+
+#include "shell/buffer_bench.h"
+
+using namespace vrk;
+using buffer_test::Bench;
+using buffer_test::fixture;
+
+namespace {
+
+constexpr const char* file_filter = "(*.hex, *.bin)|*.hex;*.bin|(*.bin)|*.bin|(*.hex)|*.hex|All Files (*.*)|*.*";
+std::string stored(Bench& bench, const char* key) { return bench.settings.get("Settings", key, "nothing stored"); }
+
+} // namespace
+
+TEST(ChooseFile, AsksForACodeFileBeginningInTheProgramsDirectory)
+{
+    Bench bench{"Juniper-60"};
+    choose_file(bench.shell, BufferKind::code);
+    ASSERT_EQ(bench.dialogs.asked.size(), 1U);
+    const FileDialog& dialog = bench.dialogs.asked[0];
+    EXPECT_EQ(dialog.kind, FileDialog::Kind::open);
+    EXPECT_EQ(dialog.title, "Open file ( *.hex or *.bin )");
+    EXPECT_EQ(dialog.filter, file_filter);
+    EXPECT_EQ(dialog.initial_dir, bench.folder);
+    EXPECT_EQ(dialog.file_name, "") << "a directory is no file to propose";
+    EXPECT_TRUE(dialog.must_exist);
+}
+
+TEST(ChooseFile, ProposesTheFileChosenLastIfItIsStillThere)
+{
+    Bench bench{"Juniper-60"};
+    const std::string here = bench.file("here.hex", "");
+    bench.settings.set("Settings", "DataFilePath", here);
+    bench.settings.set("Settings", "FilePath", bench.folder + "/gone.hex");
+    choose_file(bench.shell, BufferKind::data);
+    choose_file(bench.shell, BufferKind::code);
+    EXPECT_EQ(bench.dialogs.asked[0].title, "Open Data file ( *.hex or *.bin )");
+    EXPECT_EQ(bench.dialogs.asked[0].file_name, here);
+    EXPECT_EQ(bench.dialogs.asked[1].file_name, "");
+    EXPECT_EQ(bench.dialogs.asked[1].initial_dir, bench.folder + "/gone.hex");
+}
+
+TEST(ChooseFile, APathThatEndsInABackslashProposesNoName)
+{
+    Bench bench{"Juniper-60"};
+    bench.settings.set("Settings", "FilePath", bench.file("odd\\", ""));
+    choose_file(bench.shell, BufferKind::code);
+    EXPECT_EQ(bench.dialogs.asked[0].file_name, "");
+}
+
+TEST(ChooseFile, CancellingChangesNothing)
+{
+    Bench bench{"Juniper-60"};
+    take_path(bench.shell, BufferKind::code, "/old.hex");
+    EXPECT_EQ(choose_file(bench.shell, BufferKind::code), "");
+    EXPECT_EQ(bench.shell.loader.current_path, "/old.hex");
+    EXPECT_EQ(bench.form.frame("Frame7").caption(), "Program File: /old.hex");
+    EXPECT_EQ(stored(bench, "FilePath"), "/old.hex");
+}
+
+TEST(ChooseFile, AChoiceIsShownAndStoredAtOnce)
+{
+    Bench bench{"Juniper-60Q"};
+    bench.dialogs.choices = {"/a/code.hex", "/a/data.hex"};
+    EXPECT_EQ(choose_file(bench.shell, BufferKind::code), "/a/code.hex");
+    EXPECT_EQ(choose_file(bench.shell, BufferKind::data), "/a/data.hex");
+    EXPECT_EQ(bench.form.frame("Frame7").caption(), "Program File: /a/code.hex");
+    EXPECT_EQ(bench.form.frame("frmDataFlash").caption(), "Data File: /a/data.hex");
+    EXPECT_EQ(stored(bench, "FilePath"), "/a/code.hex");
+    EXPECT_EQ(stored(bench, "DataFilePath"), "/a/data.hex");
+    EXPECT_EQ(bench.shell.loader.current_path, "/a/data.hex") << "shared by both dialogs";
+}
+
+TEST(LoadButtons, ACancelledCodeDialogStoresTheProgramsDirectory)
+{
+    Bench bench{"Juniper-60"};
+    bench.settings.set("Settings", "FilePath", "/old.hex");
+    EXPECT_EQ(comLoadFile_Click(bench.shell), Chosen::nothing);
+    EXPECT_EQ(stored(bench, "FilePath"), bench.folder);
+    EXPECT_FALSE(bench.shell.file_loaded);
+}
+
+TEST(LoadButtons, ACancelledEepromDialogStoresNothing)
+{
+    Bench bench{"Juniper-60Q"};
+    EXPECT_EQ(comLoadDataFile_Click(bench.shell), Chosen::nothing);
+    EXPECT_EQ(stored(bench, "DataFilePath"), "nothing stored");
+}
+
+TEST(LoadButtons, EachLoadsIntoItsOwnBuffer)
+{
+    Bench bench{"Juniper-60Q"};
+    bench.dialogs.choices = {fixture("hundred_bytes.hex"), fixture("overlapping_records.hex")};
+    EXPECT_EQ(comLoadFile_Click(bench.shell), Chosen::file);
+    EXPECT_EQ(comLoadDataFile_Click(bench.shell), Chosen::file);
+    EXPECT_EQ(bench.code.data[99], 100);
+    EXPECT_EQ(bench.data.data[5], 2);
+    EXPECT_TRUE(bench.code.loaded);
+    EXPECT_TRUE(bench.data.loaded);
+}
+
+TEST(LoadButtons, AProjectCanBeChosenInEitherDialogAndIsLeftToTheCaller)
+{
+    Bench bench{"Juniper-60Q"};
+    bench.dialogs.choices = {"/jobs/lamp.vrk", "/jobs.VRK.d/lamp.hex"};
+    EXPECT_EQ(comLoadFile_Click(bench.shell), Chosen::project);
+    EXPECT_EQ(bench.shell.loader.current_path, "/jobs/lamp.vrk");
+    EXPECT_EQ(comLoadDataFile_Click(bench.shell), Chosen::project);
+    EXPECT_FALSE(bench.shell.file_loaded);
+    EXPECT_FALSE(bench.code.loaded);
+}
+
+TEST(LoadFile, AnEmptyPathDoesNothing)
+{
+    Bench bench{"Juniper-60"};
+    fill_buffer(0x31, bench.code);
+    EXPECT_FALSE(load_file(bench.shell, "", bench.code));
+    EXPECT_FALSE(load_file(bench.shell, "  ", bench.code));
+    EXPECT_EQ(bench.code.data[0], 0x31);
+    EXPECT_FALSE(bench.shell.file_loaded);
+}
+
+TEST(LoadFile, AMissingFileCountsAsAnEmptyOne)
+{
+    Bench bench{"Juniper-60"};
+    EXPECT_TRUE(load_file(bench.shell, bench.folder + "/missing.hex", bench.code));
+    EXPECT_TRUE(load_file(bench.shell, bench.folder + "/missing.bin", bench.code));
+    EXPECT_TRUE(bench.dialogs.shown.empty());
+    EXPECT_EQ(bench.code.high, 511);
+    EXPECT_TRUE(bench.shell.file_loaded);
+}
+
+TEST(LoadFile, AFolderCountsAsAnEmptyFile)
+{
+    Bench bench{"Juniper-60"};
+    EXPECT_TRUE(load_file(bench.shell, bench.folder, bench.code));
+    EXPECT_EQ(bench.code.checksum, 0);
+}
+
+TEST(LoadParameters, AnEmptyTextMeansZero)
+{
+    Bench bench{"Juniper-60"};
+    bench.form.text_box("txtAP_FileStart").set_text("  ");
+    read_load_parameters(bench.shell, bench.code);
+    EXPECT_EQ(bench.code.start, 0);
+}
+
+TEST(LoadParameters, FourDigitsFrom8000UpComeNegative)
+{
+    Bench bench{"Juniper-60"};
+    bench.form.text_box("txtAP_FileStart").set_text(" 8000 ");
+    read_load_parameters(bench.shell, bench.code);
+    EXPECT_EQ(bench.code.start, -0x8000);
+}
+
+TEST(LoadParameters, FiveDigitsAreNotCorrected)
+{
+    Bench bench{"Juniper-60"};
+    bench.form.text_box("txtAP_FileStart").set_text("10000");
+    read_load_parameters(bench.shell, bench.code);
+    EXPECT_EQ(bench.code.start, 0x10000);
+}
+
+TEST(LoadParameters, EachBufferHasItsOwnControls)
+{
+    Bench bench{"Juniper-60Q"};
+    bench.form.text_box("txtDataFileStart").set_text("20");
+    bench.form.check_box("cheClearDataBuffer").set_value(true);
+    read_load_parameters(bench.shell, bench.data);
+    read_load_parameters(bench.shell, bench.code);
+    EXPECT_EQ(bench.data.start, 0x20);
+    EXPECT_TRUE(bench.data.clear_first);
+    EXPECT_EQ(bench.code.start, 0);
+    EXPECT_FALSE(bench.code.clear_first);
+}
+
+TEST(StartAddress, PastTheDeviceTheCodeLoadIsRefusedAndNothingChanges)
+{
+    Bench bench{"Juniper-60"}; // its data flash would end at F3FF
+    load_file(bench.shell, fixture("hundred_bytes.hex"), bench.code);
+    bench.form.text_box("txtAP_FileStart").set_text("10000");
+    EXPECT_FALSE(load_file(bench.shell, fixture("overlapping_records.hex"), bench.code));
+    ASSERT_EQ(bench.dialogs.shown.size(), 1U);
+    EXPECT_EQ(bench.box_text(0), "缓冲区起始地址超出有效空间。");
+    EXPECT_EQ(bench.code.data[0], 1);
+    EXPECT_EQ(bench.code.data[99], 100);
+    EXPECT_EQ(bench.code.checksum, 5050);
+    EXPECT_TRUE(bench.shell.file_loaded);
+    EXPECT_TRUE(bench.code.loaded);
+}
+
+TEST(StartAddress, RefusalOfTheEepromLoadSpeaksBothLanguages)
+{
+    Bench bench{"Juniper-60Q"}; // F000 to F3FF: offsets up to 3FF
+    bench.form.text_box("txtDataFileStart").set_text("400");
+    EXPECT_FALSE(load_file(bench.shell, fixture("hundred_bytes.hex"), bench.data));
+    EXPECT_EQ(
+        bench.box_text(0), "Start Buffer Address exceeded the valid scope. \n        缓冲区起始地址超出有效空间。");
+    EXPECT_FALSE(bench.data.loaded);
+}
+
+TEST(StartAddress, TheLastByteOfTheEepromIsStillAStart)
+{
+    Bench bench{"Juniper-60Q"};
+    bench.form.text_box("txtDataFileStart").set_text("3FF");
+    EXPECT_TRUE(load_file(bench.shell, bench.file("one.bin", "1"), bench.data));
+    EXPECT_EQ(bench.data.data[0x3FF], '1');
+    EXPECT_TRUE(bench.dialogs.shown.empty());
+}
+
+TEST(StartAddress, EnglishRefusalsAreTheSameForBothBuffers)
+{
+    Bench bench{"Juniper-60Q"};
+    bench.shell.language_is_english = true;
+    bench.form.text_box("txtAP_FileStart").set_text("10000");
+    bench.form.text_box("txtDataFileStart").set_text("400");
+    load_file(bench.shell, fixture("hundred_bytes.hex"), bench.code);
+    load_file(bench.shell, fixture("hundred_bytes.hex"), bench.data);
+    EXPECT_EQ(bench.box_text(0), "Start Buffer Address exceeded the valid scope. \n");
+    EXPECT_EQ(bench.box_text(1), "Start Buffer Address exceeded the valid scope. \n");
+}
+
+TEST(ClearBeforeLoad, WithTheBoxOffASecondFileIsAddedAndWithTheBoxOnItReplaces)
+{
+    Bench bench{"Juniper-60"};
+    load_file(bench.shell, bench.file("long.bin", std::string(0x1000, 'x')), bench.code);
+    load_file(bench.shell, bench.file("short.bin", "y"), bench.code);
+    EXPECT_EQ(bench.code.data[1], 'x');
+    EXPECT_EQ(bench.code.view_high, 0xFFF);
+    bench.form.check_box("cheClearAP_Buffer").set_value(true);
+    load_file(bench.shell, bench.file("short.bin", "y"), bench.code);
+    EXPECT_EQ(bench.code.data[0], 'y');
+    EXPECT_EQ(bench.code.data[1], 0);
+    EXPECT_EQ(bench.code.view_high, 511);
+}
+
+TEST(ClearBeforeLoad, ASecondFilesChecksumIsShownAloneNotTheSumOfBoth)
+{
+    Bench bench{"Juniper-60"};
+    load_file(bench.shell, fixture("hundred_bytes.hex"), bench.code);
+    load_file(bench.shell, fixture("overlapping_records.hex"), bench.code);
+    EXPECT_EQ(bench.form.text_box("txtFileCheckSum").text(), "000000CH       ");
+    EXPECT_EQ(bench.code.data[50], 51) << "the first file is still there";
+}
+
+TEST(ReloadLastPath, TakesTheStoredPathOfTheCodeFile)
+{
+    Bench bench{"Juniper-60Q"};
+    bench.settings.set("Settings", "FilePath", fixture("hundred_bytes.hex"));
+    take_path(bench.shell, BufferKind::data, "/data.bin");
+    EXPECT_TRUE(reload_last_path(bench.shell));
+    EXPECT_EQ(bench.shell.loader.current_path, fixture("hundred_bytes.hex"));
+    EXPECT_EQ(bench.form.frame("Frame7").caption(), "Program File: " + fixture("hundred_bytes.hex"));
+    EXPECT_TRUE(bench.dialogs.shown.empty());
+}
+
+TEST(ReloadLastPath, AFileThatIsGoneIsToldAndThePathStays)
+{
+    Bench bench{"Juniper-60"};
+    take_path(bench.shell, BufferKind::code, bench.folder + "/gone.hex");
+    EXPECT_FALSE(reload_last_path(bench.shell));
+    bench.shell.language_is_english = true;
+    EXPECT_FALSE(reload_last_path(bench.shell));
+    EXPECT_EQ(bench.box_text(0), "Can not find the file./找不到文件");
+    EXPECT_EQ(bench.box_text(1), "Can not find the file.");
+    EXPECT_EQ(bench.shell.loader.current_path, bench.folder + "/gone.hex");
+}
+
+TEST(ReloadCodeFile, LoadsWhatTheFileHoldsNow)
+{
+    Bench bench{"Juniper-60"};
+    bench.form.check_box("cheClearAP_Buffer").set_value(true);
+    bench.dialogs.choices.push_back(bench.file("lamp.bin", "old"));
+    comLoadFile_Click(bench.shell);
+    bench.file("lamp.bin", "new");
+    reload_code_file(bench.shell);
+    EXPECT_EQ(bench.code.data[0], 'n');
+}
