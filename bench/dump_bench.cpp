@@ -1,8 +1,8 @@
 // What one page of scrolling costs in the window: from the turn of the bar to the picture, on Qt's screen in memory.
 // Beside it a bare pane that is given a text of the same size and paints it.
-#include "form/main_form.h"
 #include "bench/figures.h"
 #include "bench/qt_bench.h"
+#include "form/main_form.h"
 
 #include "shell/buffer_view.h"
 #include "shell/events.h"

@@ -1,13 +1,12 @@
 // A thousand chips of 8 KB one after the other by Re-Download, each with its own serial number, on virtual time. Every
 // chip is looked at. Beside it the checksums alone of all that goes over the wire.
-#include "form/main_form.h"
 #include "bench/median_reporter.h"
+#include "form/main_form.h"
 
 #include "catalog/ranges.h"
-#include "shell/open_file.h"
-#include "session/frame.h"
 #include "rehearsal/chip_of_model.h"
 #include "rehearsal/rehearsal.h"
+#include "session/frame.h"
 #include "shell/device.h"
 #include "shell/events.h"
 #include "shell/open_file.h"

@@ -1,18 +1,18 @@
 // How much of a real-time line the write stage uses. 60 KB go out over a pseudo terminal whose far end keeps the pace
 // of a wire and answers at once; beside it a bare poll() loop sends the same frames to the same far end.
-#include "form/main_form.h"
 #include "bench/chip_process.h"
 #include "bench/figures.h"
 #include "bench/metered_ports.h"
 #include "bench/qt_bench.h"
 #include "bench/wire_peer.h"
+#include "form/main_form.h"
 
+#include "link/program.h"
 #include "session/frame.h"
 #include "session/session.h"
-#include "link/program.h"
+#include "shell/events.h"
 #include "shell/make_job.h"
 #include "shell/screen_report.h"
-#include "shell/events.h"
 
 #include <QCoreApplication>
 
@@ -52,7 +52,8 @@ bench::WireFigures write_by_program(const std::vector<std::uint8_t>& code)
     vrk::Session session(bench.loop, bench.shell.port, bench.shell.mcu_table, job.model, job.line);
     session.chip.mcu_clock_hz = 11'059'200;
     session.rx.accept_frames = true;
-    bench::require(session.port.set_line({115200, vrk::Parity::even, 8, 1}) && session.open(), "the port does not open");
+    bench::require(
+        session.port.set_line({115200, vrk::Parity::even, 8, 1}) && session.open(), "the port does not open");
     const bool written = vrk::write_range(session, report, {true, 0, code_size - 1}, code, false);
     bench::require(written, "the write stage failed");
     session.close();

@@ -1,16 +1,16 @@
 // How long a file takes from disk into the buffer, checks and range rules included. Beside it a strict reader that does
 // the least: no lenience, no rules, no view.
-#include "form/main_form.h"
 #include "bench/median_reporter.h"
+#include "form/main_form.h"
 
 #include "catalog/isp_start.h"
 #include "catalog/ranges.h"
 #include "catalog/rows.h"
-#include "shell/shell.h"
 #include "platform/scripted_dialogs.h"
 #include "platform/text_number.h"
 #include "shell/buffer_view.h"
 #include "shell/open_file.h"
+#include "shell/shell.h"
 #include "sim/virtual_loop.h"
 
 #include <unistd.h>

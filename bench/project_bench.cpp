@@ -84,7 +84,8 @@ void opening(benchmark::State& state)
     const auto data = bench.shell.data_buffer.data;
     for (auto _ : state) {
         vrk::open_project(bench.shell, bench.path);
-        if (!bench.dialogs.shown.empty() || bench.shell.code_buffer.data != code || bench.shell.data_buffer.data != data)
+        if (!bench.dialogs.shown.empty() || bench.shell.code_buffer.data != code ||
+            bench.shell.data_buffer.data != data)
             return state.SkipWithError("what was opened is not what was saved");
     }
 }

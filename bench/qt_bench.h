@@ -1,13 +1,13 @@
 // The program on the Qt host without a window: a main object, real time, ports as it is given them.
 #pragma once
 
-#include "form/main_form.h"
 #include "catalog/rows.h"
-#include "shell/shell.h"
+#include "form/main_form.h"
 #include "host/qt_loop.h"
 #include "host/qt_ports.h"
 #include "platform/scripted_dialogs.h"
 #include "shell/device.h"
+#include "shell/shell.h"
 #include "shell/start_up.h"
 
 namespace bench {

@@ -1,12 +1,12 @@
 // What one page of scrolling costs in a full buffer: the event of the bar, the dump drawn into both of its boxes, the
 // stamped number looked for. Beside it the same lines made by the printing of the C library.
-#include "form/main_form.h"
 #include "bench/median_reporter.h"
+#include "form/main_form.h"
 
-#include "shell/shell.h"
 #include "image/dump.h"
 #include "platform/scripted_dialogs.h"
 #include "shell/buffer_view.h"
+#include "shell/shell.h"
 #include "sim/virtual_loop.h"
 
 #include <cstdio>

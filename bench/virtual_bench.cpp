@@ -1,13 +1,12 @@
 // A whole download of 60 KB on virtual time: how much real time it takes, and that it is the same one every time.
 // Beside it the least that must be computed: the frames of the same data, built and summed.
-#include "form/main_form.h"
 #include "bench/median_reporter.h"
+#include "form/main_form.h"
 
 #include "catalog/ranges.h"
-#include "shell/open_file.h"
-#include "session/frame.h"
 #include "rehearsal/chip_of_model.h"
 #include "rehearsal/rehearsal.h"
+#include "session/frame.h"
 #include "shell/device.h"
 #include "shell/events.h"
 #include "shell/open_file.h"

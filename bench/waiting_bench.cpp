@@ -1,12 +1,12 @@
 // What waiting for power-up costs: a pair of sync bytes each 10 ms, for as long as the hand at the switch takes. Beside
 // it a bare loop that writes the same bytes at the same pace.
-#include "form/main_form.h"
 #include "bench/figures.h"
 #include "bench/qt_bench.h"
 #include "bench/wire_peer.h"
+#include "form/main_form.h"
 
-#include "session/frame.h"
 #include "link/handshake.h"
+#include "session/frame.h"
 #include "shell/make_job.h"
 #include "shell/screen_report.h"
 

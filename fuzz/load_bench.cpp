@@ -3,12 +3,12 @@
 #include "catalog/isp_start.h"
 #include "catalog/ranges.h"
 #include "catalog/rows.h"
+#include "form/main_form.h"
+#include "image/download_plan.h"
 #include "platform/text_number.h"
 #include "shell/buffer_view.h"
-#include "shell/screen_report.h"
 #include "shell/open_file.h"
-#include "image/download_plan.h"
-#include "form/main_form.h"
+#include "shell/screen_report.h"
 
 #include <unistd.h>
 

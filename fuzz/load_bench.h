@@ -10,8 +10,8 @@
 #include "fuzz/target.h"
 
 #include "image/load.h"
-#include "shell/shell.h"
 #include "platform/scripted_dialogs.h"
+#include "shell/shell.h"
 #include "sim/virtual_loop.h"
 
 #include <filesystem>

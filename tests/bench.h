@@ -6,14 +6,14 @@
 #include "catalog/ranges.h"
 #include "link/option_commit.h"
 #include "named_controls.h"
-#include "shell/panel_state.h"
-#include "shell/press.h"
 #include "rehearsal/chip_of_model.h"
 #include "rehearsal/rehearsal.h"
 #include "shell/buffer_view.h"
 #include "shell/device.h"
 #include "shell/events.h"
 #include "shell/open_file.h"
+#include "shell/panel_state.h"
+#include "shell/press.h"
 
 #include <gtest/gtest.h>
 
@@ -53,8 +53,8 @@ struct Bench : Rehearsal {
     {
         EXPECT_TRUE(dialogs.replies.empty()) << "a reply was left over";
         if (::testing::Test::HasFailure())
-            std::printf("--- report%s\n--- chip: %s\n%s%s", form.text_box("textMsg").text().c_str(), chip.state_name().c_str(),
-                chip.violations().c_str(), chip.line_faults().c_str());
+            std::printf("--- report%s\n--- chip: %s\n%s%s", form.text_box("textMsg").text().c_str(),
+                chip.state_name().c_str(), chip.violations().c_str(), chip.line_faults().c_str());
     }
 
     // Models without a node in the tree come from a project or from a connected chip: their name stands in the box.
@@ -204,15 +204,15 @@ struct Bench : Rehearsal {
             return (chip.options()[at] | mask) == (shell.options.bytes[at][0] | mask);
         });
     }
-    std::vector<OptionButton*> buttons_of(std::size_t strip)
-    {
-        return form.options("Option" + std::to_string(strip));
-    }
+    std::vector<OptionButton*> buttons_of(std::size_t strip) { return form.options("Option" + std::to_string(strip)); }
     void wipe_chip() { chip.preset_flash(0, std::vector<std::uint8_t>(chip.flash().size(), 0xA5)); }
 
     std::size_t code_size = 0;
 
-    bool report_says(std::string_view text) const { return form.text_box("textMsg").text().find(text) != std::string::npos; }
+    bool report_says(std::string_view text) const
+    {
+        return form.text_box("textMsg").text().find(text) != std::string::npos;
+    }
     int times_said(std::string_view text) const
     {
         const std::string& report = form.text_box("textMsg").text();
@@ -230,7 +230,8 @@ struct Bench : Rehearsal {
     }
     bool buttons_are_free() const
     {
-        return form.button("comDownload", 0).enabled() && form.button("comDownload", 1).enabled() && !form.button("comStop_Download").enabled();
+        return form.button("comDownload", 0).enabled() && form.button("comDownload", 1).enabled() &&
+            !form.button("comStop_Download").enabled();
     }
 
 private:

@@ -20,11 +20,7 @@ QString summary_of(const char* what, const std::vector<std::uint8_t>& flash)
     std::uint32_t sum = 0;
     for (const std::uint8_t byte : flash)
         sum += byte;
-    return QString("%1: %2 of %3 bytes are not FF, sum %4H")
-        .arg(what)
-        .arg(used)
-        .arg(flash.size())
-        .arg(sum, 0, 16);
+    return QString("%1: %2 of %3 bytes are not FF, sum %4H").arg(what).arg(used).arg(flash.size()).arg(sum, 0, 16);
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 // A whole bench in one process: the program's main object, a virtual clock, a simulated wire and one simulated chip.
 #pragma once
 
-#include "shell/shell.h"
 #include "platform/scripted_dialogs.h"
+#include "shell/shell.h"
 #include "sim/chip.h"
 #include "sim/sim_port.h"
 #include "sim/virtual_loop.h"

@@ -1,6 +1,5 @@
 #include "script/commands.h"
 
-
 #include "catalog/ranges.h"
 #include "link/baud.h"
 #include "platform/text_number.h"
@@ -120,7 +119,8 @@ Result set_list(Runner& runner, ComboBox& list, std::string_view name, std::stri
 
 Result set_tab(Runner& runner, TabStrip& strip, std::string_view name, std::string_view text)
 {
-    const int tab = text.starts_with("#") ? static_cast<int>(whole_number(text.substr(1)).value_or(-1)) : strip.find(text);
+    const int tab =
+        text.starts_with("#") ? static_cast<int>(whole_number(text.substr(1)).value_or(-1)) : strip.find(text);
     if (tab < 0 || static_cast<std::size_t>(tab) >= strip.tabs().size())
         return failure("'" + std::string{name} + "' has no tab '" + std::string{text} + "'");
     Shell& shell = runner.shell();
@@ -228,15 +228,19 @@ Result put_caret(Runner& runner, Words words)
 
 Result get_control(Runner& runner, Words words) { return read_control(runner, trimmed(words.rest())); }
 
-Result list_controls(Runner& runner, Words words) { return value_of(control_names(runner.shell(), trimmed(words.rest()))); }
+Result list_controls(Runner& runner, Words words)
+{
+    return value_of(control_names(runner.shell(), trimmed(words.rest())));
+}
 
-constexpr std::pair<std::string_view, Reply> replies[]
-    = {{"ok", Reply::ok}, {"cancel", Reply::cancel}, {"yes", Reply::yes}, {"no", Reply::no}};
+constexpr std::pair<std::string_view, Reply> replies[] = {
+    {"ok", Reply::ok}, {"cancel", Reply::cancel}, {"yes", Reply::yes}, {"no", Reply::no}};
 
 std::string_view reply_name(Reply reply)
 {
-    return std::find_if(std::begin(replies), std::end(replies), [&](const auto& row) { return row.second == reply; })
-        ->first;
+    return std::find_if(std::begin(replies), std::end(replies), [&](const auto& row) {
+        return row.second == reply;
+    })->first;
 }
 
 Result queue_answer(Runner& runner, Words words)
@@ -263,9 +267,12 @@ Result queue_choice(Runner& runner, Words words)
 std::string_view buttons_name(Buttons buttons)
 {
     switch (buttons) {
-    case Buttons::ok_cancel: return "ok cancel";
-    case Buttons::yes_no: return "yes no";
-    case Buttons::ok: break;
+    case Buttons::ok_cancel:
+        return "ok cancel";
+    case Buttons::yes_no:
+        return "yes no";
+    case Buttons::ok:
+        break;
     }
     return "ok";
 }
@@ -303,8 +310,8 @@ Result wait_idle(Runner& runner, Words words)
     if (ms < 0)
         return failure("wait-idle takes milliseconds, not '" + std::string{words.rest()} + "'");
     Shell& shell = runner.shell();
-    return runner.wait_for([&shell] { return !shell.running; }, ms,
-        "a sequence still runs after " + std::to_string(ms) + " ms");
+    return runner.wait_for(
+        [&shell] { return !shell.running; }, ms, "a sequence still runs after " + std::to_string(ms) + " ms");
 }
 
 std::string main_text(const Control& control)

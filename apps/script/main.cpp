@@ -36,7 +36,8 @@ struct Options {
     std::string script = "-";
 };
 
-constexpr const char* usage = "usage: vrk-script [--json] [--settings FILE] [--port PATH]... [--rehearse MODEL] [--english] [SCRIPT | -]";
+constexpr const char* usage =
+    "usage: vrk-script [--json] [--settings FILE] [--port PATH]... [--rehearse MODEL] [--english] [SCRIPT | -]";
 
 // Nothing: a bad command line.
 std::optional<Options> parse_options(const std::vector<std::string>& words)
@@ -123,10 +124,9 @@ public:
                 frames[hex_bytes(std::span{&byte, 1})] = count;
             }
         }
-        return {{"model", chip_.setup().model.name}, {"state", chip_.state_name()},
-            {"flash", hex_bytes(chip_.flash())}, {"data_flash", hex_bytes(chip_.data_flash())},
-            {"options", hex_bytes(chip_.options())}, {"frames", frames}, {"power_ups", chip_.power_ups()},
-            {"violations", chip_.violations()}};
+        return {{"model", chip_.setup().model.name}, {"state", chip_.state_name()}, {"flash", hex_bytes(chip_.flash())},
+            {"data_flash", hex_bytes(chip_.data_flash())}, {"options", hex_bytes(chip_.options())}, {"frames", frames},
+            {"power_ups", chip_.power_ups()}, {"violations", chip_.violations()}};
     }
 
 private:
@@ -180,8 +180,8 @@ int run_for_real(const Options& options, LineSource& lines, const Answering& ans
             runner->end();
         return line;
     };
-    runner = std::make_unique<Runner>(
-        Runner::Setup{shell, dialogs, nullptr, next_line, answering, options.script != "-"});
+    runner =
+        std::make_unique<Runner>(Runner::Setup{shell, dialogs, nullptr, next_line, answering, options.script != "-"});
     return run(*runner, loop, shell);
 }
 
@@ -205,8 +205,7 @@ int main(int argc, char** argv)
     }
     std::istream& lines = options->script == "-" ? std::cin : file;
     const std::string name = options->script == "-" ? "script" : options->script;
-    const Answering answering
-        = [&](const Answer& answer) { print_answer(answer, name, options->json); };
+    const Answering answering = [&](const Answer& answer) { print_answer(answer, name, options->json); };
 
     if (options->rehearse) {
         McuTable table;

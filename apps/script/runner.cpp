@@ -1,6 +1,5 @@
 #include "script/runner.h"
 
-
 #include "script/commands.h"
 
 #include "platform/text_number.h"
@@ -86,7 +85,7 @@ Runner::Result Runner::wait_for(std::function<bool()> finished, std::int64_t ms,
     result.finished = std::move(finished);
     result.deadline_us = loop.now_us() + ms * 1000;
     result.late_error = std::move(late_error);
-    loop.call_at(*result.deadline_us, [] { }); // so that the loop comes round at that time
+    loop.call_at(*result.deadline_us, [] {}); // so that the loop comes round at that time
     return result;
 }
 

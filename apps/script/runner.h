@@ -7,8 +7,8 @@
 
 #include "script/values.h"
 
-#include "shell/shell.h"
 #include "platform/scripted_dialogs.h"
+#include "shell/shell.h"
 
 #include <deque>
 #include <functional>

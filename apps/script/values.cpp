@@ -78,8 +78,7 @@ std::optional<Json> tree_property(const Tree& tree, std::string_view property)
     return items;
 }
 
-template <typename Bar>
-std::optional<Json> range_property(const Bar& bar, std::string_view property)
+template <typename Bar> std::optional<Json> range_property(const Bar& bar, std::string_view property)
 {
     if (property == "min")
         return bar.min();
@@ -113,8 +112,7 @@ std::optional<Json> own_property(const Control& control, std::string_view proper
     return std::nullopt;
 }
 
-template <typename Array>
-Json numbers(const Array& values)
+template <typename Array> Json numbers(const Array& values)
 {
     Json list = Json::array();
     for (const auto value : values)
@@ -273,16 +271,14 @@ Json record_value(const McuRecord& record)
         {"size_digits", size ? Json(std::to_string(*size / 10) + std::to_string(*size % 10)) : Json()},
         {"is_wide_boot", is_wide_boot(record)}, {"is_aspen_top", is_aspen_top(record)},
         {"series_is_rc_group", series_is_rc_group(record.series)},
-        {"series_is_15_16_17", series_is_15_16_17(record.series)},
-        {"series_is_15_16", series_is_15_16(record.series)}, {"has_eeprom_buffer", has_eeprom_buffer(record)},
-        {"option_family", option_family(record.series)}};
+        {"series_is_15_16_17", series_is_15_16_17(record.series)}, {"series_is_15_16", series_is_15_16(record.series)},
+        {"has_eeprom_buffer", has_eeprom_buffer(record)}, {"option_family", option_family(record.series)}};
 }
 
 Json buffer_info(const FileBuffer& buffer)
 {
-    return {{"low", buffer.low}, {"high", buffer.high}, {"view_low", buffer.view_low},
-        {"view_high", buffer.view_high}, {"checksum", buffer.checksum}, {"start", buffer.start},
-        {"loaded", buffer.loaded}};
+    return {{"low", buffer.low}, {"high", buffer.high}, {"view_low", buffer.view_low}, {"view_high", buffer.view_high},
+        {"checksum", buffer.checksum}, {"start", buffer.start}, {"loaded", buffer.loaded}};
 }
 
 std::string hex_bytes(std::span<const std::uint8_t> bytes)

@@ -13,8 +13,7 @@
 
 namespace vrk {
 
-template <int Pages, int Rows, int Columns>
-class TextTable {
+template <int Pages, int Rows, int Columns> class TextTable {
 public:
     static constexpr int page_count = Pages;
     static constexpr int row_count = Rows;
@@ -28,7 +27,7 @@ public:
         return pages_[index(page)][index(row)][index(column)];
     }
     template <typename Column>
-        requires std::is_enum_v<Column>
+    requires std::is_enum_v<Column>
     const std::string& cell(int page, int row, Column column) const
     {
         return cell(page, row, static_cast<int>(column));
@@ -45,7 +44,7 @@ public:
         rows[index(row)][index(column)] = trimmed(text);
     }
     template <typename Column>
-        requires std::is_enum_v<Column>
+    requires std::is_enum_v<Column>
     void set_cell(int page, int row, Column column, std::string_view text)
     {
         set_cell(page, row, static_cast<int>(column), text);

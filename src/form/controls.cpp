@@ -19,18 +19,30 @@ int character_count(std::string_view text)
 std::string_view kind_name(ControlKind kind)
 {
     switch (kind) {
-    case ControlKind::TextBox: return "TextBox";
-    case ControlKind::CheckBox: return "CheckBox";
-    case ControlKind::OptionButton: return "OptionButton";
-    case ControlKind::ComboBox: return "ComboBox";
-    case ControlKind::Label: return "Label";
-    case ControlKind::Button: return "Button";
-    case ControlKind::Frame: return "Frame";
-    case ControlKind::TabStrip: return "TabStrip";
-    case ControlKind::Tree: return "Tree";
-    case ControlKind::ProgressBar: return "ProgressBar";
-    case ControlKind::ScrollBar: return "ScrollBar";
-    case ControlKind::Image: return "Image";
+    case ControlKind::TextBox:
+        return "TextBox";
+    case ControlKind::CheckBox:
+        return "CheckBox";
+    case ControlKind::OptionButton:
+        return "OptionButton";
+    case ControlKind::ComboBox:
+        return "ComboBox";
+    case ControlKind::Label:
+        return "Label";
+    case ControlKind::Button:
+        return "Button";
+    case ControlKind::Frame:
+        return "Frame";
+    case ControlKind::TabStrip:
+        return "TabStrip";
+    case ControlKind::Tree:
+        return "Tree";
+    case ControlKind::ProgressBar:
+        return "ProgressBar";
+    case ControlKind::ScrollBar:
+        return "ScrollBar";
+    case ControlKind::Image:
+        return "Image";
     }
     return "";
 }
@@ -52,10 +64,7 @@ std::vector<Control*> ChangeList::take()
     return std::exchange(changed, {});
 }
 
-std::string Control::full_name() const
-{
-    return index == no_index ? name : name + "(" + std::to_string(index) + ")";
-}
+std::string Control::full_name() const { return index == no_index ? name : name + "(" + std::to_string(index) + ")"; }
 
 void Control::mark()
 {
@@ -177,10 +186,7 @@ void ProgressBar::set_range(int min, int max)
     set_value(value_);
 }
 
-void ProgressBar::set_value(int value)
-{
-    assign(value_, std::clamp(value, min_, max_));
-}
+void ProgressBar::set_value(int value) { assign(value_, std::clamp(value, min_, max_)); }
 
 void ScrollBar::set_range(int min, int max)
 {
@@ -189,9 +195,6 @@ void ScrollBar::set_range(int min, int max)
     set_value(value_);
 }
 
-void ScrollBar::set_value(int value)
-{
-    assign(value_, std::clamp(value, min_, max_));
-}
+void ScrollBar::set_value(int value) { assign(value_, std::clamp(value, min_, max_)); }
 
 } // namespace vrk

@@ -62,8 +62,7 @@ struct Control {
 
 protected:
     void mark();
-    template <typename Value>
-    void assign(Value& field, const Value& value)
+    template <typename Value> void assign(Value& field, const Value& value)
     {
         if (field == value)
             return;

@@ -11,8 +11,7 @@ namespace vrk {
 class ControlRegistry {
 public:
     void add(Control& control, std::string name, int index = Control::no_index);
-    template <typename Type, std::size_t Count>
-    void add(Type (&controls)[Count], const std::string& name)
+    template <typename Type, std::size_t Count> void add(Type (&controls)[Count], const std::string& name)
     {
         for (std::size_t i = 0; i < Count; ++i)
             add(controls[i], name, static_cast<int>(i));

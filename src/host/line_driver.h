@@ -3,7 +3,8 @@
 
 namespace vrk {
 
-// USB adapters hold short replies back for up to 16 ms unless they are asked not to. A driver that refuses is left alone.
+// USB adapters hold short replies back for up to 16 ms unless they are asked not to. A driver that refuses is left
+// alone.
 void ask_for_low_latency(int descriptor);
 
 // Returns when the last byte has left, or would have: the time that the queue takes at the speed in force.

@@ -11,9 +11,12 @@ namespace {
 QMessageBox::StandardButtons qt_buttons(Buttons buttons)
 {
     switch (buttons) {
-    case Buttons::ok_cancel: return QMessageBox::Ok | QMessageBox::Cancel;
-    case Buttons::yes_no: return QMessageBox::Yes | QMessageBox::No;
-    case Buttons::ok: break;
+    case Buttons::ok_cancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case Buttons::yes_no:
+        return QMessageBox::Yes | QMessageBox::No;
+    case Buttons::ok:
+        break;
     }
     return QMessageBox::Ok;
 }
@@ -21,10 +24,14 @@ QMessageBox::StandardButtons qt_buttons(Buttons buttons)
 QMessageBox::StandardButton qt_button(Reply reply)
 {
     switch (reply) {
-    case Reply::cancel: return QMessageBox::Cancel;
-    case Reply::yes: return QMessageBox::Yes;
-    case Reply::no: return QMessageBox::No;
-    case Reply::ok: break;
+    case Reply::cancel:
+        return QMessageBox::Cancel;
+    case Reply::yes:
+        return QMessageBox::Yes;
+    case Reply::no:
+        return QMessageBox::No;
+    case Reply::ok:
+        break;
     }
     return QMessageBox::Ok;
 }
@@ -32,10 +39,14 @@ QMessageBox::StandardButton qt_button(Reply reply)
 Reply reply_of(int button)
 {
     switch (button) {
-    case QMessageBox::Cancel: return Reply::cancel;
-    case QMessageBox::Yes: return Reply::yes;
-    case QMessageBox::No: return Reply::no;
-    default: return Reply::ok;
+    case QMessageBox::Cancel:
+        return Reply::cancel;
+    case QMessageBox::Yes:
+        return Reply::yes;
+    case QMessageBox::No:
+        return Reply::no;
+    default:
+        return Reply::ok;
     }
 }
 
@@ -81,10 +92,7 @@ std::optional<std::string> QtDialogs::choose(const FileDialog& dialog)
     return box.selectedFiles().constFirst().toStdString();
 }
 
-void QtDialogs::beep()
-{
-    QApplication::beep();
-}
+void QtDialogs::beep() { QApplication::beep(); }
 
 void QtDialogs::set_busy(bool busy)
 {

@@ -19,10 +19,7 @@ QtLoop::QtLoop()
     });
 }
 
-std::int64_t QtLoop::now_us() const
-{
-    return clock_.nsecsElapsed() / 1000 + 1;
-}
+std::int64_t QtLoop::now_us() const { return clock_.nsecsElapsed() / 1000 + 1; }
 
 WallTime QtLoop::wall_time() const
 {
@@ -69,8 +66,8 @@ bool QtLoop::run_due_calls()
     const CallId newest = last_id_;
     bool ran = false;
     for (;;) {
-        const auto due = std::find_if(
-            calls_.begin(), calls_.end(), [&](const auto& call) { return call.first.second <= newest; });
+        const auto due =
+            std::find_if(calls_.begin(), calls_.end(), [&](const auto& call) { return call.first.second <= newest; });
         if (due == calls_.end() || due->first.first > now)
             break;
         const Task task = std::move(due->second);

@@ -13,11 +13,16 @@ namespace {
 QSerialPort::Parity qt_parity(Parity parity)
 {
     switch (parity) {
-    case Parity::even: return QSerialPort::EvenParity;
-    case Parity::odd: return QSerialPort::OddParity;
-    case Parity::mark: return QSerialPort::MarkParity;
-    case Parity::space: return QSerialPort::SpaceParity;
-    case Parity::none: break;
+    case Parity::even:
+        return QSerialPort::EvenParity;
+    case Parity::odd:
+        return QSerialPort::OddParity;
+    case Parity::mark:
+        return QSerialPort::MarkParity;
+    case Parity::space:
+        return QSerialPort::SpaceParity;
+    case Parity::none:
+        break;
     }
     return QSerialPort::NoParity;
 }
@@ -107,10 +112,7 @@ bool QtPort::set_line(const LineSettings& line)
     return port_.setBaudRate(line.baud) && parity_set && driver_took(line);
 }
 
-std::size_t QtPort::bytes_available() const
-{
-    return static_cast<std::size_t>(port_.bytesAvailable());
-}
+std::size_t QtPort::bytes_available() const { return static_cast<std::size_t>(port_.bytesAvailable()); }
 
 std::size_t QtPort::read(std::span<std::uint8_t> into)
 {
@@ -118,10 +120,7 @@ std::size_t QtPort::read(std::span<std::uint8_t> into)
     return count > 0 ? static_cast<std::size_t>(count) : 0;
 }
 
-std::size_t QtPort::bytes_to_write() const
-{
-    return static_cast<std::size_t>(port_.bytesToWrite());
-}
+std::size_t QtPort::bytes_to_write() const { return static_cast<std::size_t>(port_.bytesToWrite()); }
 
 void QtPort::write(std::span<const std::uint8_t> bytes)
 {
@@ -135,9 +134,6 @@ void QtPort::discard_input()
     port_.readAll();
 }
 
-void QtPort::discard_output()
-{
-    port_.clear(QSerialPort::Output);
-}
+void QtPort::discard_output() { port_.clear(QSerialPort::Output); }
 
 } // namespace vrk

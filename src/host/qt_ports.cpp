@@ -34,17 +34,14 @@ std::vector<PortInfo> QtPorts::list()
         ports.push_back({path, path});
     for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts()) {
         const std::string path = info.systemLocation().toStdString();
-        const bool known
-            = std::any_of(ports.begin(), ports.end(), [&](const PortInfo& port) { return port.path == path; });
+        const bool known =
+            std::any_of(ports.begin(), ports.end(), [&](const PortInfo& port) { return port.path == path; });
         if (!known)
             ports.push_back({path, path});
     }
     return ports;
 }
 
-std::unique_ptr<SerialPort> QtPorts::make(const std::string& path)
-{
-    return std::make_unique<QtPort>(path);
-}
+std::unique_ptr<SerialPort> QtPorts::make(const std::string& path) { return std::make_unique<QtPort>(path); }
 
 } // namespace vrk

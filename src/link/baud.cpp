@@ -12,8 +12,8 @@ namespace vrk {
 
 namespace {
 
-constexpr std::array<std::int32_t, baud_rows> bauds
-    = {1200, 2400, 4800, 9600, 11520, 12800, 14400, 19200, 28800, 38400, 57600, 115200};
+constexpr std::array<std::int32_t, baud_rows> bauds = {
+    1200, 2400, 4800, 9600, 11520, 12800, 14400, 19200, 28800, 38400, 57600, 115200};
 
 struct Divider {
     double clocks; // of the chip per count of the baud timer
@@ -45,10 +45,7 @@ bool newer_fits(const Fit& fit)
     return fit.error > -2.5F && fit.error < 2.5F && fit.setting > 0 && fit.setting < 256;
 }
 
-bool older_fits(const Fit& fit)
-{
-    return fit.error > -3.2F && fit.error < 4.0F && fit.setting > 2;
-}
+bool older_fits(const Fit& fit) { return fit.error > -3.2F && fit.error < 4.0F && fit.setting > 2; }
 
 void take(BaudChoice& choice, std::int16_t row, const Fit& fit)
 {
@@ -189,8 +186,8 @@ std::uint8_t pause_byte(
 
 int leaving_ms(std::int32_t contact_baud, std::int32_t series, bool for_set)
 {
-    return by_baud(for_set ? std::span<const ByBaud>{leaving_set} : std::span<const ByBaud>{leaving_test},
-        contact_baud, series);
+    return by_baud(
+        for_set ? std::span<const ByBaud>{leaving_set} : std::span<const ByBaud>{leaving_test}, contact_baud, series);
 }
 
 } // namespace vrk

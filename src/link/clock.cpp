@@ -64,10 +64,7 @@ float measured_clock_hz(std::int32_t sum, std::int32_t contact_baud, bool fixed_
     return static_cast<float>((count + 6) * set_fquency_CA(contact_baud));
 }
 
-double set_test_RC_pa(double count, std::int32_t contact_baud)
-{
-    return (count + 6) * set_fquency_CA(contact_baud);
-}
+double set_test_RC_pa(double count, std::int32_t contact_baud) { return (count + 6) * set_fquency_CA(contact_baud); }
 
 std::vector<Line> clock_lines(const ChipFacts& chip)
 {

@@ -21,7 +21,10 @@ constexpr std::uint8_t baud_confirmed = 0x84; // the newer chips' answer to the 
 
 constexpr Text erasing = {"正在擦除应用程序区...", "We are erasing MCU flash..."};
 
-bool wants_long_form(const ChipFacts& chip) { return chip.fw_letter == "G" || version_times_ten(chip.fw_version) >= 57; }
+bool wants_long_form(const ChipFacts& chip)
+{
+    return chip.fw_letter == "G" || version_times_ten(chip.fw_version) >= 57;
+}
 
 // The chip's option to leave the data flash alone.
 bool keeps_data(const Session& session)

@@ -47,7 +47,7 @@ constexpr std::size_t id_low = 24;
 constexpr std::size_t flags = 25;
 constexpr std::size_t iap_flags = 54;
 constexpr std::size_t long_id = 55;
-}
+} // namespace field
 
 // Four models of FamilyBirch leave the boot block where it is whatever size they report.
 bool has_no_boot_block(const McuRecord& record)
@@ -169,10 +169,7 @@ bool take_connected_record(Session& session)
     return true;
 }
 
-bool has_flags(const Session& session)
-{
-    return session.rx.length() > 27 && session.rx.buffer[field::version] > 0x25;
-}
+bool has_flags(const Session& session) { return session.rx.length() > 27 && session.rx.buffer[field::version] > 0x25; }
 
 void decode_options(Session& session, const Job& job, StatusLayout layout)
 {
@@ -244,8 +241,8 @@ Result identify(Session& session, const Job& job, Purpose purpose, Report& repor
     if (has_flags(session))
         session.chip.clock_doubled_flag = session.rx.buffer[field::flags] & 0x20;
     if (session.identified && series_is_15_16(session.connected.series))
-        std::copy_n(session.rx.buffer.begin() + field::iap_flags, session.rc.rc_saved.size(),
-            session.rc.rc_saved.begin());
+        std::copy_n(
+            session.rx.buffer.begin() + field::iap_flags, session.rc.rc_saved.size(), session.rc.rc_saved.begin());
 
     report_status(session, report);
     if (!id_was_readable(session)) {

@@ -7,7 +7,8 @@
 
 namespace vrk {
 
-// By the stepping letter: the family, and where the letter says so the id, or the size. A letter without a rule matches.
+// By the stepping letter: the family, and where the letter says so the id, or the size. A letter without a rule
+// matches.
 bool model_matches(const Session& session, const Job& job);
 
 // The same with its consequences: a mismatch beeps, and is said in the report and in a box. The code file has to be

@@ -139,8 +139,8 @@ bool confirm(Session& session, const BaudChoice& choice)
 
 void keep_speed_pair(ChipFacts& target)
 {
-    const SpeedPair pair
-        = speed_pair(static_cast<std::uint16_t>(target.reload_hi * 256 + target.reload_lo), target.double_speed_on);
+    const SpeedPair pair =
+        speed_pair(static_cast<std::uint16_t>(target.reload_hi * 256 + target.reload_lo), target.double_speed_on);
     target.reload_hi = static_cast<std::int16_t>(pair.reload >> 8);
     target.reload_lo = static_cast<std::int16_t>(pair.reload & 0xFF);
     target.reload2_hi = static_cast<std::int16_t>(pair.reload2 >> 8);

@@ -127,8 +127,7 @@ Result commit_older(Session& session, const Job& job, Report& report)
         [&] { return session.status_bytes[1] == wanted[1]; });
 }
 
-bool rows_hold(
-    const StatusBytes& have, std::span<const int> rows, const OptionBytes& wanted, int varying_in_row_1 = 0)
+bool rows_hold(const StatusBytes& have, std::span<const int> rows, const OptionBytes& wanted, int varying_in_row_1 = 0)
 {
     return std::all_of(rows.begin(), rows.end(), [&](int row) {
         const int mask = row == 1 ? varying_in_row_1 : 0;

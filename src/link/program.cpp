@@ -95,8 +95,8 @@ bool write_images(Session& session, const Job& job, Report& report)
     const McuRecord& record = session.model();
     const JobImage& code = job.code;
     if (record.series == 18) {
-        return write_range(session, report, {true, std::max(code.low, 0), std::min(code.high, record.isp_last)},
-            code.bytes, true);
+        return write_range(
+            session, report, {true, std::max(code.low, 0), std::min(code.high, record.isp_last)}, code.bytes, true);
     }
     if (is_newer_series(record.series))
         return write_newer(session, job, report, record);
@@ -183,8 +183,7 @@ std::span<const std::uint8_t> chunk_of(std::span<const std::uint8_t> image, std:
     return std::span<const std::uint8_t>{filled}.first(size);
 }
 
-void note_programmed(
-    SessionFacts& session, std::int32_t first, std::int32_t last, std::span<const std::uint8_t> image)
+void note_programmed(SessionFacts& session, std::int32_t first, std::int32_t last, std::span<const std::uint8_t> image)
 {
     std::vector<std::int16_t>& programmed = session.programmed;
     if (programmed.size() <= static_cast<std::size_t>(last))
@@ -212,8 +211,8 @@ bool write_demo_chunk(Session& session, std::int32_t address, bool again, std::s
     session.flush();
     session.rx.demo_reply_ok = false;
     session.port.send(frame.bytes);
-    const Deadline end(session.loop,
-        reply_timeout_ms(static_cast<double>(session.chip.mcu_clock_hz), session.port.line().baud));
+    const Deadline end(
+        session.loop, reply_timeout_ms(static_cast<double>(session.chip.mcu_clock_hz), session.port.line().baud));
     while (!session.rx.demo_reply_ok && !session.stop_requested && !end.passed())
         session.loop.yield();
     if (!session.rx.demo_reply_ok)
@@ -339,8 +338,7 @@ bool write_chunk_frame(
     session.data_sum = frame.data_sum;
     session.flush();
     session.port.send(frame.bytes);
-    if (!session.wait_reply(
-            reply_timeout_ms(static_cast<double>(session.chip.mcu_clock_hz), session.port.line().baud)))
+    if (!session.wait_reply(reply_timeout_ms(static_cast<double>(session.chip.mcu_clock_hz), session.port.line().baud)))
         return false;
     return block_reply_good(session.frame(), session.model().cap_new_protocol, session.data_sum);
 }

@@ -23,8 +23,8 @@ struct WriteRange {
     std::int32_t last = 0; // the range goes on to the end of its block
 };
 // False: a block failed, or the user stopped. `check_boot`: the boot block of older chips may end the range earlier.
-bool write_range(Session& session, Report& report, const WriteRange& range, std::span<const std::uint8_t> image,
-    bool check_boot);
+bool write_range(
+    Session& session, Report& report, const WriteRange& range, std::span<const std::uint8_t> image, bool check_boot);
 // Good blocks of this download have put these bytes there, one after the other.
 bool is_programmed(const SessionFacts& session, std::int32_t address, std::span<const std::uint8_t> bytes);
 // False: bad. `again` marks the frames of a block that is sent once more.

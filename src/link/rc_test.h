@@ -1,5 +1,5 @@
-// The RC test: the chip measures its own oscillator at a list of bands and trims, and the tool finds the trim that comes
-// closest to the frequency wanted.
+// The RC test: the chip measures its own oscillator at a list of bands and trims, and the tool finds the trim that
+// comes closest to the frequency wanted.
 #pragma once
 
 #include "report/report.h"
@@ -22,8 +22,8 @@ Bytes build_rc_frame(std::span<const std::uint8_t, 6> saved, std::span<const Ban
 // The points of the reply; `frame` begins at 68. Points that the frame is too short for are left out.
 std::vector<RcPoint> parse_rc_reply(std::span<const std::uint8_t> frame, std::int32_t contact_baud);
 
-// Looks for the trim of target_mhz around `count` points; fills session.rc. False: no answer, stopped, or points that no
-// line goes through.
+// Looks for the trim of target_mhz around `count` points; fills session.rc. False: no answer, stopped, or points that
+// no line goes through.
 bool rc_test(Session& session, double target_mhz, int count);
 
 // The result, said after the download. False: further than 0.25 % off the frequency wanted.

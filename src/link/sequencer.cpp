@@ -95,9 +95,8 @@ Result option_stage(Session& session, const Job& job, Report& report)
 // The effective length of a file ends its writing, and a number does not make it longer.
 bool numbers_are_programmed(const Session& session, const Job& job)
 {
-    return std::ranges::all_of(job.numbers, [&](const StampedNumber& number) {
-        return is_programmed(session, number.flash_address, number.bytes);
-    });
+    return std::ranges::all_of(job.numbers,
+        [&](const StampedNumber& number) { return is_programmed(session, number.flash_address, number.bytes); });
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// One chip, from the first sync byte to the last option. What comes before - the press, the job - and what follows - the
-// count, the next number, the next chip - is the business of who calls.
+// One chip, from the first sync byte to the last option. What comes before - the press, the job - and what follows -
+// the count, the next number, the next chip - is the business of who calls.
 #pragma once
 
 #include "link/job.h"

@@ -24,7 +24,8 @@ public:
 
     std::string path; // the device that open takes; one that is open stays with its own until it is closed
 
-    // Of the next opening, or from the next byte on. False: no baud, or the open port refused it; what was in force stays.
+    // Of the next opening, or from the next byte on. False: no baud, or the open port refused it; what was in force
+    // stays.
     bool set_line(const LineSettings& line);
     const LineSettings& line() const { return line_; }
 

@@ -33,8 +33,8 @@ std::string_view last_characters(std::string_view text, std::size_t count)
 std::chrono::sys_seconds time_point(const WallTime& time)
 {
     using namespace std::chrono;
-    return sys_days{year{time.year} / month{static_cast<unsigned>(time.month)} / day{static_cast<unsigned>(time.day)}}
-        + hours{time.hour} + minutes{time.minute} + seconds{time.second};
+    return sys_days{year{time.year} / month{static_cast<unsigned>(time.month)} / day{static_cast<unsigned>(time.day)}} +
+        hours{time.hour} + minutes{time.minute} + seconds{time.second};
 }
 
 } // namespace
@@ -103,8 +103,8 @@ std::int32_t signed_hex_number(std::string_view text)
 std::string hex_text(std::int64_t value)
 {
     std::array<char, 20> text{};
-    const std::uint64_t bits = value < 0 ? static_cast<std::uint64_t>(value) & 0xFFFFFFFFU
-                                         : static_cast<std::uint64_t>(value);
+    const std::uint64_t bits =
+        value < 0 ? static_cast<std::uint64_t>(value) & 0xFFFFFFFFU : static_cast<std::uint64_t>(value);
     const auto end = std::to_chars(text.data(), text.data() + text.size(), bits, 16).ptr;
     return upper_case({text.data(), static_cast<std::size_t>(end - text.data())});
 }

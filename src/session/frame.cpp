@@ -25,7 +25,9 @@ Bytes begin_frame(std::uint8_t code) { return {header_46, header_b9, to_target, 
 void append_check(Bytes& frame, std::span<const std::uint8_t> checked, Check check)
 {
     switch (check) {
-    case Check::sum8: frame.push_back(low(byte_sum(checked))); break;
+    case Check::sum8:
+        frame.push_back(low(byte_sum(checked)));
+        break;
     case Check::sum16: {
         const std::uint32_t sum = byte_sum(checked);
         frame.insert(frame.end(), {high(sum), low(sum)});
@@ -129,17 +131,16 @@ std::array<std::uint8_t, 2> model_id_bytes(const McuRecord& model, std::string_v
         low(static_cast<std::uint32_t>(hex_number(std::string_view{id}.substr(2, 2))))};
 }
 
-Bytes build_model_frame(std::uint8_t code, std::uint8_t parameter, const McuRecord& model, std::string_view reported_id,
-    Check check)
+Bytes build_model_frame(
+    std::uint8_t code, std::uint8_t parameter, const McuRecord& model, std::string_view reported_id, Check check)
 {
     const auto id = model_id_bytes(model, reported_id);
-    const std::array<std::uint8_t, 6> parameters
-        = {low(static_cast<std::uint32_t>(model.series)), parameter, 0x36, 0x01, id[0], id[1]};
+    const std::array<std::uint8_t, 6> parameters = {
+        low(static_cast<std::uint32_t>(model.series)), parameter, 0x36, 0x01, id[0], id[1]};
     return build_command_frame(code, parameters, check);
 }
 
-DataFrame build_data_frame(
-    std::uint8_t code, std::uint32_t address, std::span<const std::uint8_t> data, Check check)
+DataFrame build_data_frame(std::uint8_t code, std::uint32_t address, std::span<const std::uint8_t> data, Check check)
 {
     Bytes frame = begin_frame(code);
     append_block(frame, address, data);
@@ -170,9 +171,12 @@ bool reply_check_good(std::span<const std::uint8_t> frame, Check check)
     const auto checked = frame.first(frame.size() - tail);
     const auto found = frame.subspan(frame.size() - tail);
     switch (check) {
-    case Check::sum8: return found[0] == low(byte_sum(checked));
-    case Check::sum16: return found[0] == high(byte_sum(checked)) && found[1] == low(byte_sum(checked));
-    case Check::crc16: return found[0] == low(crc16(checked)) && found[1] == high(crc16(checked));
+    case Check::sum8:
+        return found[0] == low(byte_sum(checked));
+    case Check::sum16:
+        return found[0] == high(byte_sum(checked)) && found[1] == low(byte_sum(checked));
+    case Check::crc16:
+        return found[0] == low(crc16(checked)) && found[1] == high(crc16(checked));
     }
     return false;
 }

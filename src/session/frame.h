@@ -37,7 +37,7 @@ constexpr std::uint8_t set_baud = 0x8E;
 constexpr std::uint8_t test_baud = 0x8F;
 constexpr std::uint8_t demo_write = 0xB3;
 constexpr std::uint8_t demo_write_again = 0xB4;
-}
+} // namespace command
 
 constexpr std::array<std::uint8_t, 2> sync_pair = {0x7F, 0x7F}; // what the boot loader listens for at power-up
 
@@ -53,16 +53,15 @@ Bytes build_short_frame(std::uint8_t code, Check check);
 // Two id bytes of a model frame. A two-digit id is followed by FF. A chip that reports the model's older id is
 // addressed by that one.
 std::array<std::uint8_t, 2> model_id_bytes(const McuRecord& model, std::string_view reported_id);
-Bytes build_model_frame(std::uint8_t code, std::uint8_t parameter, const McuRecord& model, std::string_view reported_id,
-    Check check);
+Bytes build_model_frame(
+    std::uint8_t code, std::uint8_t parameter, const McuRecord& model, std::string_view reported_id, Check check);
 
 // A block of data for the chip. `data` holds at most 128 bytes.
 struct DataFrame {
     Bytes bytes;
     std::uint16_t data_sum = 0; // of the data alone: low 8 bits, or 16 with the long form
 };
-DataFrame build_data_frame(
-    std::uint8_t code, std::uint32_t address, std::span<const std::uint8_t> data, Check check);
+DataFrame build_data_frame(std::uint8_t code, std::uint32_t address, std::span<const std::uint8_t> data, Check check);
 
 // 5A A5  length(2)  command  parameters  sum(2)  16: the wire of chips that already run user code. The length counts
 // the whole frame.

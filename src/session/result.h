@@ -1,5 +1,5 @@
-// How a cycle ended. It is set at one place, the end of the cycle, and report, count, beep and the next chip of a repeat
-// follow it.
+// How a cycle ended. It is set at one place, the end of the cycle, and report, count, beep and the next chip of a
+// repeat follow it.
 #pragma once
 
 #include <string_view>

@@ -2,8 +2,8 @@
 
 #include "form/main_form.h"
 
-#include "shell/messages.h"
 #include "image/dump.h"
+#include "shell/messages.h"
 #include "shell/serial_numbers.h"
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 
 #include "form/main_form.h"
 
-#include "shell/messages.h"
 #include "options/option_report.h"
+#include "shell/messages.h"
 
 namespace vrk {
 

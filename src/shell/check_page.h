@@ -1,8 +1,8 @@
 // The check page: what a connected chip says of its firmware and its options, in the report and on labels of its own.
 #pragma once
 
-#include "shell/shell.h"
 #include "options/chip_status.h"
+#include "shell/shell.h"
 
 namespace vrk {
 

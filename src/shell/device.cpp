@@ -72,10 +72,14 @@ constexpr TreeRow model_order[] = {
 bool is_shown(const Shell& shell, Shown shown)
 {
     switch (shown) {
-    case Shown::new_series: return show_new_series;
-    case Shown::unreleased: return show_new_series && show_unreleased;
-    case Shown::chinese: return !shell.language_is_english;
-    case Shown::always: return true;
+    case Shown::new_series:
+        return show_new_series;
+    case Shown::unreleased:
+        return show_new_series && show_unreleased;
+    case Shown::chinese:
+        return !shell.language_is_english;
+    case Shown::always:
+        return true;
     }
     return false;
 }

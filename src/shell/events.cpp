@@ -26,7 +26,8 @@ namespace {
 
 void comClear_OK_Count_Click(Shell& shell)
 {
-    constexpr Text question = {"您要把下载成功计数清0吗(Y/N)? ", "Do you want to clear the number of success programs to 0 (Y/N)?"};
+    constexpr Text question = {
+        "您要把下载成功计数清0吗(Y/N)? ", "Do you want to clear the number of success programs to 0 (Y/N)?"};
     if (!ask_yes_no(shell, in_language(shell, question)))
         return;
     shell.form.txtWrite_OK_Count.set_text("0");

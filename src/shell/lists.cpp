@@ -84,14 +84,14 @@ void fill_lists(Shell& shell)
     fill_option_lists(shell.form);
 
     shell.form.com_Debug_COM.set_items(port_names());
-    fill_line(terminal_bauds, shell.form.com_Debug_Baud, shell.form.com_Debug_ParityCheck, shell.form.com_Debug_DataBits,
-        shell.form.com_Debug_StopBits);
-    fill_line(
-        max_bauds, shell.form.cobUserCodeBaud, shell.form.cobUserCodeParity, shell.form.cobUserCodeDataBits, shell.form.cobUserCodeStopBits);
-    fill_line(demo_bauds, shell.form.cob_DEMO_DownLoad_Baud, shell.form.cob_DEMO_DownLoad_Parity, shell.form.cob_DEMO_DownLoad_DataBits,
-        shell.form.cob_DEMO_DownLoad_StopBits);
-    fill_line(max_bauds, shell.form.cob_DEMO_UserCode_Baud, shell.form.cob_DEMO_UserCode_Parity, shell.form.cob_DEMO_UserCode_DataBits,
-        shell.form.cob_DEMO_UserCode_StopBits);
+    fill_line(terminal_bauds, shell.form.com_Debug_Baud, shell.form.com_Debug_ParityCheck,
+        shell.form.com_Debug_DataBits, shell.form.com_Debug_StopBits);
+    fill_line(max_bauds, shell.form.cobUserCodeBaud, shell.form.cobUserCodeParity, shell.form.cobUserCodeDataBits,
+        shell.form.cobUserCodeStopBits);
+    fill_line(demo_bauds, shell.form.cob_DEMO_DownLoad_Baud, shell.form.cob_DEMO_DownLoad_Parity,
+        shell.form.cob_DEMO_DownLoad_DataBits, shell.form.cob_DEMO_DownLoad_StopBits);
+    fill_line(max_bauds, shell.form.cob_DEMO_UserCode_Baud, shell.form.cob_DEMO_UserCode_Parity,
+        shell.form.cob_DEMO_UserCode_DataBits, shell.form.cob_DEMO_UserCode_StopBits);
 }
 
 } // namespace vrk

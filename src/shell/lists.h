@@ -5,7 +5,6 @@
 
 namespace vrk {
 
-void fill_lists(
-    Shell& shell); // once, before anything is chosen; the ports have a list of their own, see refresh_ports
+void fill_lists(Shell& shell); // once, before anything is chosen; the ports have a list of their own, see refresh_ports
 
 } // namespace vrk

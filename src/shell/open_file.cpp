@@ -2,13 +2,13 @@
 
 #include "form/main_form.h"
 
-#include "shell/messages.h"
 #include "image/load.h"
 #include "image/range_messages.h"
 #include "platform/text_number.h"
 #include "shell/buffer_view.h"
-#include "shell/screen_report.h"
 #include "shell/event_service.h"
+#include "shell/messages.h"
+#include "shell/screen_report.h"
 #include "shell/serial_numbers.h"
 
 namespace vrk {

@@ -1,8 +1,8 @@
 // From the option panel to values: what is chosen, and the bytes that it asks for.
 #pragma once
 
-#include "shell/shell.h"
 #include "options/codec.h"
+#include "shell/shell.h"
 
 namespace vrk {
 

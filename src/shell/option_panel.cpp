@@ -3,11 +3,11 @@
 #include "form/main_form.h"
 
 #include "catalog/attributes.h"
-#include "shell/messages.h"
 #include "options/codec.h"
 #include "options/fixed_options.h"
 #include "options/voltage_texts.h"
 #include "platform/text_number.h"
+#include "shell/messages.h"
 #include "shell/panel_state.h"
 #include "shell/rc_boxes.h"
 #include "shell/row_control.h"

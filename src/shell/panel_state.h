@@ -10,7 +10,7 @@ constexpr std::int16_t free = 0;
 constexpr std::int16_t free_running = 1;
 constexpr std::int16_t locked = 2; // by a project, or by the lock button
 constexpr std::int16_t locked_running = 3;
-}
+} // namespace panel
 
 // The state that follows from what is locked and what runs.
 std::int16_t panel_state(const Shell& shell);

@@ -1,5 +1,5 @@
-// The buttons that start and stop a sequence on a chip, and what surrounds each chip: the sealed job, the books, the next
-// one of a repeat.
+// The buttons that start and stop a sequence on a chip, and what surrounds each chip: the sealed job, the books, the
+// next one of a repeat.
 #pragma once
 
 #include "shell/shell.h"

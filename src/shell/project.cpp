@@ -4,16 +4,16 @@
 
 #include "shell/buffer_view.h"
 #include "shell/device.h"
-#include "shell/option_panel.h"
 #include "shell/messages.h"
+#include "shell/option_panel.h"
 #include "shell/panel_state.h"
 #include "shell/project_file.h"
 #include "shell/project_values.h"
 #include "shell/serial_numbers.h"
 
-#include "shell/messages.h"
 #include "image/whole_file.h"
 #include "platform/text_number.h"
+#include "shell/messages.h"
 
 #include <algorithm>
 #include <span>

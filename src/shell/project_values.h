@@ -1,8 +1,8 @@
 // What a project keeps of the controls, and the way back.
 #pragma once
 
-#include "shell/shell.h"
 #include "image/project_format.h"
+#include "shell/shell.h"
 
 #include <span>
 #include <string_view>

@@ -2,8 +2,8 @@
 
 #include "form/main_form.h"
 
-#include "shell/arm_save.h"
 #include "options/rc_setting.h"
+#include "shell/arm_save.h"
 
 namespace vrk {
 

@@ -66,8 +66,7 @@ void ScreenReport::enter(Stage stage)
 
 void ScreenReport::progress(const Progress& progress)
 {
-    const std::int32_t unit =
-        progress.first <= byte_progress_last && progress.last <= byte_progress_last ? 1 : 256;
+    const std::int32_t unit = progress.first <= byte_progress_last && progress.last <= byte_progress_last ? 1 : 256;
     ProgressBar& bar = shell_.form.ProgressBar1;
     bar.set_range(progress.first / unit, unit == 1 ? progress.last + 1 : progress.last / unit + 1);
     bar.set_visible(true);

@@ -2,11 +2,11 @@
 
 #include "form/main_form.h"
 
-#include "shell/messages.h"
 #include "image/dump.h"
-#include "shell/option_panel.h"
 #include "platform/text_number.h"
 #include "shell/buffer_view.h"
+#include "shell/messages.h"
+#include "shell/option_panel.h"
 
 #include <algorithm>
 #include <limits>

@@ -189,8 +189,8 @@ void save_device(Shell& shell)
 // Written for whoever looks into the store, and not read: where the panel starts is a matter of the model.
 void save_for_the_record(Shell& shell)
 {
-    const int first_three =
-        (shell.form.Option0[0].value() ? 4 : 0) + (shell.form.Option1[0].value() ? 2 : 0) + (shell.form.Option2[0].value() ? 1 : 0);
+    const int first_three = (shell.form.Option0[0].value() ? 4 : 0) + (shell.form.Option1[0].value() ? 2 : 0) +
+        (shell.form.Option2[0].value() ? 1 : 0);
     set(shell, "安全锁", std::to_string(first_three));
     set(shell, "fillbyte", "00");
 }
@@ -226,7 +226,8 @@ void load_window(Shell& shell)
     for (const PlaceKey& row : place_keys)
         shell.form.window.*row.field = stored_place(shell, row.key, standard.*row.field);
     shell.form.window.debug_width = standard.debug_width + shell.form.window.width - standard.width;
-    shell.form.window.frame24_width = splitter_held(stored_place(shell, splitter_key, standard.frame24_width), shell.form.window);
+    shell.form.window.frame24_width =
+        splitter_held(stored_place(shell, splitter_key, standard.frame24_width), shell.form.window);
 }
 
 bool is_option_button(std::string_view name)

@@ -110,7 +110,8 @@ void refresh_ports(Shell& shell)
     shell.port_paths = std::move(paths);
     shell.form.combCommPort.set_items(captions);
     const auto still_there = std::find(captions.begin(), captions.end(), chosen);
-    shell.form.combCommPort.choose(still_there == captions.end() ? 0 : static_cast<int>(still_there - captions.begin()));
+    shell.form.combCommPort.choose(
+        still_there == captions.end() ? 0 : static_cast<int>(still_there - captions.begin()));
 }
 
 } // namespace vrk

@@ -2,10 +2,10 @@
 
 #include "form/main_form.h"
 
-#include "shell/messages.h"
 #include "image/store_range.h"
 #include "image/whole_file.h"
 #include "platform/text_number.h"
+#include "shell/messages.h"
 
 #include <filesystem>
 #include <optional>

@@ -59,20 +59,15 @@ void show_tabs_of_model(Shell& shell)
 {
     for (const Page& page : right_pages) {
         const bool hidden = page.key == "EEPROM_File" && !has_eeprom_buffer(shell.selected);
-        shell.form.TabStrip2.set_caption(page.key, hidden ? TabStrip::hidden_caption : in_language(shell, page.caption));
+        shell.form.TabStrip2.set_caption(
+            page.key, hidden ? TabStrip::hidden_caption : in_language(shell, page.caption));
     }
     TabStrip1_Click(shell);
     TabStrip2_Click(shell);
 }
 
-void TabStrip1_Click(Shell& shell)
-{
-    show_selected(shell, shell.form.TabStrip1, left_pages);
-}
+void TabStrip1_Click(Shell& shell) { show_selected(shell, shell.form.TabStrip1, left_pages); }
 
-void TabStrip2_Click(Shell& shell)
-{
-    show_selected(shell, shell.form.TabStrip2, right_pages);
-}
+void TabStrip2_Click(Shell& shell) { show_selected(shell, shell.form.TabStrip2, right_pages); }
 
 } // namespace vrk

@@ -77,15 +77,9 @@ void show_tabs(QTabBar& bar, const TabStrip& control)
 
 } // namespace
 
-QString to_qt(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+QString to_qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
-std::string from_qt(const QString& text)
-{
-    return text.toStdString();
-}
+std::string from_qt(const QString& text) { return text.toStdString(); }
 
 Binder::Binder(Shell& shell)
     : shell_(shell)
@@ -97,10 +91,7 @@ Binder::Binder(Shell& shell)
     shell_.form.controls.changes.on_first = [this] { changed(); };
 }
 
-Binder::~Binder()
-{
-    shell_.form.controls.changes.on_first = nullptr;
-}
+Binder::~Binder() { shell_.form.controls.changes.on_first = nullptr; }
 
 void Binder::bind(Control& control, QWidget* widget, std::function<void()> show)
 {
@@ -182,8 +173,7 @@ QPlainTextEdit* Binder::pane(TextBox& control)
 QCheckBox* Binder::check(CheckBox& control)
 {
     auto* widget = new QCheckBox;
-    connect(widget, &QCheckBox::clicked, this,
-        [this, &control](bool value) { set_checked(shell_, control, value); });
+    connect(widget, &QCheckBox::clicked, this, [this, &control](bool value) { set_checked(shell_, control, value); });
     bind(control, widget, [&control, widget] {
         widget->setText(to_qt(control.caption()));
         widget->setChecked(control.value());
@@ -266,7 +256,8 @@ QProgressBar* Binder::progress(ProgressBar& control)
 QScrollBar* Binder::scroll(ScrollBar& control)
 {
     auto* widget = new QScrollBar(Qt::Vertical);
-    connect(widget, &QScrollBar::valueChanged, this, [this, &control](int value) { scroll_to(shell_, control, value); });
+    connect(
+        widget, &QScrollBar::valueChanged, this, [this, &control](int value) { scroll_to(shell_, control, value); });
     bind(control, widget, [&control, widget] {
         widget->setRange(control.min(), control.max());
         widget->setSingleStep(control.small_step);

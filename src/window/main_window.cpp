@@ -188,7 +188,8 @@ QWidget* MainWindow::make_download_step()
     QFont bold = download->font();
     bold.setBold(true);
     download->setFont(bold);
-    layout->addLayout(row_of({download, binder_.button(shell_.form.comStop_Download), binder_.button(shell_.form.comDownload[1])}));
+    layout->addLayout(
+        row_of({download, binder_.button(shell_.form.comStop_Download), binder_.button(shell_.form.comDownload[1])}));
 
     auto* progress = new QHBoxLayout;
     progress->addWidget(binder_.progress(shell_.form.ProgressBar1), 1);
@@ -203,7 +204,8 @@ QWidget* MainWindow::make_download_step()
     QLineEdit* count = binder_.line(shell_.form.txtWrite_OK_Count);
     count->setReadOnly(true);
     count->setMaximumWidth(12 * count->fontMetrics().averageCharWidth());
-    auto* counter = row_of({binder_.label(shell_.form.labWrite_OK_Count), count, binder_.button(shell_.form.comClear_OK_Count)});
+    auto* counter =
+        row_of({binder_.label(shell_.form.labWrite_OK_Count), count, binder_.button(shell_.form.comClear_OK_Count)});
     counter->addStretch(1);
     layout->addLayout(counter);
     return frame;
@@ -259,9 +261,9 @@ QWidget* MainWindow::make_beeps()
 {
     QGroupBox* beeps = binder_.frame(shell_.form.Frame16);
     auto* grid = new QGridLayout(beeps);
-    auto* delay =
-        row_of({binder_.label(shell_.form.Label10[0]), binder_.option(shell_.form.optBeepYes), binder_.option(shell_.form.optBeepNo),
-            binder_.label(shell_.form.Label10[1]), binder_.list(shell_.form.comDalay_ReDownLoad), binder_.label(shell_.form.Label10[2])});
+    auto* delay = row_of({binder_.label(shell_.form.Label10[0]), binder_.option(shell_.form.optBeepYes),
+        binder_.option(shell_.form.optBeepNo), binder_.label(shell_.form.Label10[1]),
+        binder_.list(shell_.form.comDalay_ReDownLoad), binder_.label(shell_.form.Label10[2])});
     delay->insertSpacing(3, 12);
     delay->addStretch(1);
     grid->addLayout(delay, 0, 0);

@@ -79,14 +79,16 @@ void OptionPanel::fill_lower(QVBoxLayout* stack)
     auto* lines = new QVBoxLayout(transceiver);
     lines->setContentsMargins(0, 0, 0, 0);
     lines->setSpacing(stack->spacing());
-    lower_.push_back(make_strip(&shell_.form.Picture4, shell_.form.Lab_485_pin, shell_.form.opt_485_pin, &shell_.form.comb_485_pin));
+    lower_.push_back(
+        make_strip(&shell_.form.Picture4, shell_.form.Lab_485_pin, shell_.form.opt_485_pin, &shell_.form.comb_485_pin));
     lines->addWidget(lower_.back().line);
     lower_.push_back(make_strip(&shell_.form.Picture4, shell_.form.Lab__485_logic, shell_.form.opt_485_logic, nullptr));
     lines->addWidget(lower_.back().line);
     stack->addWidget(transceiver);
     binder_.bind(shell_.form.Picture4, transceiver, [] {});
 
-    lower_.push_back(make_strip(&shell_.form.Picture7, shell_.form.Label9, shell_.form.opt_External_WDT, &shell_.form.comb_External_WDT));
+    lower_.push_back(make_strip(
+        &shell_.form.Picture7, shell_.form.Label9, shell_.form.opt_External_WDT, &shell_.form.comb_External_WDT));
     stack->addWidget(lower_.back().line);
     binder_.bind(shell_.form.Picture7, lower_.back().line, [] {});
     align(lower_, lower_guests_);
@@ -94,11 +96,13 @@ void OptionPanel::fill_lower(QVBoxLayout* stack)
 
 void OptionPanel::add_options(QVBoxLayout* stack, Stack& strips, std::size_t first, std::size_t end)
 {
-    const std::array<std::span<OptionButton>, strip_count> groups = {shell_.form.Option0, shell_.form.Option1, shell_.form.Option2,
-        shell_.form.Option3, shell_.form.Option4, shell_.form.Option5, shell_.form.Option6, shell_.form.Option7, shell_.form.Option8, shell_.form.Option9,
-        shell_.form.Option10, shell_.form.Option11, shell_.form.Option12, shell_.form.Option13};
+    const std::array<std::span<OptionButton>, strip_count> groups = {shell_.form.Option0, shell_.form.Option1,
+        shell_.form.Option2, shell_.form.Option3, shell_.form.Option4, shell_.form.Option5, shell_.form.Option6,
+        shell_.form.Option7, shell_.form.Option8, shell_.form.Option9, shell_.form.Option10, shell_.form.Option11,
+        shell_.form.Option12, shell_.form.Option13};
     for (std::size_t index = first; index < end; ++index) {
-        strips.push_back(make_strip(&shell_.form.Picture2[index], shell_.form.LabOption[index], groups[index], nullptr));
+        strips.push_back(
+            make_strip(&shell_.form.Picture2[index], shell_.form.LabOption[index], groups[index], nullptr));
         stack->addWidget(strips.back().line);
         binder_.bind(shell_.form.Picture2[index], strips.back().line, [] {});
     }

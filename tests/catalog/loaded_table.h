@@ -1,10 +1,10 @@
 // The catalogue loaded once, and the words in which a test speaks of its rows.
 #pragma once
 
-#include "catalog/ranges.h"
-#include "catalog/rows.h"
 #include "catalog/mcu_record.h"
 #include "catalog/mcu_table.h"
+#include "catalog/ranges.h"
+#include "catalog/rows.h"
 
 #include <array>
 #include <string>

@@ -17,7 +17,8 @@ TEST(AfterAMismatch, TheFileCanBeOpenedAgain)
     EXPECT_EQ(panel_state(bench.shell), 0);
 }
 
-// The block size of the chip that was there by mistake used to stay, and no right chip of the oldest family matched then.
+// The block size of the chip that was there by mistake used to stay, and no right chip of the oldest family matched
+// then.
 TEST(AfterAMismatch, ARightChipOfTheOldestFamilyIsTaken)
 {
     Bench bench("Alder-64");

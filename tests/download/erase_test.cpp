@@ -124,7 +124,8 @@ TEST(EraseStage, FailsInChineseWithItsOwnWords)
     bench.download();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.times_said("\n擦除失败 (End: 08:00:"), 1);
-    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with(")\nTry to use the lower baud. / 请尝试用稍低的波特率下载。"));
+    EXPECT_TRUE(
+        bench.form.text_box("textMsg").text().ends_with(")\nTry to use the lower baud. / 请尝试用稍低的波特率下载。"));
 }
 
 TEST(EraseStage, IsNotBegunWhenTheBaudStageEndedWithAnotherAnswer)

@@ -22,7 +22,7 @@ void expect_success(Bench& bench, std::size_t code_size)
 
 class EverySeries : public ::testing::TestWithParam<const char*> { };
 
-}
+} // namespace
 
 TEST_P(EverySeries, TakesItsCode)
 {
@@ -55,20 +55,21 @@ namespace {
 std::string test_name(const ::testing::TestParamInfo<const char*>& info)
 {
     std::string name = info.param;
-    std::replace_if(name.begin(), name.end(), [](char c) { return c == '-' || c == '.'; }, '_');
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return c == '-' || c == '.'; }, '_');
     return name;
 }
 
-}
+} // namespace
 
 INSTANTIATE_TEST_SUITE_P(OneModelEach, EverySeries,
     ::testing::Values("Alder-64", "Aspen-63", "Aspen-16", "Birch-8", "Birch-32", "Cedar-4R", "Elm-8R", "Elm-28R",
-        "Fir-8R", "Fir-28R", "Fir-30R", "Hazel-4R", "Hazel-6R", "Juniper-60Q", "Juniper-I62Q", "Juniper-8L", "Larch-12V",
-        "Larch-I14V", "Maple-4S", "Maple-I6", "Oak-20V", "Oak-I62W", "Pine-32", "Rowan-8", "Spruce-16", "Poplar-4L",
-        "Holly-4", "Holly-I6", "Willow-12R", "Willow-I14R"),
+        "Fir-8R", "Fir-28R", "Fir-30R", "Hazel-4R", "Hazel-6R", "Juniper-60Q", "Juniper-I62Q", "Juniper-8L",
+        "Larch-12V", "Larch-I14V", "Maple-4S", "Maple-I6", "Oak-20V", "Oak-I62W", "Pine-32", "Rowan-8", "Spruce-16",
+        "Poplar-4L", "Holly-4", "Holly-I6", "Willow-12R", "Willow-I14R"),
     test_name);
 
 INSTANTIATE_TEST_SUITE_P(OneModelEach, EveryDataFlash,
-    ::testing::Values("Fir-8R", "Fir-20R", "Hazel-2R", "Juniper-32Q", "Larch-8V", "Maple-3S", "Oak-20V", "Holly-4",
-        "Willow-8R"),
+    ::testing::Values(
+        "Fir-8R", "Fir-20R", "Hazel-2R", "Juniper-32Q", "Larch-8V", "Maple-3S", "Oak-20V", "Holly-4", "Willow-8R"),
     test_name);

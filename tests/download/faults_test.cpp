@@ -170,7 +170,8 @@ TEST(Port, ThatCannotBeOpenedIsTold)
     bench.run_until_idle();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.dialogs.beeps, 3);
-    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\n打开串口失败!\nChinese:串口已被其它程序打开或该串口不存在。"));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with(
+        "\n打开串口失败!\nChinese:串口已被其它程序打开或该串口不存在。"));
     bench.ports.refuse_open(Bench::port_path, 0);
     bench.expect_a_clean_next_download();
 }
@@ -183,9 +184,10 @@ TEST(Port, ThatCannotBeOpenedIsToldInEnglish)
     bench.run_until_idle();
     bench.expect_failed_honestly();
     EXPECT_EQ(bench.dialogs.beeps, 3);
-    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\nOpen COM port failed!\n"
-                                                    "The COM port is opened by another Program or the COM port does "
-                                                    "not exist."));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with(
+        "\nOpen COM port failed!\n"
+        "The COM port is opened by another Program or the COM port does "
+        "not exist."));
 }
 
 TEST(Port, ThatIsNotThereAtAllIsTold)

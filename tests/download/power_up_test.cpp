@@ -2,8 +2,8 @@
 #include "bench.h"
 
 #include "link/guidance.h"
-#include "shell/screen_report.h"
 #include "session/frame.h"
+#include "shell/screen_report.h"
 
 using namespace vrk;
 
@@ -177,7 +177,8 @@ TEST(Guidance, LeavesTheCaretAtItsEnd)
     Waiting bench;
     bench.after_ms(4400, [&bench] {
         EXPECT_TRUE(bench.report_says("Connection is failed"));
-        EXPECT_EQ(bench.form.text_box("textMsg").sel_start(), static_cast<int>(bench.form.text_box("textMsg").text().size()));
+        EXPECT_EQ(
+            bench.form.text_box("textMsg").sel_start(), static_cast<int>(bench.form.text_box("textMsg").text().size()));
     });
     bench.press_stop_after_ms(4500);
     bench.run_until_idle();

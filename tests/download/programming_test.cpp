@@ -268,7 +268,8 @@ TEST(Progress, CountsBytesAndKilobytesBlockByBlock)
     Blocks shown;
     std::vector<int> values;
     bench.loop.before_sleep = [&] {
-        if (bench.form.progress("ProgressBar1").visible() && (shown.empty() || shown.back() != bench.form.label("labKbyte").caption())) {
+        if (bench.form.progress("ProgressBar1").visible() &&
+            (shown.empty() || shown.back() != bench.form.label("labKbyte").caption())) {
             shown.push_back(bench.form.label("labKbyte").caption());
             values.push_back(bench.form.progress("ProgressBar1").value());
         }

@@ -106,7 +106,8 @@ TEST(Success, IsSaidCountedAndKept)
 {
     Station bench;
     bench.download();
-    EXPECT_TRUE(bench.form.text_box("textMsg").text().find("\nProgram OK\nVerify  OK ( Total: 00:0") != std::string::npos);
+    EXPECT_TRUE(
+        bench.form.text_box("textMsg").text().find("\nProgram OK\nVerify  OK ( Total: 00:0") != std::string::npos);
     EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with(" )\nEncrypt OK."));
     EXPECT_EQ(bench.count(), 1);
     EXPECT_EQ(bench.shell.platform.settings.get("Settings", "Write_OK_Count", ""), "1");
@@ -173,8 +174,8 @@ TEST(BlockGuard, SpeaksChinese)
     Station bench("Alder-64", false);
     bench.shell.option_byte_text = "0,0,1";
     bench.download();
-    EXPECT_TRUE(
-        bench.form.text_box("textMsg").text().ends_with("\nChinese:因为由 block1 对 block0 编程已被禁止, 所以不能继续下载程序。"));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with(
+        "\nChinese:因为由 block1 对 block0 编程已被禁止, 所以不能继续下载程序。"));
 }
 
 TEST(BlockGuard, DoesNotBiteWhereBlocksAreLarger)
@@ -223,8 +224,7 @@ TEST(NewerProtocol, HasItsOrderOfFrames)
     FrameTape tape(bench);
     bench.download();
     const std::vector<std::uint8_t> all = {
-        0x50, 0x8F, 0x8E, 0x84, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x69,
-        0x8D, 0x50, 0x82};
+        0x50, 0x8F, 0x8E, 0x84, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x69, 0x8D, 0x50, 0x82};
     EXPECT_EQ(tape.codes(), all);
 }
 

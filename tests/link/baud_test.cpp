@@ -19,7 +19,7 @@ BaudChoice choose(double clock_hz, std::int32_t series, std::int32_t max_baud = 
     return choice;
 }
 
-}
+} // namespace
 
 TEST(CalculateBaud, TakesTheFastestAndTheSmallestDividerOnANewerChip)
 {
@@ -48,10 +48,7 @@ TEST(CalculateBaud, LeavesTheModeAloneOnAnOlderChip)
     EXPECT_EQ(choice.mode, 77);
 }
 
-TEST(CalculateBaud, TheRcGroupCountsAsOlder)
-{
-    EXPECT_EQ(choose(11059200, 12).setting, 3);
-}
+TEST(CalculateBaud, TheRcGroupCountsAsOlder) { EXPECT_EQ(choose(11059200, 12).setting, 3); }
 
 TEST(CalculateBaud, StaysAtOrBelowTheMaximum)
 {
@@ -110,10 +107,7 @@ TEST(SpeedPairs, GiveTheSameBaudAtBothSpeeds)
     EXPECT_EQ(speed_pair(65536 - 5, true).reload, 65536 - 2); // 2.5 goes to the even 2
 }
 
-TEST(PauseByte, OfSeries1At2400BaudIs140)
-{
-    EXPECT_EQ(pause_byte(115200, 2400, 1, 11059200, false), 140);
-}
+TEST(PauseByte, OfSeries1At2400BaudIs140) { EXPECT_EQ(pause_byte(115200, 2400, 1, 11059200, false), 140); }
 
 TEST(PauseByte, OfTheOtherSeriesFollowsTheHandshakeBaud)
 {
@@ -174,10 +168,7 @@ TEST(LeavingTime, IsLongerForTheTestThanForTheSetting)
     EXPECT_EQ(leaving_ms(4800, 1, true), 20);
 }
 
-TEST(MeasuredClock, OfNoCountsAt9600IsSixTimesTheFactor)
-{
-    EXPECT_EQ(measured_clock_hz(0, 9600, false), 6 * 2068);
-}
+TEST(MeasuredClock, OfNoCountsAt9600IsSixTimesTheFactor) { EXPECT_EQ(measured_clock_hz(0, 9600, false), 6 * 2068); }
 
 TEST(MeasuredClock, ScalesTheCountsByTheBaud)
 {

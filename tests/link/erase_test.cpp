@@ -28,7 +28,7 @@ McuRecord model(std::int16_t series, const char* id, std::int32_t ap_last)
     return record;
 }
 
-}
+} // namespace
 
 TEST(EraseRange, IsNotToldToFirmwareBelowLetterD)
 {
@@ -96,10 +96,7 @@ TEST(EraseSectors, OfLetterCFollowTheLineUpTo27AndTheSizeFrom28On)
     EXPECT_EQ(erase_sector_count(model(12, "F122", 0x1FFF), "C", "2.7"), 255);
 }
 
-TEST(EraseSectors, AreAllFromLetterDOn)
-{
-    EXPECT_EQ(erase_sector_count(model(7, "D17E", 0xEFFF), "I", "6.3"), 255);
-}
+TEST(EraseSectors, AreAllFromLetterDOn) { EXPECT_EQ(erase_sector_count(model(7, "D17E", 0xEFFF), "I", "6.3"), 255); }
 
 TEST(CodeLimit, FollowsTheSeriesAboveVersionFive)
 {

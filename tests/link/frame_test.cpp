@@ -1,7 +1,7 @@
 #include "link/erase.h"
-#include "session/frame.h"
 #include "link/negotiate.h"
 #include "link/rc_test.h"
+#include "session/frame.h"
 
 #include <gtest/gtest.h>
 
@@ -19,10 +19,7 @@ TEST(ShortFrame, OfCode95HasTheCheck0106WithLength7InTheLongForm)
         (Bytes{0xFE, 0xFE, 0xFE, 0xFE, 0x46, 0xB9, 0x6A, 0x00, 0x07, 0x95, 0x01, 0x06, 0x16}));
 }
 
-TEST(ShortFrame, DoesNotExistForOtherCodes)
-{
-    EXPECT_TRUE(build_short_frame(0x84, Check::sum8).empty());
-}
+TEST(ShortFrame, DoesNotExistForOtherCodes) { EXPECT_TRUE(build_short_frame(0x84, Check::sum8).empty()); }
 
 TEST(CommandFrame, WithoutParametersIsEightBytesLong)
 {

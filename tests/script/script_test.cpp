@@ -86,8 +86,8 @@ TEST(Script, PicksListItemsByTextAndByNumber)
 TEST(Script, SetsChecksOptionsAndText)
 {
     ScriptBench bench;
-    bench.run({"set cekReloadFile 1", "get cekReloadFile", "set optBeepNo 1", "get optBeepYes", "set txtAP_FileStart 1F0",
-        "get txtAP_FileStart"});
+    bench.run({"set cekReloadFile 1", "get cekReloadFile", "set optBeepNo 1", "get optBeepYes",
+        "set txtAP_FileStart 1F0", "get txtAP_FileStart"});
     EXPECT_EQ(bench.value(1), "1");
     EXPECT_EQ(bench.value(3), "0");
     EXPECT_EQ(bench.value(5), "1F0");
@@ -160,8 +160,9 @@ TEST(Script, SleepsInVirtualTime)
 TEST(Script, WaitTextEndsWithTheTextOrFailsInTime)
 {
     ScriptBench bench(false);
-    bench.run({"choose " + sample, "click comLoadFile", "click comDownload(0)", "wait-text textMsg 5000 Connection is failed",
-        "wait-text textMsg 100 no such words", "click comStop_Download", "wait-idle"});
+    bench.run(
+        {"choose " + sample, "click comLoadFile", "click comDownload(0)", "wait-text textMsg 5000 Connection is failed",
+            "wait-text textMsg 100 no such words", "click comStop_Download", "wait-idle"});
     EXPECT_EQ(bench.error(3), "");
     EXPECT_EQ(bench.error(4), "'textMsg' does not contain 'no such words' after 100 ms");
 }
@@ -186,8 +187,8 @@ TEST(Script, ListsControlsWithTheirTypes)
 TEST(Script, ClicksTabsAndNodesByTheirKeys)
 {
     ScriptBench bench;
-    bench.run({"click TabStrip2(EEPROM_File)", "get TabStrip2", "get frmDataFlash.visible", "click TreeViewDevice(Oak-20V)",
-        "get txtDevice"});
+    bench.run({"click TabStrip2(EEPROM_File)", "get TabStrip2", "get frmDataFlash.visible",
+        "click TreeViewDevice(Oak-20V)", "get txtDevice"});
     EXPECT_EQ(bench.value(1), "EEPROM_File");
     EXPECT_EQ(bench.value(2), true);
     EXPECT_EQ(bench.value(4), "Oak-20V");
@@ -217,8 +218,8 @@ TEST(Script, SetsOptionsWritesThemAndReadsThemInTheChip)
     ScriptBench bench;
     bench.run({"set TreeViewDevice Juniper-60Q", "choose " + sample, "click comLoadFile", "set Option5(0) 1",
         "set comWDT_Prescalar(0) 64", "click comDownload(0)", "sleep 500", "power on", "wait-idle", "var options_done",
-        "expect textMsg Setting options OK.", "power off", "click comReadChipLock", "sleep 500", "power on", "wait-idle",
-        "expect textMsg Reading Options OK.", "expect textMsg Prescalar value of WatchDog Timer: 64"});
+        "expect textMsg Setting options OK.", "power off", "click comReadChipLock", "sleep 500", "power on",
+        "wait-idle", "expect textMsg Reading Options OK.", "expect textMsg Prescalar value of WatchDog Timer: 64"});
     EXPECT_FALSE(bench.runner.failed()) << bench.answers.back().error;
     EXPECT_EQ(bench.value(9), true);
 }

@@ -1,5 +1,5 @@
-// A talk on a port whose bytes the test hands in, and whose output it reads: for the receive paths, where the moment and
-// the pieces of an arrival matter.
+// A talk on a port whose bytes the test hands in, and whose output it reads: for the receive paths, where the moment
+// and the pieces of an arrival matter.
 #pragma once
 
 #include "session/session.h"

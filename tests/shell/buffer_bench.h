@@ -1,14 +1,14 @@
 // A shell with a selected model and no window: what the tests of the buffers and files at the form work on.
 #pragma once
 
-#include "named_controls.h"
 #include "catalog/isp_start.h"
 #include "catalog/ranges.h"
 #include "catalog/rows.h"
-#include "shell/shell.h"
+#include "named_controls.h"
 #include "platform/scripted_dialogs.h"
 #include "platform/text_number.h"
 #include "shell/buffer_view.h"
+#include "shell/shell.h"
 #include "sim/virtual_loop.h"
 
 #include <gtest/gtest.h>
@@ -87,7 +87,8 @@ template <typename Loop> struct BenchOn {
     void select(std::string_view name)
     {
         shell.selected = model(name);
-        form.label("LabISP_reange", 1).set_caption(vrk::four_hex_digits(vrk::derive_isp_start(shell.selected).shown_last));
+        form.label("LabISP_reange", 1)
+            .set_caption(vrk::four_hex_digits(vrk::derive_isp_start(shell.selected).shown_last));
     }
 
     std::string file(std::string_view name, std::string_view contents) const

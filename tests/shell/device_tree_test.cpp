@@ -17,7 +17,10 @@ std::vector<std::string> family_texts(const NamedControls& form)
     return texts;
 }
 
-std::string device_shown(const Rehearsal& bench) { return NamedControls(bench.shell.controls).text_box("txtDevice").text(); }
+std::string device_shown(const Rehearsal& bench)
+{
+    return NamedControls(bench.shell.controls).text_box("txtDevice").text();
+}
 
 std::string tab(const NamedControls& form, const char* key)
 {

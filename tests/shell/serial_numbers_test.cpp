@@ -45,7 +45,8 @@ struct NumberBench : Bench {
     std::string stored(const char* section, const char* key) { return settings.get(section, key, "nothing stored"); }
 
 private:
-    void fill_fields(const char* fields, const char* address, const char* bytes, const char* next, const char* increment)
+    void fill_fields(
+        const char* fields, const char* address, const char* bytes, const char* next, const char* increment)
     {
         form.text_box(fields, 0).set_text(address);
         form.text_box(fields, 1).set_text(bytes);

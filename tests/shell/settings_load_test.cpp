@@ -1,6 +1,6 @@
 // What the program comes up with, on an empty store and on one that holds nonsense.
-#include "shell/settings_bench.h"
 #include "form/main_form.h"
+#include "shell/settings_bench.h"
 
 #include "shell/device.h"
 

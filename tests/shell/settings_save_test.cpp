@@ -1,6 +1,6 @@
 // When the settings are written, and what of them is not just a control's state.
-#include "shell/settings_bench.h"
 #include "form/main_form.h"
+#include "shell/settings_bench.h"
 
 #include "shell/device.h"
 

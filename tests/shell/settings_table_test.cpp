@@ -1,6 +1,6 @@
 // The table itself: every row has its control, and all of it comes back after a restart.
-#include "shell/settings_bench.h"
 #include "form/main_form.h"
+#include "shell/settings_bench.h"
 
 #include "platform/text_number.h"
 #include "shell/settings_table.h"

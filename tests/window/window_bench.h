@@ -115,10 +115,7 @@ struct WindowBench {
         watch->start(50);
     }
     // A sequence sends its sync pairs and nobody has answered.
-    bool calling() const
-    {
-        return shell.running && shell.port.is_open() && shell.talk().chip.fw_letter.empty();
-    }
+    bool calling() const { return shell.running && shell.port.is_open() && shell.talk().chip.fw_letter.empty(); }
     // The hand at the switch: once the tool calls, and again every few seconds if the chip's short time to listen went
     // by unheard.
     void power_up_when_called(TargetProcess& target)
