@@ -6,6 +6,7 @@
 #include "catalog/ranges.h"
 #include "link/option_commit.h"
 #include "named_controls.h"
+#include "platform/text_number.h"
 #include "rehearsal/chip_of_model.h"
 #include "rehearsal/rehearsal.h"
 #include "shell/buffer_view.h"
@@ -221,7 +222,10 @@ struct Bench : Rehearsal {
             ++times;
         return times;
     }
-    int count() const { return std::stoi(form.text_box("txtWrite_OK_Count").text()); }
+    int count() const
+    {
+        return static_cast<int>(std::clamp(number_in(form.text_box("txtWrite_OK_Count").text()), -1e9, 1e9));
+    }
     std::vector<std::uint8_t> flash(std::size_t first, std::size_t last) const { return chip.flash(first, last); }
     std::vector<std::uint8_t> code(std::size_t first, std::size_t last) const
     {
