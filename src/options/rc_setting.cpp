@@ -11,9 +11,8 @@ namespace vrk {
 namespace {
 
 // clang-format off
-// The first item of the wanted frequencies is the list's own name, and all of them end in a blank: so they are stored.
+// All of the wanted frequencies end in a blank: so they are stored.
 constexpr const char* wanted_mhz[] = {
-    "com_RC_frequency ",
     "2.4576 ",  "2.5000 ",  "3.0000 ",  "3.2768 ",  "3.5795 ",  "3.5800 ",  "3.6864 ",  "4.0000 ",  "4.0960 ",  "4.1940 ",
     "4.3320 ",  "4.4336 ",  "4.5000 ",  "4.8000 ",  "5.0000 ",  "5.7270 ",  "5.9400 ",  "6.0000 ",  "6.1440 ",  "6.4000 ",
     "7.3800 ",  "8.0000 ",  "8.1920 ",  "8.3880 ",  "8.6000 ",  "8.7190 ",  "9.0000 ",  "9.6000 ",  "10.0000 ", "10.2400 ",

@@ -63,7 +63,9 @@ void fill_option_lists(MainForm& form)
 {
     form.comWDT_Prescalar[0].set_items(watchdog_divider_items());
     form.comWDT_Prescalar[1].set_items(rc30k_divider_items());
-    form.com_RC_frequency[0].set_items(rc_wanted_items());
+    Items wanted = rc_wanted_items();
+    wanted.insert(wanted.begin(), "com_RC_frequency "); // the list's own name stands first, and always has
+    form.com_RC_frequency[0].set_items(std::move(wanted));
     form.com_RC_frequency[1].set_items(rc_band_items());
     form.com_RC_frequency[2].set_items(rc_trim_items());
     form.com_RC_frequency[3].set_items(rc_divider_items());

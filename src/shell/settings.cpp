@@ -66,47 +66,16 @@ template <typename Act> void for_each_setting(const Shell& shell, Act act)
     }
 }
 
-OptionButton* button_at(const Shell& shell, const SettingRow& row, int index)
+// The control of a row; which type it has follows from what the row holds.
+template <typename Type> Type& as(const Setting& setting) { return dynamic_cast<Type&>(*setting.control); }
+
+int chosen_of(const std::vector<OptionButton*>& group)
 {
-    return dynamic_cast<OptionButton*>(shell.controls.find(row.control, index));
+    const auto chosen = std::find_if(group.begin(), group.end(), [](const OptionButton* one) { return one->value(); });
+    return chosen == group.end() ? 0 : static_cast<int>(chosen - group.begin());
 }
 
-int chosen_of(const Shell& shell, const SettingRow& row)
-{
-    for (int i = 0; const OptionButton* button = button_at(shell, row, i); ++i) {
-        if (button->value())
-            return i;
-    }
-    return 0;
-}
-
-std::string value_of(const Shell& shell, const Setting& setting)
-{
-    const auto* box = dynamic_cast<const TextBox*>(setting.control);
-    const auto* list = dynamic_cast<const ComboBox*>(setting.control);
-    const auto* check = dynamic_cast<const CheckBox*>(setting.control);
-    const auto* button = dynamic_cast<const OptionButton*>(setting.control);
-    switch (setting.row.holds) {
-    case Holds::text:
-    case Holds::count:
-        return box != nullptr ? box->text() : list != nullptr ? list->text() : std::string{};
-    case Holds::place:
-        return std::to_string(list != nullptr ? list->index_chosen() : 0);
-    case Holds::check:
-        return check != nullptr && check->value() ? "1" : "0";
-    case Holds::button:
-        return on_text(button != nullptr && button->value());
-    case Holds::choice:
-        return std::to_string(chosen_of(shell, setting.row));
-    }
-    return {};
-}
-
-void choose_place(ComboBox& list, int place)
-{
-    const bool exists = place >= 0 && static_cast<std::size_t>(place) < list.items().size();
-    list.choose(exists ? place : 0);
-}
+bool is_in(int place, std::size_t count) { return place >= 0 && static_cast<std::size_t>(place) < count; }
 
 // A list that cannot be typed into takes only what it has.
 void choose_text(ComboBox& list, const std::string& text)
@@ -118,61 +87,65 @@ void choose_text(ComboBox& list, const std::string& text)
         list.choose(0);
 }
 
-void choose_button(const Shell& shell, const SettingRow& row, int index)
-{
-    OptionButton* button = button_at(shell, row, index);
-    if (button == nullptr)
-        button = button_at(shell, row, 0);
-    if (button != nullptr)
-        button->set_value(true);
-}
+// How each kind of row is written and read.
+struct Keeper {
+    Holds holds;
+    std::string (*value)(const Setting& setting);
+    void (*take)(const Setting& setting, const std::string& value);
+};
 
-void take_value(const Shell& shell, const Setting& setting, const std::string& value)
+// clang-format off
+constexpr Keeper keepers[] = {
+    { Holds::text,
+      [](const Setting& s) { return as<TextBox>(s).text(); },
+      [](const Setting& s, const std::string& value) { as<TextBox>(s).set_text(value); } },
+    { Holds::count,
+      [](const Setting& s) { return as<TextBox>(s).text(); },
+      [](const Setting& s, const std::string& value) { as<TextBox>(s).set_text(std::to_string(whole_number_of(value))); } },
+    { Holds::item,
+      [](const Setting& s) { return as<ComboBox>(s).text(); },
+      [](const Setting& s, const std::string& value) { choose_text(as<ComboBox>(s), value); } },
+    { Holds::place,
+      [](const Setting& s) { return std::to_string(as<ComboBox>(s).index_chosen()); },
+      [](const Setting& s, const std::string& value) {
+          const int place = whole_number_of(value);
+          as<ComboBox>(s).choose(is_in(place, as<ComboBox>(s).items().size()) ? place : 0);
+      } },
+    { Holds::check,
+      [](const Setting& s) { return std::string{as<CheckBox>(s).value() ? "1" : "0"}; },
+      [](const Setting& s, const std::string& value) { as<CheckBox>(s).set_value(is_on(value)); } },
+    { Holds::button, // a False leaves the choice to the other buttons, so that one is always chosen
+      [](const Setting& s) { return std::string{on_text(as<OptionButton>(s).value())}; },
+      [](const Setting& s, const std::string& value) { if (is_on(value)) as<OptionButton>(s).set_value(true); } },
+    { Holds::choice,
+      [](const Setting& s) { return std::to_string(chosen_of(as<OptionButton>(s).group)); },
+      [](const Setting& s, const std::string& value) {
+          const auto& group = as<OptionButton>(s).group;
+          const int place = whole_number_of(value);
+          group[is_in(place, group.size()) ? static_cast<std::size_t>(place) : 0]->set_value(true);
+      } },
+};
+// clang-format on
+
+const Keeper& keeper_of(const Setting& setting)
 {
-    auto* box = dynamic_cast<TextBox*>(setting.control);
-    auto* list = dynamic_cast<ComboBox*>(setting.control);
-    auto* check = dynamic_cast<CheckBox*>(setting.control);
-    auto* button = dynamic_cast<OptionButton*>(setting.control);
-    switch (setting.row.holds) {
-    case Holds::text:
-        if (box != nullptr)
-            box->set_text(value);
-        else if (list != nullptr)
-            choose_text(*list, value);
-        break;
-    case Holds::count:
-        if (box != nullptr)
-            box->set_text(std::to_string(whole_number_of(value)));
-        break;
-    case Holds::place:
-        if (list != nullptr)
-            choose_place(*list, whole_number_of(value));
-        break;
-    case Holds::check:
-        if (check != nullptr)
-            check->set_value(is_on(value));
-        break;
-    case Holds::button: // a False leaves the choice to the other buttons, so that one is always chosen
-        if (button != nullptr && is_on(value))
-            button->set_value(true);
-        break;
-    case Holds::choice:
-        choose_button(shell, setting.row, whole_number_of(value));
-        break;
-    }
+    return *std::find_if(
+        std::begin(keepers), std::end(keepers) - 1, [&](const Keeper& one) { return one.holds == setting.row.holds; });
 }
 
 void load_rows(Shell& shell)
 {
     for_each_setting(shell, [&shell](const Setting& setting) {
         const char* fallback = setting.row.fallback;
-        take_value(shell, setting, get(shell, setting.key, fallback != nullptr ? fallback : value_of(shell, setting)));
+        const Keeper& keeper = keeper_of(setting);
+        keeper.take(setting, get(shell, setting.key, fallback != nullptr ? fallback : keeper.value(setting)));
     });
 }
 
 void save_rows(Shell& shell)
 {
-    for_each_setting(shell, [&shell](const Setting& setting) { set(shell, setting.key, value_of(shell, setting)); });
+    for_each_setting(
+        shell, [&shell](const Setting& setting) { set(shell, setting.key, keeper_of(setting).value(setting)); });
 }
 
 // The model. Where no model's node is selected, the oldest family stands in for it.

@@ -49,13 +49,13 @@ constexpr SettingRow rows[] = {
     { "logic_of_control_485",         "1",          "opt_485_logic",               single, Holds::choice },
     { "pin_External_WDT",             "1",          "opt_External_WDT",            single, Holds::choice },
     { "pin_address_External_WDT",     "1",          "comb_External_WDT",           single, Holds::place },
-    { "WDT_Prescalar",                "256",        "comWDT_Prescalar",            0,      Holds::text },
-    { "com_RC_frequency_0",           "18.432",     "com_RC_frequency",            0,      Holds::text },
+    { "WDT_Prescalar",                "256",        "comWDT_Prescalar",            0,      Holds::item },
+    { "com_RC_frequency_0",           "18.432",     "com_RC_frequency",            0,      Holds::item },
     { "com_RC_frequency_1",           "1",          "com_RC_frequency",            1,      Holds::place },
     { "com_RC_frequency_2",           "3",          "com_RC_frequency",            2,      Holds::place },
     { "com_RC_frequency_3",           "3",          "com_RC_frequency",            3,      Holds::place },
     { "com_RC_frequency_4",           "2",          "com_RC_frequency",            4,      Holds::place },
-    { "com_RC_frequency_5",           "11.059",     "com_RC_frequency",            5,      Holds::text },
+    { "com_RC_frequency_5",           "11.059",     "com_RC_frequency",            5,      Holds::item },
     { "txt_RC_frequency",             "128",        "txt_RC_frequency",            single, Holds::text },
 };
 // clang-format on

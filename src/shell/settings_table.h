@@ -10,12 +10,13 @@ namespace vrk {
 
 // What of the control is kept, and how it is written.
 enum class Holds {
-    text, // as it stands
+    text, // of a text box, as it stands
     count, // a text box with a number
-    place, // position in the list, from 0
-    check, // 0 or 1
+    item, // of a list, the text chosen or typed
+    place, // of a list, the position chosen, from 0
+    check, // of a check box, 0 or 1
     button, // True or False, of one button
-    choice, // which of an array of buttons is chosen, from 0
+    choice, // which of a group of buttons is chosen, from 0
 };
 
 struct SettingRow {

@@ -198,6 +198,48 @@ inline Findings includes_against_the_arrows(const SourceFile& file)
     return findings;
 }
 
+// The names that the window's controls are declared under, from the text of the form.
+inline std::set<std::string> control_names(const SourceFile& form)
+{
+    constexpr std::string_view kinds[] = {"TextBox", "CheckBox", "OptionButton", "ComboBox", "Label", "Button", "Frame",
+        "TabStrip", "Tree", "ProgressBar", "ScrollBar", "Image"};
+    std::set<std::string> names;
+    for (const std::string& line : form.lines) {
+        const std::size_t begin = std::min(line.find_first_not_of(' '), line.size());
+        const std::size_t blank = line.find(' ', begin);
+        if (blank == std::string::npos ||
+            std::find(std::begin(kinds), std::end(kinds), line.substr(begin, blank - begin)) == std::end(kinds))
+            continue;
+        const std::size_t end = line.find_first_of("[;", blank);
+        if (end != std::string::npos)
+            names.insert(line.substr(blank + 1, end - blank - 1));
+    }
+    return names;
+}
+
+// The engine and all below it know no control: not the form, and not by name either. The one table whose cells are
+// names of controls, for the shell to look up, is told apart.
+inline Findings controls_in_the_engine(const SourceFile& file, const std::set<std::string>& names)
+{
+    constexpr std::string_view above[] = {"src/form/", "src/shell/", "src/window/"};
+    const auto lies_above = [&](std::string_view folder) { return lies_in(file, folder); };
+    if (!lies_in(file, "src/") || !is_cpp(file) || std::any_of(std::begin(above), std::end(above), lies_above) ||
+        file.path == "src/options/option_tables.cpp")
+        return {};
+    Findings findings;
+    for (std::size_t i = 0; i < file.lines.size(); ++i) {
+        for (const std::string& name : names) {
+            if (has_word(file.lines[i], name))
+                findings.push_back(finding(file, i, name + " is out below the form, use a value of the job"));
+        }
+        for (const char* word : {"MainForm", "Shell"}) {
+            if (has_word(code_of(file.lines[i]), word))
+                findings.push_back(finding(file, i, std::string{word} + " is out below the form, use plain values"));
+        }
+    }
+    return findings;
+}
+
 // Long files are tables, and say so by where they lie or what they are called.
 inline Findings too_long(const SourceFile& file)
 {

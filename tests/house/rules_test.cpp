@@ -102,3 +102,14 @@ TEST(HouseRules, FindAFileThatTheBuildDoesNotKnow)
     EXPECT_EQ(not_in_the_build(file("src/link/families/elm.cpp", {}), tree), none);
     EXPECT_EQ(not_in_the_build(file("bench/load.cpp", {}), tree).size(), 1U);
 }
+
+TEST(HouseRules, FindAControlInTheEngine)
+{
+    const std::set<std::string> names = control_names(file("src/form/main_form.h",
+        {"struct MainForm {", "    TextBox textMsg;", "    Label Label2[7];", "    ControlRegistry controls;", "};"}));
+    EXPECT_EQ(names, (std::set<std::string>{"textMsg", "Label2"}));
+    EXPECT_EQ(controls_in_the_engine(file("src/link/clock.cpp", {"void f(MainForm& form)", "    // textMsg"}), names),
+        (Findings{"src/link/clock.cpp:1: MainForm is out below the form, use plain values",
+            "src/link/clock.cpp:2: textMsg is out below the form, use a value of the job"}));
+    EXPECT_EQ(controls_in_the_engine(file("src/shell/press.cpp", {"shell.form.textMsg"}), names), none);
+}

@@ -42,6 +42,16 @@ TEST(Sources, AreReadWhereTheyLie)
 TEST(Sources, QtStaysInWindowHostAndApps) { EXPECT_EQ(all_findings(house::qt_outside_its_rooms), ""); }
 TEST(Sources, AskTheEventLoopForTheTime) { EXPECT_EQ(all_findings(house::time_and_threads), ""); }
 TEST(Sources, IncludesFollowTheArrows) { EXPECT_EQ(all_findings(house::includes_against_the_arrows), ""); }
+TEST(Sources, OfTheEngineKnowNoControl)
+{
+    const auto form = std::find_if(
+        tree().begin(), tree().end(), [](const SourceFile& file) { return file.path == "src/form/main_form.h"; });
+    ASSERT_NE(form, tree().end());
+    const std::set<std::string> names = house::control_names(*form);
+    ASSERT_GT(names.size(), 120U);
+    ASSERT_TRUE(names.contains("textMsg"));
+    EXPECT_EQ(all_findings([&](const SourceFile& file) { return house::controls_in_the_engine(file, names); }), "");
+}
 TEST(Sources, AreShortFilesButForTables) { EXPECT_EQ(all_findings(house::too_long), ""); }
 TEST(Sources, LeaveNothingForLater) { EXPECT_EQ(all_findings(house::left_for_later), ""); }
 TEST(Sources, HeadersGuardThemselves) { EXPECT_EQ(all_findings(house::header_without_guard), ""); }

@@ -5,7 +5,9 @@ using namespace vrk;
 TEST(RcBoxes, HoldTheFrequenciesAsStored)
 {
     PanelBench bench;
-    EXPECT_EQ(bench.form.list("com_RC_frequency", 0).items(), rc_wanted_items());
+    const auto& wanted = bench.form.list("com_RC_frequency", 0).items();
+    EXPECT_EQ(wanted.front(), "com_RC_frequency ");
+    EXPECT_EQ((std::vector<std::string>{wanted.begin() + 1, wanted.end()}), rc_wanted_items());
     EXPECT_EQ(bench.form.list("com_RC_frequency", 1).items(), rc_band_items());
     EXPECT_EQ(bench.form.list("com_RC_frequency", 2).items().size(), 64U);
     EXPECT_EQ(bench.form.list("com_RC_frequency", 3).items().size(), 5U);
