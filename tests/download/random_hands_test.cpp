@@ -159,7 +159,7 @@ private:
     void watch_for_a_press()
     {
         if (shell.running && !was_running_) {
-            at_press_ = screen();
+            remember();
             began_us_ = loop.now_us();
         }
         was_running_ = shell.running;
@@ -172,31 +172,34 @@ private:
         after_ms(5, [this] { keep_watching(); });
     }
 
-    // When the chip is called the screen must be that of the press, but for the number of the next chip; when it goes
-    // off counted as good it must hold what stood there then.
+    void remember()
+    {
+        screen_ = screen();
+        options_ = shell.options;
+        counted_ = count();
+    }
+
+    // A chip that leaves its loader and was counted holds what stood on the screen at the press; of a repeat, with the
+    // number that was stamped for it. Nothing but that number has changed on the screen meanwhile.
     void look(sim::Chip::State now)
     {
-        if (now == sim::Chip::State::called) {
-            called_ = screen();
-            options_ = shell.options;
-            counted_ = count();
-        }
-        if (now != sim::Chip::State::user_code || count() != counted_ + 1)
-            return;
+        if (now != sim::Chip::State::user_code || !shell.running || count() != counted_ + 1)
+            return; // it has left by itself, or was not counted
         ++good;
-        const std::int32_t first = std::max(called_.low, 0);
+        const std::int32_t first = std::max(screen_.low, 0);
         const std::int32_t last =
-            std::min({called_.high, shell.selected.ap_last, static_cast<std::int32_t>(always_written)});
+            std::min({screen_.high, shell.selected.ap_last, static_cast<std::int32_t>(always_written)});
         for (std::int32_t at = first; at <= last; ++at) {
             const auto place = static_cast<std::size_t>(at);
-            ASSERT_EQ(chip.flash()[place], called_.code[place]) << "said to be good, and is not, at " << at;
-            ASSERT_TRUE(is_number(at) || called_.code[place] == at_press_.code[place])
-                << "another job than at the press, at " << at;
+            ASSERT_EQ(chip.flash()[place], screen_.code[place]) << "said to be good, and is not, at " << at;
+            ASSERT_TRUE(is_number(at) || shell.code_buffer.data[place] == screen_.code[place])
+                << "the screen has changed under the download, at " << at;
         }
         EXPECT_EQ(chip.setup().model.series, shell.selected.series);
         EXPECT_TRUE(std::equal(
             &options_.bytes[0][0], &options_.bytes[0][0] + sizeof options_.bytes, &shell.options.bytes[0][0]))
             << "options changed on their way";
+        remember();
     }
 
     bool is_number(std::int32_t address) const
@@ -267,8 +270,7 @@ private:
     int files_ = 0;
     bool was_running_ = false;
     std::int64_t began_us_ = 0;
-    Screen at_press_;
-    Screen called_;
+    Screen screen_; // of the chip that is next
     OptionImage options_;
     int counted_ = 0;
 };
