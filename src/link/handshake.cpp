@@ -288,7 +288,7 @@ Result read_options(Session& session, const Job& job, Report& report)
 // Older chips want to hear five of these before they take other commands; they do not answer.
 void send_ready_five_times(Session& session)
 {
-    for (int i = 0; i < 5; ++i) {
+    for (int i = 0; i < 5 && !session.stop_requested; ++i) {
         session.send_model_command(command::ready, 0);
         session.wait(200);
     }

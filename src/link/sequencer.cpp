@@ -105,11 +105,12 @@ Result program_one_chip(Session& session, const Job& job, Report& report)
 {
     report.enter(Stage::calling);
     const Result connected = connect_target(session, job, Purpose::download, report);
-    if (session.stop_requested) {
-        if (connected == Result::good)
-            report_stop(report); // it came too late for the connection to say so
+    if (session.stop_requested && connected == Result::good) {
+        report_stop(report); // it came too late for the connection to say so
         return Result::stopped;
     }
+    if (session.stop_requested)
+        return connected; // what has been told stands, whenever the stop came
     if (!firmware_is_supported(session.chip, job)) {
         report.show_box(firmware_too_old);
         return connected == Result::good ? Result::old_firmware : connected;

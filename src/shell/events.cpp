@@ -80,7 +80,7 @@ constexpr EventRow events[] = {
     { "opt_485_logic",      [](Shell& shell, int) { opt_485_logic_Click(shell); } },
     { "comb_External_WDT",  [](Shell& shell, int) { comb_External_WDT_Click(shell); } },
     { "opt_External_WDT",   [](Shell& shell, int) { enable_pin_choices(shell); } },
-    { "opt_ISP_DEMO_WDT",   [](Shell& shell, int) { enable_pin_choices(shell); } },
+    { "opt_ISP_DEMO_WDT",   [](Shell& shell, int) { enable_watchdog_pin(shell); } },
     { "comReadChipLock",    [](Shell& shell, int) { comReadChipLock_Click(shell); } },
     { "comOpenBatchFile",   [](Shell& shell, int) { comOpenBatchFile_Click(shell); } },
     { "comSaveBatchFile",   [](Shell& shell, int) { comSaveBatchFile_Click(shell); } },

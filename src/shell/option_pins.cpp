@@ -36,7 +36,11 @@ void enable_pin_choices(Shell& shell)
     shell.form.opt_485_logic[0].set_enabled(steered);
     shell.form.opt_485_logic[1].set_enabled(steered);
     shell.form.comb_External_WDT.set_enabled(free && !shell.form.opt_External_WDT[0].value());
-    shell.form.comb_WDT.set_enabled(free && shell.form.opt_ISP_DEMO_WDT[1].value());
+}
+
+void enable_watchdog_pin(Shell& shell)
+{
+    shell.form.comb_WDT.set_enabled(shell.job_may_change() && shell.form.opt_ISP_DEMO_WDT[1].value());
 }
 
 void opt_485_logic_Click(Shell& shell) { arm_save(shell); }

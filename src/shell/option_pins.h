@@ -16,5 +16,6 @@ void opt_485_logic_Click(Shell& shell);
 // What goes with a pin can be chosen where the pin is used, and while the job may be changed. After each choice, after
 // the settings have been loaded, and with the panel's state.
 void enable_pin_choices(Shell& shell);
+void enable_watchdog_pin(Shell& shell); // likewise, of the pin that the boot loader feeds; not after the settings
 
 } // namespace vrk

@@ -86,6 +86,7 @@ void show_panel_state(Shell& shell)
     for (const PanelRow& row : panel_rows)
         enable_row(shell, row, row.enabled[static_cast<std::size_t>(state)] == '1');
     enable_pin_choices(shell);
+    enable_watchdog_pin(shell);
     enable_eeprom_controls(shell, state == panel::free && has_eeprom_buffer(shell.selected));
 }
 

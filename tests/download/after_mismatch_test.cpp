@@ -40,3 +40,18 @@ TEST(ClockReport, OfADoubledClockSaysTwiceTheMeasuredOne)
     bench.download();
     EXPECT_TRUE(bench.report_says("MCU Clock:22.1194"));
 }
+
+// The user was told to open the file again, and the next press went on without it.
+TEST(AfterAMismatch, AStopInTheBeepsStillAsksForTheFile)
+{
+    Bench bench("Juniper-60Q");
+    bench.open_code(Bench::pattern(600));
+    bench.chip.report_id(0xD17C);
+    bench.press_download();
+    bench.power_up_after_ms(300);
+    bench.when(sim::Chip::State::called, [&bench] { bench.press_stop_after_ms(200); });
+    bench.run_until_idle();
+    EXPECT_EQ(bench.dialogs.beeps, 3);
+    EXPECT_FALSE(bench.shell.file_loaded);
+    EXPECT_FALSE(bench.shell.succeeded);
+}

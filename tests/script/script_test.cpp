@@ -72,6 +72,20 @@ TEST(Script, DisabledControlsRefuseAndHiddenOnesTakeIt)
     EXPECT_EQ(bench.value(2), "P1.3");
 }
 
+TEST(Script, WhatMakesUpAJobIsBusyWhileASequenceRuns)
+{
+    ScriptBench bench(false);
+    bench.open_code(Bench::pattern(0x200));
+    bench.run({"click comDownload(0)", "set TreeViewDevice Hazel-1", "set cobBaudMax 9600", "click comLoadFile",
+        "set Option0(0) 1", "click comDownload(1)", "press txtBuffer2 A", "click TreeViewDevice(Hazel-1)",
+        "set com_RC_frequency(0) 12", "press txtBuffer2 PageDown", "click comStop_Download", "wait-idle",
+        "set cobBaudMax 9600"});
+    for (std::size_t refused = 1; refused <= 8; ++refused)
+        EXPECT_NE(bench.error(refused).find("busy"), std::string::npos) << refused << ": " << bench.error(refused);
+    for (const std::size_t taken : {0U, 9U, 10U, 11U, 12U})
+        EXPECT_EQ(bench.error(taken), "") << taken;
+}
+
 TEST(Script, PicksListItemsByTextAndByNumber)
 {
     ScriptBench bench(false);

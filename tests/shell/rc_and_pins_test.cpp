@@ -135,10 +135,10 @@ TEST(OptionPins, AreChosenOnlyWhereTheyAreUsed)
     enable_pin_choices(bench.shell);
     EXPECT_FALSE(bench.form.list("comb_External_WDT").enabled());
     bench.form.option("opt_ISP_DEMO_WDT", 0).set_value(true);
-    enable_pin_choices(bench.shell);
+    enable_watchdog_pin(bench.shell);
     EXPECT_FALSE(bench.form.list("comb_WDT").enabled());
     bench.form.option("opt_ISP_DEMO_WDT", 1).set_value(true);
-    enable_pin_choices(bench.shell);
+    enable_watchdog_pin(bench.shell);
     EXPECT_TRUE(bench.form.list("comb_WDT").enabled());
 }
 
