@@ -72,12 +72,14 @@ int ByteFaults::apply(Arrival& arrival)
         change = found->second;
         changes_.erase(found);
     }
-    if (by_chance_) {
+    if (by_chance_ && seen_ >= spared_until_) {
         change.lost |= next_random() % 1'000'000 < rates_.lose;
         change.twice |= next_random() % 1'000'000 < rates_.duplicate;
         const std::uint64_t word = next_random();
         if (word % 1'000'000 < rates_.damage)
             change.xor_with = static_cast<std::uint8_t>(1U << (word >> 61U));
+        if (change.lost || change.twice || change.xor_with != 0)
+            spared_until_ = seen_ + 1 + rates_.apart;
     }
     arrival.value = static_cast<std::uint8_t>(arrival.value ^ change.xor_with);
     arrival.tampered |= change.xor_with != 0 || change.twice || lost_one_;

@@ -52,6 +52,7 @@ struct FaultRates {
     std::uint32_t lose = 0;
     std::uint32_t damage = 0;
     std::uint32_t duplicate = 0;
+    int apart = 0; // bytes that are spared behind a fault: a sum cannot see two that cancel each other in one frame
 };
 
 // Faults of single bytes in one direction.
@@ -80,6 +81,7 @@ private:
     bool by_chance_ = false;
     bool lost_one_ = false;
     int seen_ = 0;
+    int spared_until_ = 0; // count of bytes
 };
 
 } // namespace sim

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <limits>
 
 namespace vrk::script {
 
@@ -65,6 +66,24 @@ std::optional<std::int64_t> whole_number(std::string_view text, int base = 10)
     return value;
 }
 
+// Nothing for a number that is too large for a position, an item or a value.
+std::optional<int> small_number(std::string_view text)
+{
+    const auto number = whole_number(text);
+    if (!number || *number < std::numeric_limits<int>::min() || *number > std::numeric_limits<int>::max())
+        return std::nullopt;
+    return static_cast<int>(*number);
+}
+
+constexpr std::int64_t longest_wait_ms = 1'000'000'000; // eleven days
+
+// Nothing for less than none and for more than the loop's clock is asked for.
+std::optional<std::int64_t> milliseconds(std::string_view text)
+{
+    const auto ms = whole_number(text);
+    return ms && *ms >= 0 && *ms <= longest_wait_ms ? ms : std::nullopt;
+}
+
 Result no_control(std::string_view name) { return failure("no control '" + std::string{name} + "'"); }
 
 // What became of a touch; nothing to say where it was taken.
@@ -119,8 +138,7 @@ Result set_list(Runner& runner, ComboBox& list, std::string_view name, std::stri
 
 Result set_tab(Runner& runner, TabStrip& strip, std::string_view name, std::string_view text)
 {
-    const int tab =
-        text.starts_with("#") ? static_cast<int>(whole_number(text.substr(1)).value_or(-1)) : strip.find(text);
+    const int tab = text.starts_with("#") ? small_number(text.substr(1)).value_or(-1) : strip.find(text);
     if (tab < 0 || static_cast<std::size_t>(tab) >= strip.tabs().size())
         return failure("'" + std::string{name} + "' has no tab '" + std::string{text} + "'");
     Shell& shell = runner.shell();
@@ -163,8 +181,10 @@ Result set_control(Runner& runner, Words words)
         return {};
     }
     if (auto* bar = dynamic_cast<ScrollBar*>(control)) {
-        const int value = static_cast<int>(whole_number(text).value_or(0));
-        return runner.run_soon([&shell, bar, value] { scroll_to(shell, *bar, value); });
+        const auto value = small_number(text);
+        if (!value)
+            return failure("'" + std::string{name} + "' takes a whole number, not '" + text + "'");
+        return runner.run_soon([&shell, bar, value] { scroll_to(shell, *bar, *value); });
     }
     return failure("'" + std::string{name} + "' cannot be set");
 }
@@ -218,12 +238,12 @@ Result put_caret(Runner& runner, Words words)
 {
     const std::string_view name = words.next();
     auto* box = dynamic_cast<TextBox*>(runner.shell().controls.find_full(name));
-    const auto position = whole_number(words.rest());
+    const auto position = small_number(words.rest());
     if (box == nullptr)
         return failure("no text control '" + std::string{name} + "'");
     if (!position || *position < 0)
         return failure("a caret stands at 0 or above, not at '" + std::string{words.rest()} + "'");
-    return answer_of(put_caret(runner.shell(), *box, static_cast<int>(*position)), name);
+    return answer_of(put_caret(runner.shell(), *box, *position), name);
 }
 
 Result get_control(Runner& runner, Words words) { return read_control(runner, trimmed(words.rest())); }
@@ -298,15 +318,15 @@ Result count_beeps(Runner& runner, Words)
 
 Result sleep_ms(Runner& runner, Words words)
 {
-    const auto ms = whole_number(words.rest());
-    if (!ms || *ms < 0)
+    const auto ms = milliseconds(words.rest());
+    if (!ms)
         return failure("sleep takes milliseconds, not '" + std::string{words.rest()} + "'");
     return runner.wait_for([] { return false; }, *ms, "");
 }
 
 Result wait_idle(Runner& runner, Words words)
 {
-    const auto ms = words.empty() ? default_wait_ms : whole_number(words.rest()).value_or(-1);
+    const auto ms = words.empty() ? default_wait_ms : milliseconds(words.rest()).value_or(-1);
     if (ms < 0)
         return failure("wait-idle takes milliseconds, not '" + std::string{words.rest()} + "'");
     Shell& shell = runner.shell();
@@ -326,10 +346,10 @@ Result wait_text(Runner& runner, Words words)
     const std::string_view ms_text = words.next();
     const std::string text{words.rest()};
     const Control* control = runner.shell().controls.find_full(name);
-    const auto ms = whole_number(ms_text);
+    const auto ms = milliseconds(ms_text);
     if (control == nullptr)
         return no_control(name);
-    if (!ms || *ms < 0)
+    if (!ms)
         return failure("wait-text takes milliseconds, not '" + std::string{ms_text} + "'");
     return runner.wait_for([control, text] { return main_text(*control).find(text) != std::string::npos; }, *ms,
         "'" + std::string{name} + "' does not contain '" + text + "' after " + std::to_string(*ms) + " ms");
@@ -421,15 +441,15 @@ Result read_variable(Runner& runner, Words words)
 
 Result calculate(Runner&, Words words)
 {
-    const auto series = whole_number(words.next());
-    const auto max_baud = whole_number(words.next());
+    const auto series = small_number(words.next());
+    const auto max_baud = small_number(words.next());
     const double clock_hz = number_in(words.next());
     const auto index = whole_number(words.rest());
     if (!series || !max_baud || !index)
         return failure("calculate-baud takes series, highest baud, clock in Hz and start index");
     BaudChoice choice;
     choice.index = static_cast<std::int16_t>(std::clamp<std::int64_t>(*index, -32768, 32767));
-    calculate_baud(clock_hz, static_cast<std::int32_t>(*series), static_cast<std::int32_t>(*max_baud), choice);
+    calculate_baud(clock_hz, *series, *max_baud, choice);
     return value_of({{"index", choice.index}, {"baud", choice.baud}, {"error", choice.error}, {"mode", choice.mode},
         {"setting", choice.setting}});
 }
@@ -468,39 +488,54 @@ Result quit(Runner& runner, Words)
 
 struct CommandRow {
     std::string_view name;
+    std::string_view arguments;
+    std::string_view does;
     Result (*run)(Runner& runner, Words words);
 };
 
 // clang-format off
 constexpr CommandRow commands[] = {
-    { "set",            set_control },
-    { "click",          click_control },
-    { "press",          press_control },
-    { "caret",          put_caret },
-    { "get",            get_control },
-    { "controls",       list_controls },
-    { "answer",         queue_answer },
-    { "choose",         queue_choice },
-    { "messages",       list_messages },
-    { "beeps",          count_beeps },
-    { "sleep",          sleep_ms },
-    { "wait-idle",      wait_idle },
-    { "wait-text",      wait_text },
-    { "buffer",         read_buffer },
-    { "buffer-info",    read_buffer_info },
-    { "record",         read_record },
-    { "mcu",            read_mcu },
-    { "options",        read_options },
-    { "var",            read_variable },
-    { "calculate-baud", calculate },
-    { "power",          switch_power },
-    { "target",         describe_target },
-    { "expect",         expect_text },
-    { "quit",           quit },
+//    name              arguments                  what it does
+    { "set",            "NAME VALUE",              "types, picks an item (#n: item n), checks (1, 0), picks a node or a tab", set_control },
+    { "click",          "NAME",                    "clicks a button, label, tab, node", click_control },
+    { "press",          "NAME KEY",                "one key: a character, PageUp, PageDown, Up, Down, Esc, Enter", press_control },
+    { "caret",          "NAME POSITION",           "puts the caret of a text control", put_caret },
+    { "get",            "NAME[.PROPERTY]",         "its value; caption, enabled, visible, index, items, min, max, value, selstart, sellength", get_control },
+    { "controls",       "[PREFIX]",                "all control names with their type", list_controls },
+    { "answer",         "ok|yes|no|cancel",        "queues the reply to the next message box", queue_answer },
+    { "choose",         "[PATH]",                  "queues the result of the next file dialog; none: cancelled", queue_choice },
+    { "messages",       "",                        "the message boxes shown since the last time", list_messages },
+    { "beeps",          "",                        "how many beeps since the last time", count_beeps },
+    { "sleep",          "MS",                      "lets the event loop run that long", sleep_ms },
+    { "wait-idle",      "[MS]",                    "until no sequence runs; fails after MS, 60000 without it", wait_idle },
+    { "wait-text",      "NAME MS TEXT",            "until the control's text contains TEXT; fails after MS", wait_text },
+    { "buffer",         "code|data FIRST LAST",    "bytes of a buffer, addresses and bytes hexadecimal", read_buffer },
+    { "buffer-info",    "code|data",               "low, high, view_low, view_high, checksum, start, loaded", read_buffer_info },
+    { "record",         "selected|connected",      "the fields of that model's record", read_record },
+    { "mcu",            "SERIES ROW",              "the 21 cells of that row of the catalogue", read_mcu },
+    { "options",        "PAGE",                    "the rows of that page of options, 19 cells each", read_options },
+    { "var",            "NAME",                    "a variable by its name", read_variable },
+    { "calculate-baud", "SERIES MAXBAUD F INDEX",  "the divisor for a clock of F Hz", calculate },
+    { "power",          "on|off|cycle",            "with --rehearse: the simulated chip's supply", switch_power },
+    { "target",         "",                        "with --rehearse: what the simulated chip holds", describe_target },
+    { "expect",         "NAME TEXT",               "fails unless the control's text contains TEXT", expect_text },
+    { "quit",           "",                        "asks the window to close, and ends", quit },
 };
 // clang-format on
 
 } // namespace
+
+std::string command_help()
+{
+    constexpr std::size_t column = 42;
+    std::string text;
+    for (const CommandRow& row : commands) {
+        std::string line = "  " + std::string{row.name} + " " + std::string{row.arguments};
+        line.resize(std::max(line.size() + 1, column), ' ');
+        text += line + std::string{row.does} + "\n";
+    }
+    return text;
+}
 
 Runner::Result run_command(Runner& runner, const std::string& line)
 {

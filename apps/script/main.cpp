@@ -3,6 +3,7 @@
 #include "rehearsal/chip_of_model.h"
 
 #include "rehearsal/rehearsal.h"
+#include "script/commands.h"
 #include "script/runner.h"
 
 #include "catalog/ranges.h"
@@ -15,6 +16,8 @@
 #include <QCoreApplication>
 #include <QStandardPaths>
 
+#include <algorithm>
+#include <csignal>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -38,6 +41,18 @@ struct Options {
 
 constexpr const char* usage =
     "usage: vrk-script [--json] [--settings FILE] [--port PATH]... [--rehearse MODEL] [--english] [SCRIPT | -]";
+// clang-format off
+constexpr const char* help_of_options =
+    "  SCRIPT | -        a file of commands, one a line; - or nothing reads standard input\n"
+    "  --json            each command answers with one line of JSON\n"
+    "  --settings FILE   the settings are this file's; without it a run starts from defaults and forgets\n"
+    "  --port PATH       a serial device in front of the list; may be given more than once, the first is chosen\n"
+    "  --rehearse MODEL  no port: a simulated chip in virtual time, without power until 'power on'\n"
+    "  --english         the English edition\n"
+    "  --help            this text\n"
+    "status: 0; 1 when a command failed, the input ended while a sequence ran, or the output cannot be written;\n"
+    "        2 for a bad command line\n";
+// clang-format on
 
 // Nothing: a bad command line.
 std::optional<Options> parse_options(const std::vector<std::string>& words)
@@ -101,10 +116,13 @@ void tell_places(LoaderState& loader)
 int run(Runner& runner, EventLoop& loop, const Shell& shell)
 {
     loop.before_sleep = [&runner] { return runner.turn(); };
-    while (!shell.unloaded || shell.running)
+    while (!shell.unloaded || shell.running) {
         loop.yield();
+        if (!std::cout)
+            runner.break_off();
+    }
     loop.before_sleep = nullptr;
-    return runner.failed() ? 1 : 0;
+    return runner.failed() || !std::cout ? 1 : 0;
 }
 
 class ChipAccess final : public TargetAccess {
@@ -149,7 +167,7 @@ int rehearse(const sim::ChipSetup& setup, const Options& options, std::istream& 
         std::string line;
         if (std::getline(lines, line))
             return without_line_end(std::move(line));
-        runner->end();
+        runner->break_off();
         return std::nullopt;
     };
     runner = std::make_unique<Runner>(
@@ -177,7 +195,7 @@ int run_for_real(const Options& options, LineSource& lines, const Answering& ans
     const auto next_line = [&]() -> std::optional<std::string> {
         auto line = lines.take();
         if (!line && lines.ended())
-            runner->end();
+            runner->break_off();
         return line;
     };
     runner =
@@ -189,8 +207,14 @@ int run_for_real(const Options& options, LineSource& lines, const Answering& ans
 
 int main(int argc, char** argv)
 {
+    std::signal(SIGPIPE, SIG_IGN); // who does not read the answers any more is told by the status
     QCoreApplication application(argc, argv);
-    const auto options = parse_options({argv + 1, argv + argc});
+    const std::vector<std::string> words(argv + 1, argv + argc);
+    if (std::find(words.begin(), words.end(), "--help") != words.end()) {
+        std::cout << usage << "\n\n" << help_of_options << "\ncommands:\n" << command_help() << std::flush;
+        return std::cout ? 0 : 1;
+    }
+    const auto options = parse_options(words);
     if (!options) {
         std::cerr << usage << std::endl;
         return 2;

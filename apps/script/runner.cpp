@@ -29,6 +29,13 @@ void Runner::end()
     close_request(setup_.shell);
 }
 
+void Runner::break_off()
+{
+    if (setup_.shell.running && !ended_)
+        failed_ = true;
+    end();
+}
+
 bool Runner::run_line(const std::string& line)
 {
     ++line_;

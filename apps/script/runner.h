@@ -51,6 +51,9 @@ public:
     bool turn();
     // The script is over, or its first failure has ended it: the window is asked to close.
     void end();
+    // No more lines will come, or nobody reads the answers. What still runs is stopped as by the stop button, and that
+    // counts as a failure: half a job is none.
+    void break_off();
     bool ended() const { return ended_; }
     bool failed() const { return failed_; }
 

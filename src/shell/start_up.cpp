@@ -45,6 +45,8 @@ void choose_defaults(Shell& shell)
 
 void unload(Shell& shell)
 {
+    if (shell.running)
+        return shell.TimerUnload.start(); // it has been told to stop, and winds down
     shell.unloaded = true;
     save_window(shell);
     shell.port.close();

@@ -1,8 +1,8 @@
 // Many downloads over a bad line, into chips that fail: success is reported if and only if the chip holds the plan. The
 // judge reads the chip's true flash and nothing else.
 //
-// The one way out that the protocol leaves open are faults that its sums cannot see, so the bytes to the chip are
-// damaged rarely enough for two in one frame not to happen.
+// The one way out that the protocol leaves open are faults that its sums cannot see: two in one frame that cancel each
+// other. So faults keep at least a frame's distance.
 #include "bench.h"
 
 #include <cstdlib>
@@ -13,8 +13,8 @@ using namespace vrk;
 namespace {
 
 struct Rates {
-    sim::FaultRates to_tool{300, 300, 100};
-    sim::FaultRates to_target{60, 20, 20};
+    sim::FaultRates to_tool{300, 300, 100, 80};
+    sim::FaultRates to_target{60, 20, 20, 200};
     int power_cut_percent = 8;
     int refused_block_percent = 15;
     int wrong_sum_percent = 10;
