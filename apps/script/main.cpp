@@ -113,7 +113,7 @@ void tell_places(LoaderState& loader)
 }
 
 // Runs until the script has ended and all that it started has wound down.
-int run(Runner& runner, EventLoop& loop, const Shell& shell)
+int run_to_its_end(Runner& runner, EventLoop& loop, const Shell& shell)
 {
     loop.before_sleep = [&runner] { return runner.turn(); };
     while (!shell.unloaded || shell.running) {
@@ -172,7 +172,7 @@ int rehearse(const sim::ChipSetup& setup, const Options& options, std::istream& 
     };
     runner = std::make_unique<Runner>(
         Runner::Setup{bench.shell, bench.dialogs, &target, next_line, answering, options.script != "-"});
-    return run(*runner, bench.loop, bench.shell);
+    return run_to_its_end(*runner, bench.loop, bench.shell);
 }
 
 // On the ports of the machine, in real time: what the script has started goes on while it waits for its next line.
@@ -200,7 +200,7 @@ int run_for_real(const Options& options, LineSource& lines, const Answering& ans
     };
     runner =
         std::make_unique<Runner>(Runner::Setup{shell, dialogs, nullptr, next_line, answering, options.script != "-"});
-    return run(*runner, loop, shell);
+    return run_to_its_end(*runner, loop, shell);
 }
 
 } // namespace
