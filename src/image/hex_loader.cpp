@@ -119,6 +119,8 @@ HexFigures parse_hex(std::string_view contents, const std::string& title, HexTar
             break;
         store_record(record, target);
     }
+    if (target.highest < 0)
+        return {LoadEnd::no_data};
     const auto high = static_cast<std::int32_t>(std::clamp(target.highest, least_high, most_high));
     return {LoadEnd::done, high, target.checksum};
 }

@@ -58,6 +58,7 @@ using StillWanted = std::function<bool()>;
 enum class LoadEnd {
     done,
     refused, // the user gave up on wrong checksums
+    no_data, // not one record has brought a byte
     overtaken, // the file is not wanted any more
 };
 

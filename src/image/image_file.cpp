@@ -48,7 +48,7 @@ bool is_file(const std::string& path)
 ImageFile read_image_file(const std::string& path, std::size_t buffer_size)
 {
     const bool named_hex = upper_case(path).find(".HEX") != std::string::npos;
-    ImageFile result{path, named_hex ? FileKind::hex : FileKind::bin, {}};
+    ImageFile result{path, named_hex ? FileKind::hex : FileKind::bin, false, {}};
     if (!is_file(path)) // a device or a pipe may never end
         return result;
     std::error_code fault;
@@ -56,6 +56,7 @@ ImageFile read_image_file(const std::string& path, std::size_t buffer_size)
     std::ifstream file{path, std::ios::binary};
     if (fault || !file)
         return result;
+    result.found = true;
     const std::size_t whole = static_cast<std::size_t>(size);
     const std::size_t head = std::min(whole, buffer_size + 1);
     read_on(file, result.contents, head);

@@ -29,6 +29,9 @@ constexpr const char* section = "Settings";
 
 //                               Chinese                                   English
 constexpr Text file_not_found = {"Can not find the file./找不到文件", "Can not find the file."};
+constexpr Text no_data = {"文件中没有数据。", "The file contains no data."};
+constexpr Text not_loaded_again = {
+    "文件未能重新加载，未下载。", "The file could not be loaded again. Nothing was programmed."};
 
 constexpr int scroll_past_all = 32767; // the bar goes to its end, wherever that will be
 
@@ -51,6 +54,8 @@ void take_over(Shell& shell, Loaded& loaded, FileBuffer& buffer)
 {
     buffer = std::move(loaded.buffer);
     shell.file_loaded = true;
+    if (buffer.kind == BufferKind::code)
+        shell.loader.code_is_project = false;
     stop_stamping(shell); // one that was switched on meanwhile stamped the image that is gone now
     const BufferControls controls = controls_of(shell, buffer.kind);
     (loaded.checksum_beside_code ? shell.form.txtFileCheckSum : controls.checksum).set_text(loaded.checksum);
@@ -62,7 +67,7 @@ void take_over(Shell& shell, Loaded& loaded, FileBuffer& buffer)
 
 // Under the boxes and in a long file events are served: a timer or the user may clear the buffer or load another file.
 // That later act stands, and the rest of this load is dropped without a word.
-void load_into(Shell& shell, const std::string& path, FileBuffer& buffer)
+LoadEnd load_into(Shell& shell, const ImageFile& file, FileBuffer& buffer)
 {
     const std::uint32_t& acts = shell.loader.acts[index_of(buffer.kind)];
     const std::uint32_t this_act = ++shell.loader.acts[index_of(buffer.kind)];
@@ -72,25 +77,29 @@ void load_into(Shell& shell, const std::string& path, FileBuffer& buffer)
         shell.file_loaded = false; // what stands in the buffer until this load is done is not to be downloaded
 
     ScreenReport boxes{shell};
-    const ImageFile file = read_image_file(path, buffer.data.size());
     EventService events{shell.platform.loop};
     const auto still_wanted = [&] {
         events.serve_if_late();
         return acts == this_act;
     };
     Loaded loaded = load_image(buffer, file, terms, boxes, still_wanted);
-    if (loaded.end == LoadEnd::refused) {
+    if (loaded.end == LoadEnd::no_data) {
+        shell.file_loaded = terms.file_open; // what was there is still there
+        boxes.show_box(no_data, file.path);
+    } else if (loaded.end == LoadEnd::refused) {
+        stop_stamping(shell);
         clear_buffer(shell, 0, buffer);
         shell.file_loaded = false;
     }
     if (loaded.end != LoadEnd::done)
-        return;
+        return loaded.end;
     take_over(shell, loaded, buffer);
     for (const RangeReport& report : loaded.reports) {
         if (acts != this_act)
-            return;
+            return LoadEnd::overtaken;
         boxes.show_box(range_message(report, file.kind), range_title(report, file.kind));
     }
+    return LoadEnd::done;
 }
 
 Chosen load_chosen(Shell& shell, const std::string& path, FileBuffer& buffer)
@@ -144,6 +153,8 @@ std::string choose_file(Shell& shell, BufferKind kind)
 void take_path(Shell& shell, BufferKind kind, const std::string& path)
 {
     show_path(shell, kind, path);
+    if (kind == BufferKind::code && !names_project(path))
+        shell.loader.code_path = path;
     shell.platform.settings.set(section, role_of(kind).stored_path, path);
 }
 
@@ -163,33 +174,35 @@ bool load_file(Shell& shell, const std::string& path, FileBuffer& buffer)
         show_box(shell, in_language(shell, start_refused(buffer.kind)));
         return false;
     }
-    stop_stamping(shell);
-    if (buffer.kind == BufferKind::code)
-        shell.loader.code_is_project = false;
-    shell.platform.dialogs.set_busy(true);
-    load_into(shell, path, buffer);
-    shell.platform.dialogs.set_busy(false);
-    return buffer.loaded;
-}
-
-bool reload_last_path(Shell& shell)
-{
-    const std::string path = stored_path(shell, BufferKind::code);
-    if (!is_file(path)) {
+    const ImageFile file = read_image_file(path, buffer.data.size());
+    if (!file.found) {
         show_box(shell, in_language(shell, file_not_found));
         return false;
     }
-    show_path(shell, BufferKind::code, path);
-    return true;
+    shell.platform.dialogs.set_busy(true);
+    const LoadEnd end = load_into(shell, file, buffer);
+    shell.platform.dialogs.set_busy(false);
+    return end == LoadEnd::done || (end == LoadEnd::overtaken && buffer.loaded);
 }
 
-void reload_code_file(Shell& shell)
+bool reload_code_file(Shell& shell)
 {
-    if (shell.loader.code_is_project || names_project(stored_path(shell, BufferKind::code)))
-        return; // what the project holds is in the buffer, and its text is no code
-    reload_last_path(shell);
-    const std::string path = shell.loader.current_path; // a copy: the load may serve events
-    load_file(shell, path, shell.code_buffer);
+    if (shell.loader.code_is_project || shell.loader.code_path.empty())
+        return true; // what the project holds is in the buffer
+    const FileBuffer before = shell.code_buffer;
+    const NumbersInUse numbers = numbers_in_use(shell);
+    const std::string path = shell.loader.code_path; // a copy: the load may serve events
+    if (load_file(shell, path, shell.code_buffer) && put_numbers_back(shell, numbers))
+        return true;
+    append_message(shell, not_loaded_again);
+    shell.code_buffer = before;
+    shell.file_loaded = true;
+    keep_numbers(shell, numbers);
+    update_view(shell, shell.code_buffer);
+    shell.form.txtFileCheckSum.set_text(checksum_text(before.checksum));
+    show_path(shell, BufferKind::code, path);
+    show_effective_lengths(shell);
+    return false;
 }
 
 } // namespace vrk

@@ -24,16 +24,15 @@ void take_path(Shell& shell, BufferKind kind, const std::string& path);
 // see load_base.
 void read_load_parameters(Shell& shell, FileBuffer& buffer);
 
-// The whole load into one of the shell's buffers. Until the file has been read, the buffer holds what it held before.
-// False: the buffer holds no file, since the path is empty, the start address lies past the device (nothing has changed
-// then), or the user gave up on wrong checksums or cleared the buffer meanwhile. A file that cannot be read counts as
-// an empty one.
+// The whole load into one of the shell's buffers. Until the file has been read, the buffer holds what it held before,
+// and it keeps that where the path is empty, the file cannot be read or brings no data, or the start address lies past
+// the device; all but the empty path are told. False also if the user gave up on wrong checksums: the buffer is empty
+// then.
 bool load_file(Shell& shell, const std::string& path, FileBuffer& buffer);
 
-// Makes the stored path of the code file the current one again. False, and the user is told, if the file is gone.
-bool reload_last_path(Shell& shell);
-// The code file once more, before a download or after it has changed on disk. If it is gone, the current file stands
-// in. Nothing is loaded while a project is open.
-void reload_code_file(Shell& shell);
+// The code file that is open once more, before a download or after it has changed on disk; a number that is set is
+// checked and stamped into the fresh image. False: it could not be brought in whole, or its number does not fit. The user
+// has been told then, and the buffer is as it was. Nothing is loaded while a project is open.
+bool reload_code_file(Shell& shell);
 
 } // namespace vrk

@@ -141,8 +141,8 @@ void run_download(Shell& shell, int row)
 {
     if (!shell.file_loaded)
         return show_box(shell, in_language(shell, no_file));
-    if (shell.form.cekReloadFile.value())
-        reload_code_file(shell);
+    if (shell.form.cekReloadFile.value() && !reload_code_file(shell))
+        return;
     if (!numbers_fit(shell))
         return; // the number in the buffer is that of another chip
     show_panel_state(shell);

@@ -199,6 +199,40 @@ bool move_numbers(Shell& shell)
     return move_valid(shell, side_of(shell, BufferKind::data)) && code;
 }
 
+NumbersInUse numbers_in_use(const Shell& shell) { return {shell.code_increase.valid, shell.data_increase.valid}; }
+
+bool put_numbers_back(Shell& shell, const NumbersInUse& numbers)
+{
+    const auto put_back = [&shell](BufferKind kind, bool in_use) {
+        const NumberSide side = side_of(shell, kind);
+        if (!in_use)
+            return true;
+        side.box.set_value(true);
+        read_records(shell);
+        check_record(shell, side.record);
+        const bool stamped = side.record.valid && stamp_number(shell, side.record);
+        if (stamped)
+            update_view(shell, side.buffer);
+        return stamped;
+    };
+    const bool code = put_back(BufferKind::code, numbers.code);
+    const bool data = put_back(BufferKind::data, numbers.data);
+    enable_number_fields(shell);
+    return code && data;
+}
+
+void keep_numbers(Shell& shell, const NumbersInUse& numbers)
+{
+    const auto keep = [&shell](BufferKind kind, bool in_use) {
+        const NumberSide side = side_of(shell, kind);
+        side.box.set_value(in_use);
+        side.record.valid = in_use;
+    };
+    keep(BufferKind::code, numbers.code);
+    keep(BufferKind::data, numbers.data);
+    enable_number_fields(shell);
+}
+
 void stop_stamping(Shell& shell)
 {
     stop_side(side_of(shell, BufferKind::code));

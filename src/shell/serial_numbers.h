@@ -26,6 +26,17 @@ void cheData_Auto_Increase_Click(Shell& shell);
 // been told; what stands in the buffer belongs to a chip that has it already.
 bool numbers_fit(Shell& shell);
 bool move_numbers(Shell& shell);
+
+// Which numbers are switched on, to be put back into an image that has been loaded again. False: one does not fit any
+// more, and the user has been told.
+struct NumbersInUse {
+    bool code = false;
+    bool data = false;
+};
+NumbersInUse numbers_in_use(const Shell& shell);
+bool put_numbers_back(Shell& shell, const NumbersInUse& numbers);
+void keep_numbers(Shell& shell, const NumbersInUse& numbers); // that stand in their images already
+
 // A load brings the file's own bytes: the user has to switch the numbers on again.
 void stop_stamping(Shell& shell);
 

@@ -74,14 +74,14 @@ TEST(HexLoader, LinesWithoutAColonAreSkippedInSilence)
     EXPECT_TRUE(bench.boxes.shown.empty());
 }
 
-TEST(HexLoader, AFileWithoutRecordsReachesTo511FromItsBase)
+// It used to load as 512 zeros, and these were programmed.
+TEST(HexLoader, AFileWithoutRecordsBringsNothing)
 {
     LoadBench bench{"Juniper-60"};
     bench.buffer.start = 0x40;
-    bench.load(fixture("no_records.hex"));
-    EXPECT_EQ(bench.buffer.high, 511);
-    EXPECT_EQ(bench.buffer.low, 0x40);
-    EXPECT_EQ(bench.buffer.checksum, 0);
+    EXPECT_EQ(bench.load(fixture("no_records.hex")), LoadEnd::no_data);
+    EXPECT_EQ(bench.buffer.high, 1023);
+    EXPECT_FALSE(bench.buffer.loaded);
 }
 
 TEST(HexLoader, OverlappingRecordsBothCountInTheChecksum)

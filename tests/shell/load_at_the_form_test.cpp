@@ -28,12 +28,15 @@ TEST(LoadAtTheForm, AnEmptyBinaryFileCountsAsOpen)
     EXPECT_TRUE(bench.shell.file_loaded);
 }
 
-TEST(LoadAtTheForm, AFileWithoutRecordsCountsAsOpenFromItsStartAddressOn)
+TEST(LoadAtTheForm, AFileWithoutRecordsIsToldAndTheBufferIsAsItWas)
 {
     Bench bench{"Juniper-60"};
-    bench.form.text_box("txtAP_FileStart").set_text("40");
-    load_file(bench.shell, fixture("no_records.hex"), bench.code);
-    EXPECT_EQ(bench.code.low, 0x40);
+    load_file(bench.shell, fixture("hundred_bytes.bin"), bench.code);
+    const auto before = bench.code.data;
+    EXPECT_FALSE(load_file(bench.shell, fixture("no_records.hex"), bench.code));
+    EXPECT_EQ(bench.box_text(0), "文件中没有数据。");
+    EXPECT_EQ(bench.code.data, before);
+    EXPECT_TRUE(bench.code.loaded);
     EXPECT_TRUE(bench.shell.file_loaded);
 }
 

@@ -1,4 +1,5 @@
 #include "shell/open_file.h"
+#include "shell/serial_numbers.h"
 
 #include "shell/buffer_bench.h"
 
@@ -121,21 +122,17 @@ TEST(LoadFile, AnEmptyPathDoesNothing)
     EXPECT_FALSE(bench.shell.file_loaded);
 }
 
-TEST(LoadFile, AMissingFileCountsAsAnEmptyOne)
+// A misspelt name used to load as zeros, which were programmed and counted as good.
+TEST(LoadFile, AFileThatIsNotThereIsToldAndTheBufferIsAsItWas)
 {
     Bench bench{"Juniper-60"};
-    EXPECT_TRUE(load_file(bench.shell, bench.folder + "/missing.hex", bench.code));
-    EXPECT_TRUE(load_file(bench.shell, bench.folder + "/missing.bin", bench.code));
-    EXPECT_TRUE(bench.dialogs.shown.empty());
-    EXPECT_EQ(bench.code.high, 511);
+    load_file(bench.shell, bench.file("there.bin", "there"), bench.code);
+    for (const char* name : {"/missing.hex", "/missing.bin", ""}) // the last is a folder
+        EXPECT_FALSE(load_file(bench.shell, bench.folder + name, bench.code));
+    ASSERT_EQ(bench.dialogs.shown.size(), 3U);
+    EXPECT_EQ(bench.box_text(0), "Can not find the file./找不到文件");
+    EXPECT_EQ(bench.code.data[0], 't');
     EXPECT_TRUE(bench.shell.file_loaded);
-}
-
-TEST(LoadFile, AFolderCountsAsAnEmptyFile)
-{
-    Bench bench{"Juniper-60"};
-    EXPECT_TRUE(load_file(bench.shell, bench.folder, bench.code));
-    EXPECT_EQ(bench.code.checksum, 0);
 }
 
 TEST(LoadParameters, AnEmptyTextMeansZero)
@@ -244,27 +241,116 @@ TEST(ClearBeforeLoad, ASecondFilesChecksumIsShownAloneNotTheSumOfBoth)
     EXPECT_EQ(bench.code.data[50], 51) << "the first file is still there";
 }
 
-TEST(ReloadLastPath, TakesTheStoredPathOfTheCodeFile)
+// An EEPROM file that was opened last used to go into the code flash, and so did what another program had stored.
+TEST(ReloadCodeFile, TakesItsOwnCodeFileWhateverElseWasChosenOrStored)
 {
     Bench bench{"Juniper-60Q"};
-    bench.settings.set("Settings", "FilePath", fixture("hundred_bytes.hex"));
-    take_path(bench.shell, BufferKind::data, "/data.bin");
-    EXPECT_TRUE(reload_last_path(bench.shell));
-    EXPECT_EQ(bench.shell.loader.current_path, fixture("hundred_bytes.hex"));
-    EXPECT_EQ(bench.form.frame("Frame7").caption(), "Program File: " + fixture("hundred_bytes.hex"));
+    const std::string path = bench.file("code.bin", "code");
+    take_path(bench.shell, BufferKind::code, path);
+    load_file(bench.shell, path, bench.code);
+    take_path(bench.shell, BufferKind::data, bench.file("data.bin", "data"));
+    bench.settings.set("Settings", "FilePath", bench.file("foreign.bin", "foreign"));
+    EXPECT_TRUE(reload_code_file(bench.shell));
+    EXPECT_EQ(bench.code.data[0], 'c');
     EXPECT_TRUE(bench.dialogs.shown.empty());
 }
 
-TEST(ReloadLastPath, AFileThatIsGoneIsToldAndThePathStays)
+namespace {
+
+// A file that was loaded well and cannot be brought in again. Zeros used to be programmed, and counted as good.
+struct LostFile : Bench {
+    explicit LostFile(bool english = true)
+        : Bench{"Juniper-60"}
+    {
+        shell.language_is_english = english;
+        const std::string path = file("lamp.hex", lamp);
+        take_path(shell, BufferKind::code, path);
+        load_file(shell, path, code);
+    }
+    void expect_kept(const char* box)
+    {
+        EXPECT_FALSE(reload_code_file(shell));
+        EXPECT_EQ(box_text(0), box);
+        EXPECT_EQ(code.data[0], 0xAB);
+        EXPECT_EQ(code.data[1], 0xCD);
+        EXPECT_TRUE(shell.file_loaded);
+        EXPECT_TRUE(code.loaded);
+        EXPECT_EQ(form.text_box("txtFileCheckSum").text(), "0000178H       ");
+        EXPECT_TRUE(form.text_box("textMsg").text().ends_with(shell.language_is_english
+                ? "\nThe file could not be loaded again. Nothing was programmed."
+                : "\n文件未能重新加载，未下载。"));
+    }
+    static constexpr const char* lamp = ":02000000ABCD86\n:00000001FF\n";
+};
+
+} // namespace
+
+TEST(AReloadThatFails, KeepsTheBufferWhereTheFileIsGone)
 {
-    Bench bench{"Juniper-60"};
-    take_path(bench.shell, BufferKind::code, bench.folder + "/gone.hex");
-    EXPECT_FALSE(reload_last_path(bench.shell));
-    bench.shell.language_is_english = true;
-    EXPECT_FALSE(reload_last_path(bench.shell));
-    EXPECT_EQ(bench.box_text(0), "Can not find the file./找不到文件");
-    EXPECT_EQ(bench.box_text(1), "Can not find the file.");
-    EXPECT_EQ(bench.shell.loader.current_path, bench.folder + "/gone.hex");
+    LostFile bench;
+    std::filesystem::remove(bench.folder + "/lamp.hex");
+    bench.expect_kept("Can not find the file.");
+}
+
+TEST(AReloadThatFails, SaysSoInChineseToo)
+{
+    LostFile bench(false);
+    std::filesystem::remove(bench.folder + "/lamp.hex");
+    bench.expect_kept("Can not find the file./找不到文件");
+}
+
+TEST(AReloadThatFails, KeepsTheBufferWhereTheFileIsEmpty)
+{
+    LostFile bench;
+    bench.file("lamp.hex", "");
+    bench.expect_kept("The file contains no data.");
+}
+
+TEST(AReloadThatFails, KeepsTheBufferWhereTheFileIsText)
+{
+    LostFile bench;
+    bench.file("lamp.hex", "hello\n");
+    bench.expect_kept("The file contains no data.");
+}
+
+TEST(AReloadThatFails, KeepsTheBufferWhereTheUserGivesUpOnWrongChecksums)
+{
+    LostFile bench;
+    bench.file("lamp.hex", ":0100000001AA\n:0100010001AA\n:0100020001AA\n:00000001FF\n");
+    bench.dialogs.replies = {Reply::ok, Reply::ok, Reply::ok, Reply::no};
+    bench.expect_kept("The checksum is incorrect:\n\n:0100000001AA");
+}
+
+TEST(AReloadThatFails, ForItsNumberKeepsTheBufferToo)
+{
+    LostFile bench;
+    load_increase_settings(bench.shell);
+    bench.form.text_box("texAuto_Increase", 0).set_text("0011");
+    bench.form.text_box("texAuto_Increase", 1).set_text("2");
+    bench.form.text_box("texAuto_Increase", 2).set_text("7");
+    bench.form.check_box("cheAuto_Increase").set_value(true);
+    cheAuto_Increase_Click(bench.shell);
+    ASSERT_EQ(bench.code.data[0x11], 7);
+    bench.form.text_box("texAuto_Increase", 2).set_text("99999999");
+    EXPECT_FALSE(reload_code_file(bench.shell));
+    EXPECT_EQ(bench.box_text(0), "The number of bytes is too small.");
+    EXPECT_EQ(bench.code.data[0x11], 7);
+}
+
+TEST(AReload, StampsTheNumberThatIsSetIntoTheFreshImage)
+{
+    LostFile bench;
+    load_increase_settings(bench.shell);
+    bench.form.text_box("texAuto_Increase", 0).set_text("0011");
+    bench.form.text_box("texAuto_Increase", 1).set_text("2");
+    bench.form.text_box("texAuto_Increase", 2).set_text("7");
+    bench.form.check_box("cheAuto_Increase").set_value(true);
+    cheAuto_Increase_Click(bench.shell);
+    EXPECT_TRUE(reload_code_file(bench.shell));
+    EXPECT_EQ(bench.code.data[0x11], 7);
+    EXPECT_TRUE(bench.form.check_box("cheAuto_Increase").value());
+    EXPECT_TRUE(bench.shell.code_increase.valid);
+    EXPECT_TRUE(bench.dialogs.shown.empty());
 }
 
 TEST(ReloadCodeFile, LoadsWhatTheFileHoldsNow)

@@ -344,15 +344,16 @@ TEST(AnyLoad, ThatIsRefusedLeavesTheNumberOn)
     EXPECT_TRUE(bench.shell.code_increase.valid);
 }
 
-TEST(AnyLoad, TheReloadBeforeADownloadCounts)
+TEST(AnyLoad, ButAReloadSwitchesThemOff)
 {
     NumberBench bench;
-    bench.settings.set("Settings", "FilePath", bench.folder + "/k.bin");
+    take_path(bench.shell, BufferKind::code, bench.folder + "/k.bin");
     bench.fill("0803", "2", "10", "5", AutoIncrease::hex);
     bench.enable();
-    reload_code_file(bench.shell);
-    EXPECT_FALSE(bench.form.check_box("cheAuto_Increase").value());
-    EXPECT_FALSE(bench.shell.code_increase.valid);
+    EXPECT_TRUE(reload_code_file(bench.shell));
+    EXPECT_TRUE(bench.form.check_box("cheAuto_Increase").value());
+    EXPECT_TRUE(bench.shell.code_increase.valid);
+    EXPECT_EQ(bench.code.data[0x803], 10);
 }
 
 TEST(NumberInView, IsSelectedFromItsFirstDigitToItsLast)
