@@ -66,8 +66,7 @@ public:
         }
         port_->write(bytes);
     }
-    void discard_input() override { port_->discard_input(); }
-    void discard_output() override { port_->discard_output(); }
+    void discard() override { port_->discard(); }
 
 private:
     std::unique_ptr<vrk::SerialPort> port_;

@@ -9,7 +9,6 @@
 #include <ctime>
 #include <fcntl.h>
 #include <poll.h>
-#include <sched.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -84,21 +83,6 @@ struct WirePeer::Shared {
     std::array<std::int64_t, most_frames> turnaround_ns;
 };
 
-void stay_on_one_core()
-{
-    cpu_set_t allowed;
-    require(sched_getaffinity(0, sizeof allowed, &allowed) == 0, "the cores cannot be asked for");
-    std::size_t last = 0;
-    for (std::size_t core = 0; core < CPU_SETSIZE; ++core) {
-        if (CPU_ISSET(core, &allowed))
-            last = core;
-    }
-    cpu_set_t one;
-    CPU_ZERO(&one);
-    CPU_SET(last, &one);
-    require(sched_setaffinity(0, sizeof one, &one) == 0, "the core cannot be kept");
-}
-
 std::string make_terminal(int& master, int& slave)
 {
     std::array<char, 128> name{};
@@ -146,8 +130,8 @@ void WirePeer::serve(int master, Shared& shared)
         if (!something_to_read(master, 100))
             continue;
         std::array<std::uint8_t, 1024> bytes{};
-        const std::int64_t came_ns = now_ns();
         const ssize_t count = read(master, bytes.data(), bytes.size());
+        const std::int64_t came_ns = now_ns();
         if (count <= 0)
             continue;
         if (frame.empty())
@@ -165,6 +149,7 @@ void WirePeer::serve(int master, Shared& shared)
         wait_until(frame_began_ns + both_ways * ns_per_byte);
         const std::int64_t late_ns = now_ns() - frame_began_ns - both_ways * ns_per_byte;
         shared.peer_late_ns += late_ns;
+        // Taken before the write: where host and peer share a core, the host may have answered before it returns.
         shared.ended_ns = frame_began_ns + both_ways * ns_per_byte + late_ns;
         if (write(master, reply.data(), reply.size()) != static_cast<ssize_t>(reply.size()))
             _exit(1);

@@ -15,9 +15,15 @@ struct WireFigures {
     std::int64_t frames = 0;
     std::int64_t bytes = 0; // both ways
     double seconds = 0; // from the first byte of the first frame to the last reply, less what the peer itself was late
-    double turnaround_us = 0; // median, from a reply to the first byte of the next frame
+    double turnaround_us =
+        0; // median, from a reply to the first byte of the next frame, wake-ups of both ends included
 
-    double efficiency_percent() const { return static_cast<double>(bytes) * wire_bits / wire_baud / seconds * 100; }
+    double wire_seconds() const { return static_cast<double>(bytes) * wire_bits / wire_baud; }
+    double efficiency_percent() const { return wire_seconds() / seconds * 100; }
+    double percent_of_frame(double us) const // of the time that a frame and its reply take on the wire
+    {
+        return us * static_cast<double>(frames) / (wire_seconds() * 1e6) * 100;
+    }
 };
 
 class WirePeer {
@@ -41,10 +47,6 @@ private:
     int process_ = -1;
     Shared* shared_ = nullptr;
 };
-
-// Keeps this process and those it starts on one core. Host and far end never work at the same time, and to wake up a
-// second core that has gone to sleep can cost more than all that is measured here, above all in a virtual machine.
-void stay_on_one_core();
 
 // A pseudo terminal in raw mode, both ends open. Its path comes back.
 std::string make_terminal(int& master, int& slave);

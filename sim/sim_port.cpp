@@ -149,17 +149,13 @@ void SimPort::write(std::span<const std::uint8_t> bytes)
         wire_->tool_write(bytes);
 }
 
-void SimPort::discard_input()
+void SimPort::discard()
 {
-    if (wire_ != nullptr)
+    if (wire_ != nullptr) {
         wire_->catch_up();
-    input_.clear();
-}
-
-void SimPort::discard_output()
-{
-    if (wire_ != nullptr)
         wire_->tool_discard_output();
+    }
+    input_.clear();
 }
 
 } // namespace sim

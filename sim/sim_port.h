@@ -68,8 +68,7 @@ public:
     std::size_t read(std::span<std::uint8_t> into) override;
     std::size_t bytes_to_write() const override;
     void write(std::span<const std::uint8_t> bytes) override;
-    void discard_input() override;
-    void discard_output() override;
+    void discard() override;
 
 private:
     friend class SimPortDriver;

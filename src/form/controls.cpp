@@ -49,12 +49,12 @@ std::string_view kind_name(ControlKind kind)
 
 void ChangeList::add(Control& control)
 {
-    if (control.is_marked)
-        return;
-    control.is_marked = true;
-    changed.push_back(&control);
-    if (changed.size() == 1 && on_first)
-        on_first();
+    if (!control.is_marked) {
+        control.is_marked = true;
+        changed.push_back(&control);
+    }
+    if (on_change)
+        on_change();
 }
 
 std::vector<Control*> ChangeList::take()

@@ -31,7 +31,7 @@ struct Control;
 // What the window still has to redraw.
 struct ChangeList {
     std::vector<Control*> changed;
-    std::function<void()> on_first; // called when the list stops being empty
+    std::function<void()> on_change; // called for each change
 
     void add(Control& control);
     std::vector<Control*> take(); // hands the list over and starts a new one

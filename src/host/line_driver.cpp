@@ -3,6 +3,7 @@
 #include <asm/termbits.h>
 #include <linux/serial.h>
 #include <sys/ioctl.h>
+#include <unistd.h>
 
 namespace vrk {
 
@@ -18,6 +19,12 @@ void ask_for_low_latency(int descriptor)
 void wait_until_sent(int descriptor)
 {
     ioctl(descriptor, TCSBRK, 1); // what tcdrain() does; its header and this one do not go together
+}
+
+std::size_t write_now(int descriptor, std::span<const std::uint8_t> bytes)
+{
+    const ssize_t taken = write(descriptor, bytes.data(), bytes.size());
+    return taken > 0 ? static_cast<std::size_t>(taken) : 0;
 }
 
 int line_speed(int descriptor)

@@ -37,19 +37,21 @@ bool leads_to_pseudo_terminal(const std::string& path)
 QtPort::QtPort(std::string path)
     : path_(std::move(path))
 {
-    // Queued: the event may yield and wait for more bytes, and Qt does not tell of bytes again while its slot runs.
-    QObject::connect(
-        &port_, &QSerialPort::readyRead, &port_,
-        [this] {
-            if (on_receive && port_.bytesAvailable() > 0)
-                on_receive();
-        },
-        Qt::QueuedConnection);
-    // A device that was pulled out repeats its error until it is closed.
+    // At once, not queued: a queued event costs the loop another turn between a reply and the next frame. Qt does not
+    // tell of bytes again while its slot runs, which is what on_receive promises.
+    QObject::connect(&port_, &QSerialPort::readyRead, &port_, [this] {
+        const auto event = on_receive; // a copy: the event may close, reopen or replace it
+        if (!event)
+            return;
+        receiving_ = true;
+        event();
+        receiving_ = false;
+    });
+    // A device that was pulled out repeats its error until it is closed; not under the feet of a receiver that waits.
     QObject::connect(
         &port_, &QSerialPort::errorOccurred, &port_,
         [this](QSerialPort::SerialPortError error) {
-            if (error == QSerialPort::ResourceError)
+            if (error == QSerialPort::ResourceError && !receiving_)
                 port_.close();
         },
         Qt::QueuedConnection);
@@ -122,18 +124,18 @@ std::size_t QtPort::read(std::span<std::uint8_t> into)
 
 std::size_t QtPort::bytes_to_write() const { return static_cast<std::size_t>(port_.bytesToWrite()); }
 
+// Straight to the driver: through Qt's buffer a frame costs two more turns of the loop. What the driver does not take
+// at once goes that way.
 void QtPort::write(std::span<const std::uint8_t> bytes)
 {
+    if (port_.bytesToWrite() == 0)
+        bytes = bytes.subspan(write_now(port_.handle(), bytes));
+    if (bytes.empty())
+        return;
     port_.write(reinterpret_cast<const char*>(bytes.data()), static_cast<qint64>(bytes.size()));
     port_.flush();
 }
 
-void QtPort::discard_input()
-{
-    port_.clear(QSerialPort::Input);
-    port_.readAll();
-}
-
-void QtPort::discard_output() { port_.clear(QSerialPort::Output); }
+void QtPort::discard() { port_.clear(); } // both ways in one call to the driver, Qt's buffers too
 
 } // namespace vrk

@@ -21,8 +21,7 @@ public:
     std::size_t read(std::span<std::uint8_t> into) override;
     std::size_t bytes_to_write() const override;
     void write(std::span<const std::uint8_t> bytes) override;
-    void discard_input() override;
-    void discard_output() override;
+    void discard() override;
 
 private:
     bool open_with(const LineSettings& line);
@@ -30,6 +29,7 @@ private:
 
     std::string path_;
     bool is_pseudo_terminal_ = false;
+    bool receiving_ = false;
     QSerialPort port_;
 };
 

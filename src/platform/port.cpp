@@ -63,16 +63,10 @@ void Port::close()
         port_->close();
 }
 
-void Port::drop_input()
+void Port::drop()
 {
     if (is_open())
-        port_->discard_input();
-}
-
-void Port::drop_output()
-{
-    if (is_open())
-        port_->discard_output();
+        port_->discard();
 }
 
 std::span<const std::uint8_t> Port::take(std::size_t at_most)

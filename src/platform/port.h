@@ -35,8 +35,7 @@ public:
 
     std::size_t waiting() const { return is_open() ? port_->bytes_available() : 0; } // bytes that have come
     std::size_t queued() const { return is_open() ? port_->bytes_to_write() : 0; } // bytes that are still to go
-    void drop_input();
-    void drop_output();
+    void drop(); // what has come and what is still to go
 
     std::span<const std::uint8_t> take(std::size_t at_most = all); // of what waits. The view holds until the next call
     bool send(std::span<const std::uint8_t> bytes); // queues them in one piece. On a closed port they are lost: false

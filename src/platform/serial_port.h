@@ -41,10 +41,10 @@ public:
     virtual std::size_t read(std::span<std::uint8_t> into) = 0; // what waits, at most into.size(); never blocks
     virtual std::size_t bytes_to_write() const = 0; // still in the queue
     virtual void write(std::span<const std::uint8_t> bytes) = 0; // queues all of it and starts sending
-    virtual void discard_input() = 0;
-    virtual void discard_output() = 0;
+    virtual void discard() = 0; // what has come and what is still in the queue
 
-    // Called inside a yield, when bytes have arrived. May yield itself; is then called again inside.
+    // Called inside a yield, when bytes have arrived. May yield itself, and then looks for what came meanwhile before
+    // it returns: it is up to the port whether it is called again inside.
     std::function<void()> on_receive;
 };
 

@@ -48,11 +48,7 @@ bool Session::open() { return port.open(); }
 
 void Session::close() { port.close(); }
 
-void Session::drop_counts()
-{
-    port.drop_input();
-    port.drop_output();
-}
+void Session::drop_counts() { port.drop(); }
 
 void Session::flush()
 {

@@ -15,8 +15,12 @@ namespace vrk {
 
 namespace {
 
-// Redrawing more often than the eye can follow would take time from a running download.
-constexpr int refresh_spacing_ms = 30;
+// Redrawing more often than the eye can follow would take time from a running download. And what a reply has changed is
+// best drawn in the next turn of the loop, which comes when the next frame has left: drawn at a moment of its own, it
+// would now and then hold up the answer to a reply. So a change draws when the first time is over, and the timer is
+// there for those that no other follows.
+constexpr int refresh_spacing_ms = 25;
+constexpr int longest_wait_ms = 30; // two frames at 115200 and their replies take 29
 
 // A widget that has no place yet must not be shown: it would be a window of its own for a moment.
 void show_in_place(QWidget& widget, bool visible)
@@ -88,10 +92,10 @@ Binder::Binder(Shell& shell)
     refresh_timer_.setSingleShot(true);
     connect(&refresh_timer_, &QTimer::timeout, this, [this] { refresh(); });
     shell_.form.controls.changes.take(); // widgets show the present state when they are made
-    shell_.form.controls.changes.on_first = [this] { changed(); };
+    shell_.form.controls.changes.on_change = [this] { changed(); };
 }
 
-Binder::~Binder() { shell_.form.controls.changes.on_first = nullptr; }
+Binder::~Binder() { shell_.form.controls.changes.on_change = nullptr; }
 
 void Binder::bind(Control& control, QWidget* widget, std::function<void()> show)
 {
@@ -109,12 +113,20 @@ void Binder::bind(Control& control, QWidget* widget, std::function<void()> show)
 void Binder::changed()
 {
     const qint64 elapsed = since_refresh_.elapsed();
-    refresh_timer_.start(elapsed >= refresh_spacing_ms ? 0 : static_cast<int>(refresh_spacing_ms - elapsed));
+    if (elapsed >= refresh_spacing_ms) {
+        if (!refresh_is_next_)
+            refresh_timer_.start(0);
+        refresh_is_next_ = true;
+    } else if (!refresh_timer_.isActive()) {
+        refresh_timer_.start(static_cast<int>(longest_wait_ms - elapsed));
+    }
 }
 
 void Binder::refresh()
 {
     since_refresh_.restart();
+    refresh_timer_.stop();
+    refresh_is_next_ = false;
     for (const Control* control : shell_.form.controls.changes.take()) {
         const auto found = shows_.find(control);
         if (found != shows_.end())

@@ -57,6 +57,7 @@ private:
     std::unordered_map<const Control*, std::function<void()>> shows_;
     QTimer refresh_timer_;
     QElapsedTimer since_refresh_;
+    bool refresh_is_next_ = false; // in the next turn of the loop
 };
 
 QString to_qt(std::string_view text);

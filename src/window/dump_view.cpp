@@ -47,6 +47,72 @@ int place_in_box(const QPlainTextEdit& pane, int position)
     return position + pane.document()->findBlock(position).blockNumber();
 }
 
+void remove_lines(QTextDocument& document, int first)
+{
+    QTextCursor cursor(&document);
+    cursor.setPosition(document.findBlockByNumber(first).position(), QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+}
+
+void cut_behind(QTextDocument& document, int lines)
+{
+    if (document.blockCount() <= lines)
+        return;
+    QTextCursor cursor(&document);
+    cursor.setPosition(document.findBlockByNumber(lines).position() - 1);
+    cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+}
+
+void insert_on_top(QTextDocument& document, const QStringList& lines)
+{
+    QTextCursor(&document).insertText(lines.join('\n') + '\n');
+}
+
+void replace_line(QTextDocument& document, int number, const QString& line)
+{
+    const QTextBlock block = document.findBlockByNumber(number);
+    if (block.text() == line)
+        return;
+    QTextCursor cursor(block);
+    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    cursor.insertText(line);
+}
+
+void append_lines(QTextDocument& document, const QStringList& lines)
+{
+    if (lines.isEmpty())
+        return;
+    QTextCursor cursor(&document);
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText('\n' + lines.join('\n'));
+}
+
+// A line that stays is only moved: to lay it out anew costs as much as to paint it. Each edit is one of its own, since
+// of several in one Qt lays out all that stands between the first and the last.
+void show_lines(QPlainTextEdit& pane, const QStringList& lines)
+{
+    QTextDocument& document = *pane.document();
+    const QStringList shown = pane.toPlainText().split('\n');
+    const auto gone_on_top = static_cast<int>(shown.indexOf(lines.front()));
+    const auto new_on_top = static_cast<int>(lines.indexOf(shown.front()));
+    if (gone_on_top < 0 && new_on_top < 0) {
+        pane.setPlainText(lines.join('\n'));
+        return;
+    }
+    const auto count = static_cast<int>(lines.size());
+    if (gone_on_top > 0) {
+        remove_lines(document, gone_on_top);
+    } else if (new_on_top > 0) {
+        cut_behind(document, count - new_on_top); // first, so that there are never more lines than fit
+        insert_on_top(document, lines.first(new_on_top));
+    }
+    cut_behind(document, count);
+    for (int number = 0; number < document.blockCount(); ++number)
+        replace_line(document, number, lines[number]);
+    append_lines(document, lines.sliced(document.blockCount()));
+}
+
 } // namespace
 
 DumpView::DumpView(Binder& binder, int index)
@@ -102,7 +168,7 @@ void DumpView::show_dump()
         QString text = to_qt(shown_).remove('\r');
         if (text.endsWith('\n'))
             text.chop(1);
-        pane_->setPlainText(text);
+        show_lines(*pane_, text.split('\n'));
     }
     const int end = pane_->document()->characterCount() - 1;
     const int first = std::min(place_in_pane(shown_, box_.sel_start()), end);

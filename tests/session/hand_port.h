@@ -29,8 +29,7 @@ struct HandPort final : vrk::SerialPort {
     }
     std::size_t bytes_to_write() const override { return 0; }
     void write(std::span<const std::uint8_t> bytes) override { out.insert(out.end(), bytes.begin(), bytes.end()); }
-    void discard_input() override { in.clear(); }
-    void discard_output() override { }
+    void discard() override { in.clear(); }
 };
 
 struct HandPorts final : vrk::PortDriver {

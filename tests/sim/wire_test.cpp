@@ -33,7 +33,7 @@ TEST_F(WireTest, BytesWaitInTheQueueUntilTheLineIsFree)
     EXPECT_EQ(port->bytes_to_write(), 3U); // the first one is on the line
     loop.run_for_us(1500);
     EXPECT_EQ(port->bytes_to_write(), 2U);
-    port->discard_output();
+    port->discard();
     loop.run_for_ms(10);
     EXPECT_EQ(ear.heard, (Bytes{1, 2}));
 }

@@ -178,6 +178,34 @@ TEST(DumpView, ShowsAWholeNumberOfLinesAndFollowsItsHeight)
     EXPECT_GT(bench.line_count(), before);
 }
 
+TEST(DumpView, ShowsTheTextOfTheBoxHoweverItIsScrolled)
+{
+    ProductionBench bench;
+    const auto scroll_to = [&bench](int line) {
+        vrk::scroll_to(bench.shell, bench.form.vscFile[0], line);
+        QTest::qWait(60);
+    };
+    const auto box = [&bench] { return to_qt(bench.form.txtBuffer2.text()).remove('\r'); };
+    const auto shown = [&bench] { return bench.pane->toPlainText() + '\n'; };
+    const int lowest = bench.form.vscFile[0].max(); // where the last lines leave room below them
+    scroll_to(5);
+    EXPECT_EQ(shown(), box());
+    scroll_to(2);
+    EXPECT_EQ(shown(), box());
+    scroll_to(lowest);
+    EXPECT_EQ(shown(), box());
+    scroll_to(lowest - 1);
+    EXPECT_EQ(shown(), box());
+    scroll_to(0);
+    EXPECT_EQ(shown(), box());
+    bench.window->resize(bench.window->width(), bench.window->height() + 150);
+    scroll_to(1);
+    EXPECT_EQ(shown(), box());
+    bench.window->resize(bench.window->width(), bench.window->height() - 150);
+    scroll_to(0);
+    EXPECT_EQ(shown(), box());
+}
+
 TEST(DumpView, TheWheelScrollsThreeLinesANotch)
 {
     ProductionBench bench;
