@@ -182,7 +182,7 @@ bool load_file(Shell& shell, const std::string& path, FileBuffer& buffer)
     shell.platform.dialogs.set_busy(true);
     const LoadEnd end = load_into(shell, file, buffer);
     shell.platform.dialogs.set_busy(false);
-    return end == LoadEnd::done || (end == LoadEnd::overtaken && buffer.loaded);
+    return end != LoadEnd::no_data && buffer.loaded; // a refused one has left it empty, and so may a later act have
 }
 
 bool reload_code_file(Shell& shell)
