@@ -127,11 +127,22 @@ void Binder::refresh()
     since_refresh_.restart();
     refresh_timer_.stop();
     refresh_is_next_ = false;
-    for (const Control* control : shell_.form.controls.changes.take()) {
+    // What can be used comes first: a widget that is switched off hands its focus on, and is to find the others as they
+    // are now, in whatever order they have changed.
+    std::vector<Control*> changed = shell_.form.controls.changes.take();
+    std::stable_partition(changed.begin(), changed.end(), [](const Control* control) { return control->enabled(); });
+    for (const Control* control : changed) {
         const auto found = shows_.find(control);
         if (found != shows_.end())
             found->second();
     }
+}
+
+void Binder::after(const Control& control, Touch touch)
+{
+    const auto found = shows_.find(&control);
+    if (touch != Touch::taken && found != shows_.end())
+        found->second(); // the hand has moved the widget, and the gate has refused it
 }
 
 QLabel* Binder::label(Label& control)
@@ -152,7 +163,7 @@ QLabel* Binder::lamp(Image& control, const QString& text, const QString& color)
 QPushButton* Binder::button(Button& control)
 {
     auto* widget = new QPushButton;
-    connect(widget, &QPushButton::clicked, this, [this, &control] { click(shell_, control); });
+    connect(widget, &QPushButton::clicked, this, [this, &control] { after(control, click(shell_, control)); });
     bind(control, widget, [&control, widget] { widget->setText(to_qt(control.caption())); });
     return widget;
 }
@@ -161,7 +172,7 @@ QLineEdit* Binder::line(TextBox& control)
 {
     auto* widget = new QLineEdit;
     connect(widget, &QLineEdit::textEdited, this,
-        [this, &control](const QString& text) { type_text(shell_, control, from_qt(text)); });
+        [this, &control](const QString& text) { after(control, type_text(shell_, control, from_qt(text))); });
     bind(control, widget, [&control, widget] {
         const QString text = to_qt(control.text());
         if (widget->text() != text)
@@ -185,7 +196,8 @@ QPlainTextEdit* Binder::pane(TextBox& control)
 QCheckBox* Binder::check(CheckBox& control)
 {
     auto* widget = new QCheckBox;
-    connect(widget, &QCheckBox::clicked, this, [this, &control](bool value) { set_checked(shell_, control, value); });
+    connect(widget, &QCheckBox::clicked, this,
+        [this, &control](bool value) { after(control, set_checked(shell_, control, value)); });
     bind(control, widget, [&control, widget] {
         widget->setText(to_qt(control.caption()));
         widget->setChecked(control.value());
@@ -198,7 +210,7 @@ QRadioButton* Binder::option(OptionButton& control)
     auto* widget = new QRadioButton;
     widget->setAutoExclusive(false); // the control's group knows which belong together
     connect(widget, &QRadioButton::clicked, this, [this, &control, widget] {
-        choose_option(shell_, control);
+        after(control, choose_option(shell_, control));
         widget->setChecked(control.value());
     });
     bind(control, widget, [&control, widget] {
@@ -212,10 +224,11 @@ QComboBox* Binder::list(ComboBox& control)
 {
     auto* widget = new QComboBox;
     widget->setEditable(control.editable);
-    connect(widget, &QComboBox::activated, this, [this, &control](int item) { choose_item(shell_, control, item); });
+    connect(widget, &QComboBox::activated, this,
+        [this, &control](int item) { after(control, choose_item(shell_, control, item)); });
     if (control.editable) {
         connect(widget->lineEdit(), &QLineEdit::textEdited, this,
-            [this, &control](const QString& text) { type_text(shell_, control, from_qt(text)); });
+            [this, &control](const QString& text) { after(control, type_text(shell_, control, from_qt(text))); });
     }
     bind(control, widget, [&control, widget] { show_items(*widget, control); });
     return widget;
@@ -246,7 +259,8 @@ QTabBar* Binder::tabs(TabStrip& control)
     auto* widget = new QTabBar;
     widget->setExpanding(false);
     widget->setDrawBase(true);
-    connect(widget, &QTabBar::currentChanged, this, [this, &control](int tab) { choose_tab(shell_, control, tab); });
+    connect(widget, &QTabBar::currentChanged, this,
+        [this, &control](int tab) { after(control, choose_tab(shell_, control, tab)); });
     bind(control, widget, [&control, widget] { show_tabs(*widget, control); });
     return widget;
 }
@@ -268,8 +282,8 @@ QProgressBar* Binder::progress(ProgressBar& control)
 QScrollBar* Binder::scroll(ScrollBar& control)
 {
     auto* widget = new QScrollBar(Qt::Vertical);
-    connect(
-        widget, &QScrollBar::valueChanged, this, [this, &control](int value) { scroll_to(shell_, control, value); });
+    connect(widget, &QScrollBar::valueChanged, this,
+        [this, &control](int value) { after(control, scroll_to(shell_, control, value)); });
     bind(control, widget, [&control, widget] {
         widget->setRange(control.min(), control.max());
         widget->setSingleStep(control.small_step);

@@ -2,7 +2,7 @@
 // of the shell. Widgets are named as their controls ("comDownload(0)"), so that tools and tests find them.
 #pragma once
 
-#include "shell/shell.h"
+#include "shell/gate.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -51,6 +51,7 @@ public:
 
 private:
     void changed();
+    void after(const Control& control, Touch touch); // a hand: what was refused shows the control as it is
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     Shell& shell_;
