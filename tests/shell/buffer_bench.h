@@ -4,6 +4,7 @@
 #include "catalog/isp_start.h"
 #include "catalog/ranges.h"
 #include "catalog/rows.h"
+#include "image/bench.h"
 #include "named_controls.h"
 #include "platform/scripted_dialogs.h"
 #include "platform/text_number.h"
@@ -22,44 +23,11 @@
 
 namespace buffer_test {
 
-inline const vrk::McuTable& catalogue()
-{
-    static const vrk::McuTable table = [] {
-        vrk::McuTable filled;
-        vrk::load_mcu_tables(filled, false);
-        return filled;
-    }();
-    return table;
-}
-
-inline vrk::McuRecord model(std::string_view name)
-{
-    const auto found = vrk::locate_mcu_by_name(catalogue(), name);
-    EXPECT_TRUE(found) << name << " is not in the catalogue";
-    return found ? vrk::read_mcu_row(catalogue(), found->series, found->row) : vrk::McuRecord{};
-}
-
-// One line of Intel HEX with a right checksum.
-inline std::string hex_line(int address, const std::vector<int>& bytes, int type = 0)
-{
-    std::string line = ":";
-    int sum = 0;
-    const auto add = [&](int byte) {
-        line += vrk::hex_text(byte & 0xFF, 2);
-        sum += byte;
-    };
-    add(static_cast<int>(bytes.size()));
-    add(address >> 8);
-    add(address & 0xFF);
-    add(type);
-    for (const int byte : bytes)
-        add(byte);
-    add(-sum);
-    return line + "\n";
-}
-inline const std::string end_line = ":00000001FF\n";
-
-inline std::string fixture(std::string_view name) { return std::string{TEST_DATA} + "/" + std::string{name}; }
+using image_test::catalogue;
+using image_test::end_line;
+using image_test::fixture;
+using image_test::hex_line;
+using image_test::model;
 
 struct NoPorts final : vrk::PortDriver {
     std::vector<vrk::PortInfo> list() override { return {}; }
