@@ -1,9 +1,8 @@
 // vrk-isp: the window.
 #include "isp/ports_with_target.h"
-
-#include "form/main_form.h"
 #include "isp/target_panel.h"
 
+#include "form/main_form.h"
 #include "host/qt_dialogs.h"
 #include "host/qt_loop.h"
 #include "host/qt_settings.h"

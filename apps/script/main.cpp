@@ -1,12 +1,11 @@
 // vrk-script: the window's controls without the window.
-#include "form/main_form.h"
 #include "rehearsal/chip_of_model.h"
-
 #include "rehearsal/rehearsal.h"
 #include "script/commands.h"
 #include "script/runner.h"
 
 #include "catalog/ranges.h"
+#include "form/main_form.h"
 #include "host/line_source.h"
 #include "host/qt_loop.h"
 #include "host/qt_ports.h"

@@ -52,6 +52,25 @@ struct ActingDialogs final : Dialogs {
     void set_busy(bool now_busy) override { busy = now_busy; }
 };
 
+// A bench on which a second file, "later", is opened while the first box of a load stands.
+struct BoxBench : SlowBench {
+    explicit BoxBench(std::string_view model)
+        : SlowBench(model)
+        , boxes_shell(Platform{loop, ports, boxes, settings})
+    {
+        NamedControls names{boxes_shell.controls};
+        boxes_shell.selected = shell.selected;
+        names.label("LabISP_reange", 1).set_caption("EFFF");
+        names.check_box("cheClearAP_Buffer").set_value(true);
+        boxes.act = [this, later = file("later.bin", "later")] {
+            load_file(boxes_shell, later, boxes_shell.code_buffer);
+        };
+    }
+
+    ActingDialogs boxes;
+    Shell boxes_shell;
+};
+
 std::string many_lines(int byte, int count)
 {
     std::string text;
@@ -117,35 +136,21 @@ TEST(LoadService, AnEepromFileOpenedMeanwhileDoesNotDisturbTheCode)
 
 TEST(LoadService, AReloadWhileABoxAboutAChecksumIsOpenIsTheOneThatStands)
 {
-    SlowBench bench{"Juniper-60"};
-    ActingDialogs dialogs;
-    Shell shell{Platform{bench.loop, bench.ports, dialogs, bench.settings}};
-    NamedControls form{shell.controls};
-    shell.selected = bench.shell.selected;
-    form.label("LabISP_reange", 1).set_caption("EFFF");
-    form.check_box("cheClearAP_Buffer").set_value(true);
-    const std::string later = bench.file("later.bin", "later");
-    dialogs.act = [&] { load_file(shell, later, shell.code_buffer); };
+    BoxBench bench{"Juniper-60"};
+    Shell& shell = bench.boxes_shell;
     load_file(shell, buffer_test::fixture("three_bad_checksums.hex"), shell.code_buffer);
-    EXPECT_EQ(dialogs.boxes, 1);
+    EXPECT_EQ(bench.boxes.boxes, 1);
     EXPECT_EQ(shell.code_buffer.data[0], 'l');
     EXPECT_TRUE(shell.file_loaded);
-    EXPECT_FALSE(dialogs.busy);
+    EXPECT_FALSE(bench.boxes.busy);
 }
 
 TEST(LoadService, AReloadWhileARangeMessageIsOpenIsTheOneThatStands)
 {
-    SlowBench bench{"Juniper-60Q"};
-    ActingDialogs dialogs;
-    Shell shell{Platform{bench.loop, bench.ports, dialogs, bench.settings}};
-    NamedControls form{shell.controls};
-    shell.selected = bench.shell.selected;
-    form.label("LabISP_reange", 1).set_caption("EFFF");
-    form.check_box("cheClearAP_Buffer").set_value(true);
-    const std::string later = bench.file("later.bin", "later");
-    dialogs.act = [&] { load_file(shell, later, shell.code_buffer); };
+    BoxBench bench{"Juniper-60Q"};
+    Shell& shell = bench.boxes_shell;
     load_file(shell, bench.file("long.bin", std::string(0xF800, 'x')), shell.code_buffer);
-    EXPECT_EQ(dialogs.boxes, 1);
+    EXPECT_EQ(bench.boxes.boxes, 1);
     EXPECT_EQ(shell.code_buffer.high, 511);
     EXPECT_EQ(shell.code_buffer.view_high, 511);
 }
