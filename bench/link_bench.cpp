@@ -11,7 +11,7 @@
 #include "bench/wire_peer.h"
 #include "form/main_form.h"
 
-#include "link/program.h"
+#include "link/write_range.h"
 #include "session/frame.h"
 #include "session/session.h"
 #include "shell/events.h"

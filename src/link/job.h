@@ -30,7 +30,7 @@ struct StampedNumber {
 };
 
 struct Job {
-    static constexpr std::int16_t write_chunk = 128; // bytes of one data frame
+    static constexpr std::int32_t write_chunk = 128; // bytes of one data frame
 
     McuRecord model; // the chip that it is for
     std::string model_name; // as the user reads it

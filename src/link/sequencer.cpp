@@ -6,6 +6,7 @@
 #include "link/program.h"
 #include "link/rc_test.h"
 #include "link/shared_texts.h"
+#include "link/write_range.h"
 
 #include "catalog/attributes.h"
 #include "image/download_plan.h"
