@@ -3,6 +3,7 @@
 #include "form/main_form.h"
 
 #include "shell/events.h"
+#include "window/scroll_bar.h"
 
 #include <QEvent>
 #include <QFontDatabase>
@@ -281,7 +282,7 @@ QProgressBar* Binder::progress(ProgressBar& control)
 
 QScrollBar* Binder::scroll(ScrollBar& control)
 {
-    auto* widget = new QScrollBar(Qt::Vertical);
+    auto* widget = new SliderScrollBar;
     connect(widget, &QScrollBar::valueChanged, this,
         [this, &control](int value) { after(control, scroll_to(shell_, control, value)); });
     bind(control, widget, [&control, widget] {
