@@ -9,12 +9,22 @@ namespace vrk::script {
 
 namespace {
 
+std::string joined(const std::vector<std::string>& lines)
+{
+    std::string text;
+    for (const std::string& line : lines)
+        text += text.empty() ? line : "\n" + line;
+    return text;
+}
+
 Json main_value(const Control& control)
 {
     if (const auto* box = dynamic_cast<const TextBox*>(&control))
         return box->text();
     if (const auto* list = dynamic_cast<const ComboBox*>(&control))
         return list->text();
+    if (const auto* lines = dynamic_cast<const ListBox*>(&control))
+        return joined(lines->items());
     if (const auto* box = dynamic_cast<const CheckBox*>(&control))
         return box->value() ? "1" : "0";
     if (const auto* button = dynamic_cast<const OptionButton*>(&control))
@@ -95,6 +105,8 @@ std::optional<Json> own_property(const Control& control, std::string_view proper
         return text_property(*box, property);
     if (const auto* list = dynamic_cast<const ComboBox*>(&control))
         return list_property(*list, property);
+    if (const auto* lines = dynamic_cast<const ListBox*>(&control); lines && property == "items")
+        return lines->items();
     if (const auto* strip = dynamic_cast<const TabStrip*>(&control))
         return strip_property(*strip, property);
     if (const auto* tree = dynamic_cast<const Tree*>(&control))
@@ -175,7 +187,7 @@ constexpr VariableRow variables[] = {
     { "baud_error",          [](const Shell& f) -> Json { return f.talk().chip.baud_error; } },
     { "serial_number",       [](const Shell& f) -> Json { return f.talk().chip.serial_number; } },
     { "handshake_baud",      [](const Shell& f) -> Json { return std::to_string(f.talk().line.contact_baud); } },
-    { "rx_count",            [](const Shell& f) -> Json { return f.talk().rx.count; } },
+    { "rx_count",            [](const Shell& f) -> Json { return f.desk.terminal.has_port ? f.desk.terminal.rx_count : f.talk().rx.count; } },
     { "accept_frames",       [](const Shell& f) -> Json { return f.talk().rx.accept_frames; } },
     { "header_required",     [](const Shell& f) -> Json { return f.talk().rx.header_required; } },
     { "reply_ok",            [](const Shell& f) -> Json { return f.talk().rx.reply_ok; } },
@@ -183,7 +195,10 @@ constexpr VariableRow variables[] = {
     { "reply_bad",           [](const Shell& f) -> Json { return f.talk().rx.reply_bad; } },
     { "stop_requested",      [](const Shell& f) -> Json { return f.talk().stop_requested; } },
     { "demo_mode",           [](const Shell& f) -> Json { return f.talk().demo_mode; } },
-    { "terminal_mode",       [](const Shell&  ) -> Json { return false; } },
+    { "terminal_mode",       [](const Shell& f) -> Json { return f.desk.terminal.has_port; } },
+    { "tx_count",            [](const Shell& f) -> Json { return f.desk.terminal.tx_count; } },
+    { "spread_current",      [](const Shell& f) -> Json { return f.desk.spread_current; } },
+    { "debug_retries",       [](const Shell& f) -> Json { return f.desk.repeats_left; } },
     { "board_mode",          [](const Shell& f) -> Json { return f.talk().board_mode; } },
     { "link_parity_on",      [](const Shell& f) -> Json { return f.talk().parity_on; } },
     { "link_parity_even",    [](const Shell& f) -> Json { return f.selected.cap_parity_even; } },

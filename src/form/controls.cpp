@@ -1,20 +1,11 @@
 #include "form/controls.h"
 
+#include "platform/text_number.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace vrk {
-
-namespace {
-
-// Characters, not bytes: every byte that does not continue a UTF-8 sequence begins one.
-int character_count(std::string_view text)
-{
-    return static_cast<int>(
-        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
-
-} // namespace
 
 std::string_view kind_name(ControlKind kind)
 {
@@ -27,6 +18,8 @@ std::string_view kind_name(ControlKind kind)
         return "OptionButton";
     case ControlKind::ComboBox:
         return "ComboBox";
+    case ControlKind::ListBox:
+        return "ListBox";
     case ControlKind::Label:
         return "Label";
     case ControlKind::Button:
@@ -88,6 +81,8 @@ void TextBox::set_text(std::string_view text)
     if (text == text_)
         return;
     text_ = text;
+    length_ = character_count(text);
+    ++version_;
     sel_start_ = 0;
     sel_length_ = 0;
     mark();
@@ -96,14 +91,15 @@ void TextBox::set_text(std::string_view text)
 void TextBox::append(std::string_view text)
 {
     text_ += text;
-    sel_start_ = character_count(text_);
+    length_ += character_count(text);
+    sel_start_ = length_;
     sel_length_ = 0;
     mark();
 }
 
 void TextBox::select(int start, int length)
 {
-    const int end = character_count(text_);
+    const int end = length_;
     start = std::clamp(start, 0, end);
     assign(sel_start_, start);
     assign(sel_length_, std::clamp(length, 0, end - start));
@@ -187,6 +183,15 @@ void ProgressBar::set_range(int min, int max)
 }
 
 void ProgressBar::set_value(int value) { assign(value_, std::clamp(value, min_, max_)); }
+
+void ListBox::set_items(std::vector<std::string> items, std::vector<bool> stands_out)
+{
+    if (items == items_ && stands_out == stands_out_)
+        return;
+    items_ = std::move(items);
+    stands_out_ = std::move(stands_out);
+    mark();
+}
 
 void ScrollBar::set_range(int min, int max)
 {

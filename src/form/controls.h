@@ -22,6 +22,7 @@ enum class ControlKind {
     ProgressBar,
     ScrollBar,
     Image,
+    ListBox,
 };
 
 std::string_view kind_name(ControlKind kind); // "TextBox" and so on
@@ -148,17 +149,22 @@ struct TextBox : Control {
     {
     }
     const std::string& text() const { return text_; }
+    int length() const { return length_; } // characters
     void set_text(std::string_view text); // caret to the start
     void append(std::string_view text); // caret to the end
     int sel_start() const { return sel_start_; }
     int sel_length() const { return sel_length_; }
     void select(int start, int length);
+    // Grows whenever the text is replaced; what is appended leaves it, so whoever shows the text needs only the rest.
+    int version() const { return version_; }
     const std::string& hint() const { return hint_; } // shown while the pointer rests on the box
     void set_hint(std::string_view hint) { assign(hint_, std::string{hint}); }
 
 private:
     std::string text_;
     std::string hint_;
+    int version_ = 0;
+    int length_ = 0;
     int sel_start_ = 0;
     int sel_length_ = 0;
 };
@@ -181,6 +187,21 @@ private:
     std::vector<std::string> items_;
     int chosen_ = -1;
     std::string text_;
+};
+
+// Lines to look at, one above the other, in columns.
+struct ListBox : Control {
+    ListBox()
+        : Control(ControlKind::ListBox)
+    {
+    }
+    const std::vector<std::string>& items() const { return items_; }
+    const std::vector<bool>& stands_out() const { return stands_out_; } // item by item; those behind its end do not
+    void set_items(std::vector<std::string> items, std::vector<bool> stands_out = {});
+
+private:
+    std::vector<std::string> items_;
+    std::vector<bool> stands_out_;
 };
 
 struct TabStrip : Control {

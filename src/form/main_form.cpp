@@ -147,19 +147,54 @@ void register_controls(MainForm& form)
     all.add(form.cob_DEMO_UserCode_DataBits, "cob_DEMO_UserCode_DataBits");
     all.add(form.cob_DEMO_UserCode_StopBits, "cob_DEMO_UserCode_StopBits");
 
+    all.add(form.fraDebug, "fraDebug");
+    all.add(form.Frame24, "Frame24");
+    all.add(form.ImgSplitter, "ImgSplitter");
+    all.add(form.imgOpen, "imgOpen");
+    all.add(form.imgNotOpen, "imgNotOpen");
+    all.add(form.labDebugPort, "labDebugPort");
     all.add(form.com_Debug_COM, "com_Debug_COM");
     all.add(form.com_Debug_Baud, "com_Debug_Baud");
     all.add(form.com_Debug_DataBits, "com_Debug_DataBits");
     all.add(form.com_Debug_ParityCheck, "com_Debug_ParityCheck");
     all.add(form.com_Debug_StopBits, "com_Debug_StopBits");
     all.add(form.che_AutoOpenPort, "che_AutoOpenPort");
+    all.add(form.comOpenCOM, "comOpenCOM");
+    all.add_name(form.comOpenCOM[0], "comOpenCOM");
+    all.add(form.texReceive, "texReceive");
+    all.add(form.optReceiveHex, "optReceiveHex");
+    all.add(form.combDebugCodePage, "combDebugCodePage");
+    all.add(form.comDebugClear, "comDebugClear");
+    all.add(form.comDebugHelp, "comDebugHelp");
+    all.add(form.labReceiveCount, "labReceiveCount");
+    all.add(form.labSendCount, "labSendCount");
+    all.add(form.comComp, "comComp");
+    all.add(form.comCompareCode, "comCompareCode");
     all.add(form.texSend, "texSend");
+    all.add(form.comDebugSend, "comDebugSend");
+    all.add(form.comAutoSend, "comAutoSend");
+    all.add(form.LabDebug, "LabDebug");
     all.add(form.optHexSend, "optHexSend");
     all.add(form.texSendCycle, "texSendCycle");
 
     all.add(form.texSpreadSend, "texSpreadSend");
     all.add(form.cheSpreadHex, "cheSpreadHex");
     all.add(form.texSpreadSendCycle, "texSpreadSendCycle");
+    all.add(form.comSpreadSendCom, "comSpreadSendCom");
+    all.add(form.comSpreadAutoSend, "comSpreadAutoSend");
+
+    all.add(form.Frame21, "Frame21");
+    all.add(form.Frame22, "Frame22");
+    all.add(form.lst_debug1, "lst_debug1");
+    all.add(form.lst_debug2, "lst_debug2");
+    all.add(form.lst_debug3, "lst_debug3");
+    all.add(form.lst_debug4, "lst_debug4");
+    all.add(form.Label23, "Label23");
+    all.add(form.Label24, "Label24");
+    all.add(form.Label26, "Label26");
+    all.add(form.Label27, "Label27");
+    all.add(form.comDebugContinue, "comDebugContinue");
+    all.add(form.che_disable_Debug_SFR_232, "che_disable_Debug_SFR_232");
 
     all.add(form.optFillbyte, "optFillbyte");
 }
@@ -202,6 +237,7 @@ void group_buttons(MainForm& form)
     group(form.optData_Auto_Increase);
     group(form.optHexSend);
     group(form.optFillbyte);
+    group(form.optReceiveHex);
 }
 
 } // namespace

@@ -172,13 +172,32 @@ struct MainForm {
     ComboBox cob_DEMO_UserCode_StopBits;
 
     // The terminal: its line, and what it sends once or again and again.
+    Frame fraDebug;
+    Frame Frame24; // its right pane
+    Image ImgSplitter;
+    Image imgOpen; // the lamp; a click on it closes the port, and one on the other opens it
+    Image imgNotOpen;
+    Label labDebugPort; // the device behind the number
     ComboBox com_Debug_COM;
     ComboBox com_Debug_Baud;
     ComboBox com_Debug_DataBits;
     ComboBox com_Debug_ParityCheck;
     ComboBox com_Debug_StopBits;
     CheckBox che_AutoOpenPort; // after a download
+    Button comOpenCOM[3]; // of the terminal's page and of the monitor's two; the caption is the state
+    TextBox texReceive;
+    OptionButton optReceiveHex[2]; // 0: as text, 1: as hexadecimal bytes
+    ComboBox combDebugCodePage; // CodePage
+    Button comDebugClear[3]; // 0: the terminal's display, 1 and 2: the monitor's lists
+    Button comDebugHelp[3];
+    Label labReceiveCount;
+    Label labSendCount;
+    Button comComp; // compares what came in with the code buffer
+    Button comCompareCode; // the same; comComp is for the makers
     TextBox texSend;
+    Button comDebugSend;
+    Button comAutoSend;
+    Label LabDebug[8];
     OptionButton optHexSend[2]; // 0: as text, 1: as hexadecimal bytes
     TextBox texSendCycle; // ms
 
@@ -186,6 +205,22 @@ struct MainForm {
     TextBox texSpreadSend[25];
     CheckBox cheSpreadHex[25]; // the string of that row is hexadecimal
     TextBox texSpreadSendCycle; // ms
+    Button comSpreadSendCom[25];
+    Button comSpreadAutoSend;
+
+    // The monitor: registers and direct memory on one page, the rest on the other.
+    Frame Frame21;
+    Frame Frame22;
+    ListBox lst_debug1; // special function registers
+    ListBox lst_debug2; // direct and indirect memory
+    ListBox lst_debug3; // external memory
+    ListBox lst_debug4; // data flash
+    Label Label23[4]; // over each list
+    Label Label24; // columns of the list of direct memory, of external memory, of data flash
+    Label Label26;
+    Label Label27;
+    Button comDebugContinue[3]; // 1 and 2
+    CheckBox che_disable_Debug_SFR_232; // no word goes back to the target
 
     OptionButton optFillbyte[2]; // reserved, as its setting is: 0: 00, 1: FF
 };

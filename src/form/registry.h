@@ -17,6 +17,9 @@ public:
             add(controls[i], name, static_cast<int>(i));
     }
 
+    // A second name, for those who know an array's first element by the name of the array.
+    void add_name(Control& control, const std::string& full_name) { by_full_name_[full_name] = &control; }
+
     // An array element by name and index, a single control by its name alone; null where there is none.
     Control* find(std::string_view name, int index = Control::no_index) const;
     Control* find_full(std::string_view full_name) const; // "comDownload(0)"

@@ -60,13 +60,6 @@ std::string line_text(const RangeReport& report, FileKind file, Finding finding,
     return text;
 }
 
-// Characters, not bytes: a byte that does not continue a UTF-8 sequence begins one.
-std::size_t width_of(std::string_view text)
-{
-    return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
-
 // The closing word stands below the middle of the longest line.
 std::string flat_message(const RangeReport& report, FileKind file, bool english)
 {
@@ -74,7 +67,7 @@ std::string flat_message(const RangeReport& report, FileKind file, bool english)
     std::size_t width = 0;
     for (const Finding finding : report.findings) {
         const std::string line = line_text(report, file, finding, english);
-        width = std::max(width, width_of(line));
+        width = std::max(width, static_cast<std::size_t>(character_count(line)));
         text += line + "\n";
     }
     const std::size_t indent = width / 2 - (english ? std::min(width / 2, english_word_further_left) : 0);

@@ -47,6 +47,20 @@ std::string_view trimmed(std::string_view text)
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
+int character_count(std::string_view text)
+{
+    return static_cast<int>(std::count_if(text.begin(), text.end(), begins_character));
+}
+
+std::string_view first_characters(std::string_view text, int n)
+{
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (begins_character(text[at]) && n-- <= 0)
+            return text.substr(0, at);
+    }
+    return text;
+}
+
 std::string upper_case(std::string_view text)
 {
     std::string result{text};

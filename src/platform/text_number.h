@@ -12,6 +12,11 @@ namespace vrk {
 std::string_view trimmed(std::string_view text); // blanks, tabs and line ends off both ends
 std::string upper_case(std::string_view text); // ASCII letters only
 
+// Texts are UTF-8, and people count characters.
+constexpr bool begins_character(char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80; }
+int character_count(std::string_view text);
+std::string_view first_characters(std::string_view text, int n); // all of them where there are no more
+
 // The number that a text begins with, blanks in front skipped; 0 where there is none. Decimal point, exponent allowed.
 double number_in(std::string_view text);
 

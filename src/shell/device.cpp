@@ -11,6 +11,7 @@
 #include "shell/buffer_view.h"
 #include "shell/check_page.h"
 #include "shell/messages.h"
+#include "shell/monitor_pages.h"
 #include "shell/option_panel.h"
 #include "shell/panel_state.h"
 #include "shell/tabs.h"
@@ -166,6 +167,7 @@ bool apply_selected_device(Shell& shell)
     show_ap_isp_range(shell);
     show_tabs_of_model(shell);
     clear_check_page(shell);
+    clear_monitor(shell);
     arm_save(shell);
     build_option_panel(shell);
     return true;

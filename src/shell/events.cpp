@@ -7,6 +7,7 @@
 #include "shell/device.h"
 #include "shell/file_watch.h"
 #include "shell/messages.h"
+#include "shell/monitor_pages.h"
 #include "shell/open_file.h"
 #include "shell/option_panel.h"
 #include "shell/option_pins.h"
@@ -17,6 +18,8 @@
 #include "shell/settings.h"
 #include "shell/store_file.h"
 #include "shell/tabs.h"
+#include "shell/terminal_page.h"
+#include "shell/terminal_send.h"
 
 #include <span>
 
@@ -95,6 +98,23 @@ constexpr EventRow events[] = {
     { "cheAuto_Increase",   [](Shell& shell, int) { cheAuto_Increase_Click(shell); } },
     { "cheData_Auto_Increase", [](Shell& shell, int) { cheData_Auto_Increase_Click(shell); } },
     { "comStoreFile",       [](Shell& shell, int) { comStoreFile_Click(shell); } },
+    { "comOpenCOM",         [](Shell& shell, int) { comOpenCOM_Click(shell); } },
+    { "imgNotOpen",         [](Shell& shell, int) { terminal_open(shell); } },
+    { "imgOpen",            [](Shell& shell, int) { terminal_close(shell); } },
+    { "com_Debug_COM",      [](Shell& shell, int) { terminal_line_Change(shell); } },
+    { "com_Debug_Baud",     [](Shell& shell, int) { terminal_line_Change(shell); } },
+    { "com_Debug_DataBits", [](Shell& shell, int) { terminal_line_Change(shell); } },
+    { "com_Debug_ParityCheck", [](Shell& shell, int) { terminal_line_Change(shell); } },
+    { "com_Debug_StopBits", [](Shell& shell, int) { terminal_line_Change(shell); } },
+    { "combDebugCodePage",  [](Shell& shell, int) { combDebugCodePage_Click(shell); } },
+    { "comDebugClear",      [](Shell& shell, int index) { comDebugClear_Click(shell, index); } },
+    { "comComp",            [](Shell& shell, int) { comComp_Click(shell); } },
+    { "comCompareCode",     [](Shell& shell, int) { comComp_Click(shell); } },
+    { "comDebugSend",       [](Shell& shell, int) { comDebugSend_Click(shell); } },
+    { "comAutoSend",        [](Shell& shell, int) { comAutoSend_Click(shell); } },
+    { "comSpreadSendCom",   [](Shell& shell, int index) { comSpreadSendCom_Click(shell, index); } },
+    { "comSpreadAutoSend",  [](Shell& shell, int) { comSpreadAutoSend_Click(shell); } },
+    { "comDebugContinue",   [](Shell& shell, int) { comDebugContinue_Click(shell); } },
 };
 // clang-format on
 
@@ -129,6 +149,7 @@ Touch type_text(Shell& shell, Control& control, std::string_view text)
     if (auto* box = dynamic_cast<TextBox*>(&control)) {
         box->set_text(text);
         arm_save_after(shell, control);
+        take_send_cycles(shell);
     } else if (auto* list = dynamic_cast<ComboBox*>(&control); list != nullptr && list->editable) {
         list->set_text(text);
         run_event(shell, control);
@@ -214,6 +235,8 @@ Touch press_key(Shell& shell, Control& control, std::string_view key)
         press_edit_key(shell, shell.code_buffer, key);
     if (&control == &shell.form.tetDataFlash2)
         press_edit_key(shell, shell.data_buffer, key);
+    if (&control == &shell.form.texReceive)
+        send_key(shell, key);
     arm_save_after(shell, control);
     return Touch::taken;
 }

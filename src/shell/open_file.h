@@ -31,8 +31,8 @@ void read_load_parameters(Shell& shell, FileBuffer& buffer);
 bool load_file(Shell& shell, const std::string& path, FileBuffer& buffer);
 
 // The code file that is open once more, before a download or after it has changed on disk; a number that is set is
-// checked and stamped into the fresh image. False: it could not be brought in whole, or its number does not fit. The user
-// has been told then, and the buffer is as it was. Nothing is loaded while a project is open.
+// checked and stamped into the fresh image. False: it could not be brought in whole, or its number does not fit. The
+// user has been told then, and the buffer is as it was. Nothing is loaded while a project is open.
 bool reload_code_file(Shell& shell);
 
 } // namespace vrk

@@ -58,6 +58,15 @@ constexpr PanelRow panel_rows[] = {
     { "txt_length",          single, "1010" },
     { "comStoreFile",        single, "1000" },
     { "comStop_Download",    single, "0101" },
+    { "comOpenCOM",          each,   "1000" },
+    { "comDebugSend",        single, "1000" },
+    { "comAutoSend",         single, "1000" },
+    { "comDebugClear",       1,      "1000" },
+    { "comDebugClear",       2,      "1000" },
+    { "comDebugContinue",    1,      "1000" },
+    { "comDebugContinue",    2,      "1000" },
+    { "comDebugHelp",        1,      "1010" },
+    { "comDebugHelp",        2,      "1010" },
 };
 // clang-format on
 

@@ -8,6 +8,7 @@
 #include "shell/panel_state.h"
 #include "shell/screen_report.h"
 #include "shell/serial_numbers.h"
+#include "shell/terminal_page.h"
 
 #include "link/handshake.h"
 #include "link/sequencer.h"
@@ -31,6 +32,7 @@ public:
     {
         shell_.running = true;
         shell_.stop_requested = false;
+        terminal_close(shell);
         close_port();
     }
     ~Sequence()
@@ -157,9 +159,13 @@ void comDownload_Click(Shell& shell, int row)
 {
     if (shell.running)
         return; // a click that came while the first one was still reading its file
-    const Sequence sequence(shell);
-    shell.succeeded = false;
-    run_download(shell, row);
+    {
+        const Sequence sequence(shell);
+        shell.succeeded = false;
+        run_download(shell, row);
+    }
+    if (shell.succeeded && row != repeat_row && shell.form.che_AutoOpenPort.value() && !shell.closing)
+        terminal_open(shell);
 }
 
 void comStop_Download_Click(Shell& shell)

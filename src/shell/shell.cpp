@@ -16,7 +16,8 @@ Shell::Shell(const Platform& its_platform)
     , Timer11    (platform.loop, Timer::Kind::one_shot,   20000)
     , Timer12    (platform.loop, Timer::Kind::repeating,   1000)
     , TimerUnload(platform.loop, Timer::Kind::one_shot,     500)
-// clang-format on
+    // clang-format on
+    , desk(platform.loop)
 {
     Timer11.on_tick = [this] { form.LabEdit_Clew.set_visible(false); };
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "shell/loader_state.h"
+#include "shell/terminal_desk.h"
 
 #include "catalog/mcu_table.h"
 #include "form/registry.h"
@@ -57,6 +58,8 @@ struct Shell {
     AutoIncrease code_increase{BufferKind::code};
     AutoIncrease data_increase{BufferKind::data};
     bool edit_confirmed = false; // the user has agreed to edit the buffers
+
+    TerminalDesk desk; // the terminal and the monitor
 
     bool running = false; // a sequence: what goes into a chip is sealed, and hands keep off
     bool locked = false; // by a project or the lock button

@@ -15,6 +15,7 @@
 #include "shell/serial_numbers.h"
 #include "shell/settings.h"
 #include "shell/tabs.h"
+#include "shell/terminal_page.h"
 
 #include <algorithm>
 
@@ -49,6 +50,7 @@ void unload(Shell& shell)
         return shell.TimerUnload.start(); // it has been told to stop, and winds down
     shell.unloaded = true;
     save_window(shell);
+    terminal_close(shell);
     shell.port.close();
     if (shell.on_unload)
         shell.on_unload();
@@ -78,11 +80,13 @@ void start_up(Shell& shell)
     fill_lists(shell);
     choose_defaults(shell);
     refresh_ports(shell);
+    set_up_terminal(shell);
     show_port_lamp(shell, false);
     shell.form.ProgressBar1.set_visible(false);
     clear_buffer(shell, 0, shell.code_buffer);
     clear_buffer(shell, 0, shell.data_buffer);
     load_settings(shell);
+    show_terminal_port(shell);
     load_increase_settings(shell);
     cheAuto_Increase_Click(shell);
     cheData_Auto_Increase_Click(shell);

@@ -25,9 +25,14 @@ constexpr Page left_pages[] = {
 constexpr Page right_pages[] = {
     { "tab_file",        { "程序文件", "File Buffer" },             &MainForm::Frame7 },
     { "EEPROM_File",     { "EEPROM 文件", "EEPROM File Buffer" },   &MainForm::frmDataFlash },
+    { "Debug_COM",       { "串口助手", "COM Tool" },                &MainForm::fraDebug },
+    { "Debug1",          { "Debug_SFR", "Debug_SFR" },              &MainForm::Frame21 },
+    { "Debug2",          { "Debug_xdata", "Debug_xdata" },          &MainForm::Frame22 },
     { "Batch_quantity",  { "工程文件", "Project" },                 &MainForm::fra_Batch_quantity },
 };
 // clang-format on
+
+bool is_monitor_page(const Page& page) { return page.key == "Debug1" || page.key == "Debug2"; }
 
 void fill(const Shell& shell, TabStrip& strip, std::span<const Page> pages)
 {
@@ -58,7 +63,8 @@ void set_up_tabs(Shell& shell)
 void show_tabs_of_model(Shell& shell)
 {
     for (const Page& page : right_pages) {
-        const bool hidden = page.key == "EEPROM_File" && !has_eeprom_buffer(shell.selected);
+        const bool hidden = (page.key == "EEPROM_File" && !has_eeprom_buffer(shell.selected)) ||
+            (is_monitor_page(page) && (shell.selected.series < 1 || shell.selected.series > 18));
         shell.form.TabStrip2.set_caption(
             page.key, hidden ? TabStrip::hidden_caption : in_language(shell, page.caption));
     }

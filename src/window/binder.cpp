@@ -86,6 +86,14 @@ QString to_qt(std::string_view text) { return QString::fromUtf8(text.data(), sta
 
 std::string from_qt(const QString& text) { return text.toStdString(); }
 
+QHBoxLayout* row_of(std::initializer_list<QWidget*> widgets)
+{
+    auto* row = new QHBoxLayout;
+    for (QWidget* widget : widgets)
+        row->addWidget(widget);
+    return row;
+}
+
 Binder::Binder(Shell& shell)
     : shell_(shell)
 {

@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -63,5 +64,7 @@ private:
 
 QString to_qt(std::string_view text);
 std::string from_qt(const QString& text);
+
+QHBoxLayout* row_of(std::initializer_list<QWidget*> widgets); // side by side
 
 } // namespace vrk

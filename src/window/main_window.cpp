@@ -4,6 +4,7 @@
 
 #include "shell/settings.h"
 #include "shell/start_up.h"
+#include "window/debug_pages.h"
 #include "window/dump_view.h"
 #include "window/production_pages.h"
 #include "window/project_page.h"
@@ -35,14 +36,6 @@ QPalette readable_when_disabled(QPalette palette)
 
 int pixels(float in_units) { return static_cast<int>(std::lround(in_units / WindowPlace::units_per_pixel)); }
 float units(int in_pixels) { return static_cast<float>(in_pixels) * WindowPlace::units_per_pixel; }
-
-QHBoxLayout* row_of(std::initializer_list<QWidget*> widgets)
-{
-    auto* row = new QHBoxLayout;
-    for (QWidget* widget : widgets)
-        row->addWidget(widget);
-    return row;
-}
 
 } // namespace
 
@@ -218,6 +211,9 @@ QWidget* MainWindow::make_right()
     layout->addWidget(binder_.tabs(shell_.form.TabStrip2));
     layout->addWidget(make_buffer_page(0), 1);
     layout->addWidget(make_buffer_page(1), 1);
+    layout->addWidget(make_terminal_page(binder_), 1);
+    layout->addWidget(make_registers_page(binder_), 1);
+    layout->addWidget(make_memory_page(binder_), 1);
     layout->addWidget(make_project_page(binder_), 1);
     layout->addWidget(make_edit_hint(binder_));
     layout->addSpacing(6);

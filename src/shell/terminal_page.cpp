@@ -1,0 +1,229 @@
+#include "shell/terminal_page.h"
+
+#include "form/main_form.h"
+
+#include "shell/messages.h"
+#include "shell/monitor_pages.h"
+#include "shell/press.h"
+#include "shell/screen_report.h"
+#include "shell/terminal_send.h"
+
+#include "platform/text_number.h"
+#include "terminal/compare.h"
+
+#include <algorithm>
+
+namespace vrk {
+
+namespace {
+
+constexpr Text open_caption = {"打开串口", "Open COM"};
+constexpr Text close_caption = {"关闭串口", "Close COM"};
+constexpr Text receive_count = {"接收计数:", "Receive counter:"};
+constexpr Text send_count = {"发送计数:", "Send counter:"};
+constexpr Text box_title = {"  串口调试助手     ", ""};
+constexpr Text no_port = {"没有这个串口。", "There is no such COM port."};
+constexpr Text cannot_open = {"串口已被其它程序打开或该串口不存在。",
+    "The COM port is opened by another Program or the COM port does not exist."};
+constexpr Text no_such_line = {"该串口不支持所选的参数。", "The COM port does not take these settings."};
+constexpr Text too_long = {"   显示文本太大，请点击串口调试助手‘清接收区’按钮。\n                     串口已关闭。",
+    "The display text is too long, please click the Clear Receive button."};
+constexpr Text no_file = {"    Please open code file./请打开文件。    ", "    Please open code file.   "};
+
+std::string chosen_path(const Shell& shell)
+{
+    const int number = shell.form.com_Debug_COM.index_chosen();
+    const bool exists = number >= 0 && static_cast<std::size_t>(number) < shell.port_paths.size();
+    return exists ? shell.port_paths[static_cast<std::size_t>(number)] : std::string{};
+}
+
+// One and a half stop bits go with five data bits alone: there the two that a driver is asked for come out as such.
+std::optional<LineSettings> chosen_line(const MainForm& form)
+{
+    LineSettings line;
+    line.baud = static_cast<std::int32_t>(number_in(form.com_Debug_Baud.text()));
+    const std::string_view parity = form.com_Debug_ParityCheck.text();
+    line.parity = parity == "Even" ? Parity::even : parity == "Odd" ? Parity::odd : Parity::none;
+    line.data_bits = static_cast<int>(number_in(form.com_Debug_DataBits.text()));
+    const std::string_view stop = form.com_Debug_StopBits.text();
+    if (stop == "1.5" && line.data_bits != 5)
+        return std::nullopt;
+    line.stop_bits = stop == "1" ? 1 : 2;
+    return line;
+}
+
+// Empty: the port is open.
+Line why_it_does_not_open(Shell& shell)
+{
+    const std::string path = chosen_path(shell);
+    if (path.empty())
+        return Line{no_port};
+    const auto line = chosen_line(shell.form);
+    shell.port.close();
+    shell.port.path = path;
+    if (!line || !shell.port.set_line(*line))
+        return Line{path + "\n"} + Line{no_such_line};
+    if (!shell.port.open())
+        return Line{path + "\n"} + Line{cannot_open};
+    return {};
+}
+
+void show_port_state(Shell& shell)
+{
+    const bool open = shell.desk.terminal.has_port;
+    for (Button& button : shell.form.comOpenCOM)
+        button.set_caption(in_language(shell, open ? close_caption : open_caption));
+    shell.form.imgOpen.set_visible(open);
+    shell.form.imgNotOpen.set_visible(!open);
+}
+
+void take_bytes(Shell& shell)
+{
+    TerminalDesk& desk = shell.desk;
+    begin_monitor_burst(shell);
+    while (shell.port.waiting() > 0 && desk.terminal.has_port) {
+        const auto bytes = shell.port.take();
+        if (bytes.empty())
+            break;
+        desk.terminal.receive(bytes);
+        look_for_monitor_frames(shell, {bytes.begin(), bytes.end()});
+    }
+    end_monitor_burst(shell);
+    if (!desk.TimerDebugDisplay.enabled())
+        desk.TimerDebugDisplay.start();
+}
+
+void compare(Shell& shell)
+{
+    if (!shell.file_loaded)
+        return show_box(shell, in_language(shell, no_file));
+    if (shell.desk.terminal.to_compare.empty()) {
+        if (!shell.language_is_english)
+            show_box(shell, "    串口缓冲区里没有数据。    ");
+        return;
+    }
+    shell.form.textMsg.set_text("");
+    ScreenReport report(shell);
+    const FileBuffer& code = shell.code_buffer;
+    const auto count = static_cast<std::size_t>(std::clamp(code.high + 1, 0, static_cast<int>(code.data.size())));
+    compare_with_code(shell.desk.terminal.to_compare, std::span<const std::uint8_t>{code.data}.first(count),
+        clock_text(shell.platform.loop.wall_time()), report);
+}
+
+} // namespace
+
+void set_up_terminal(Shell& shell)
+{
+    TerminalDesk& desk = shell.desk;
+    desk.TimerDebug.on_tick = [&shell] { TimerDebug_Timer(shell); };
+    desk.TimerDebugDisplay.on_tick = [&shell] { terminal_display_tick(shell); };
+    desk.TimerDebugAutoSend.on_tick = [&shell] { comDebugSend_Click(shell); };
+    desk.TimerSpreadAutoSend.on_tick = [&shell] { send_next_string(shell); };
+    shell.form.comComp.set_visible(false);
+    shell.form.combDebugCodePage.set_items({"UTF-8", "GBK", "Latin-1"});
+    shell.form.combDebugCodePage.choose(0);
+    shell.form.optReceiveHex[0].set_value(true);
+    for (int row = 0; row < static_cast<int>(std::size(shell.form.comSpreadSendCom)); ++row)
+        shell.form.comSpreadSendCom[row].set_caption(std::to_string(row + 1));
+    show_port_state(shell);
+    show_terminal_port(shell);
+    show_automatic_sends(shell);
+    show_terminal_counts(shell);
+    clear_monitor(shell);
+}
+
+bool terminal_open(Shell& shell)
+{
+    Terminal& terminal = shell.desk.terminal;
+    if (terminal.has_port || shell.running)
+        return terminal.has_port;
+    const Line fault = why_it_does_not_open(shell);
+    if (!fault.en.empty()) {
+        terminal_close(shell);
+        show_box(shell, fault.in(shell.language_is_english), in_language(shell, box_title));
+        return false;
+    }
+    // What is compared is what came since the line was opened: an older dump is another chip's.
+    terminal.to_compare.clear();
+    terminal.has_port = true;
+    shell.port.on_receive = [&shell] { take_bytes(shell); };
+    show_port_state(shell);
+    return true;
+}
+
+void terminal_close(Shell& shell)
+{
+    Terminal& terminal = shell.desk.terminal;
+    stop_automatic_sends(shell);
+    shell.desk.TimerDebug.stop();
+    shell.desk.scan.reset();
+    if (!terminal.has_port)
+        return;
+    terminal.has_port = false;
+    shell.port.on_receive = nullptr;
+    shell.port.close();
+    show_port_state(shell);
+}
+
+void comOpenCOM_Click(Shell& shell)
+{
+    if (shell.desk.terminal.has_port)
+        terminal_close(shell);
+    else
+        terminal_open(shell);
+}
+
+void terminal_line_Change(Shell& shell)
+{
+    show_terminal_port(shell);
+    if (!shell.desk.terminal.has_port)
+        return;
+    terminal_close(shell);
+    terminal_open(shell);
+}
+
+void combDebugCodePage_Click(Shell& shell)
+{
+    shell.desk.terminal.use(static_cast<CodePage>(std::max(shell.form.combDebugCodePage.index_chosen(), 0)));
+}
+
+void comDebugClear_Click(Shell& shell, int row)
+{
+    if (row != 0)
+        return clear_monitor(shell);
+    shell.form.texReceive.set_text("");
+    shell.desk.terminal.to_compare.clear();
+}
+
+void comComp_Click(Shell& shell) { compare(shell); }
+
+void terminal_display_tick(Shell& shell)
+{
+    Terminal& terminal = shell.desk.terminal;
+    TextBox& display = shell.form.texReceive;
+    const std::string chunk = terminal.take_text(shell.form.optReceiveHex[1].value());
+    const int room = Terminal::display_limit - display.length();
+    const std::string_view fits = first_characters(chunk, room);
+    if (!fits.empty())
+        display.append(fits);
+    show_terminal_counts(shell);
+    if (fits.size() == chunk.size())
+        return;
+    comStop_Download_Click(shell);
+    terminal_close(shell);
+    show_box(shell, in_language(shell, too_long));
+}
+
+void show_terminal_counts(Shell& shell)
+{
+    const Terminal& terminal = shell.desk.terminal;
+    const auto show = [&shell](Label& label, const Text& text, std::int32_t count) {
+        label.set_caption(std::string{in_language(shell, text)} + std::to_string(count));
+    };
+    show(shell.form.labReceiveCount, receive_count, terminal.rx_count);
+    show(shell.form.labSendCount, send_count, terminal.tx_count);
+}
+
+void show_terminal_port(Shell& shell) { shell.form.labDebugPort.set_caption(chosen_path(shell)); }
+
+} // namespace vrk

@@ -1,0 +1,31 @@
+// The terminal: what has come in and gone out since the program began, what of it is to be shown, and in which way.
+#pragma once
+
+#include "terminal/byte_ring.h"
+#include "terminal/code_page.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace vrk {
+
+struct Terminal {
+    static constexpr int display_limit = 230000; // characters that the display may hold
+
+    bool has_port = false; // what comes in belongs to the terminal
+    ByteRing to_show;
+    CompareRing to_compare;
+    std::int32_t rx_count = 0; // bytes, lost ones too
+    std::int32_t tx_count = 0;
+    CodePage page = CodePage::utf8;
+    TextDecoder decoder{CodePage::utf8};
+
+    void receive(std::span<const std::uint8_t> bytes);
+    void use(CodePage new_page); // of what comes from now on
+
+    // What has come since the last call, as it is shown: hexadecimal pairs, or text.
+    std::string take_text(bool as_hex);
+};
+
+} // namespace vrk
