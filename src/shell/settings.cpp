@@ -5,6 +5,7 @@
 #include "catalog/families.h"
 #include "platform/text_number.h"
 #include "shell/device.h"
+#include "shell/kept_settings.h"
 #include "shell/settings_table.h"
 
 #include <algorithm>
@@ -203,6 +204,13 @@ void load_window(Shell& shell)
         splitter_held(stored_place(shell, splitter_key, standard.frame24_width), shell.form.window);
 }
 
+void set_window(Shell& shell)
+{
+    for (const PlaceKey& row : place_keys)
+        set(shell, row.key, place_text(shell.form.window.*row.field));
+    set(shell, splitter_key, place_text(shell.form.window.frame24_width));
+}
+
 bool is_option_button(std::string_view name)
 {
     constexpr std::string_view word = "Option";
@@ -234,14 +242,14 @@ void save_settings(Shell& shell)
     save_for_the_record(shell);
     save_rows(shell);
     save_beep(shell);
-    save_window(shell);
+    set_window(shell);
+    keep_settings(shell);
 }
 
 void save_window(Shell& shell)
 {
-    for (const PlaceKey& row : place_keys)
-        set(shell, row.key, place_text(shell.form.window.*row.field));
-    set(shell, splitter_key, place_text(shell.form.window.frame24_width));
+    set_window(shell);
+    keep_settings(shell);
 }
 
 void arm_save_after(Shell& shell, const Control& control)

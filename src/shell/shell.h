@@ -18,6 +18,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -65,6 +66,9 @@ struct Shell {
     SessionFacts last_talk; // what the last one knew when it ended
     bool succeeded = false; // the last cycle's result, as far as it has one: report, count and beep follow it
     bool number_for_next = true; // the serial number of the next chip stands in the buffer, where one is wanted
+
+    std::optional<SettingsFault> settings_fault; // why the settings are not on the disk
+    bool settings_fault_told = false; // once for all the failures until a write goes well again
 
     bool closing = false; // the window was asked to close
     bool unloaded = false; // and everything has wound down: the program may end

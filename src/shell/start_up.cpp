@@ -8,6 +8,7 @@
 #include "shell/captions.h"
 #include "shell/device.h"
 #include "shell/events.h"
+#include "shell/kept_settings.h"
 #include "shell/lists.h"
 #include "shell/option_pins.h"
 #include "shell/press.h"
@@ -86,6 +87,7 @@ void start_up(Shell& shell)
     load_increase_settings(shell);
     cheAuto_Increase_Click(shell);
     cheData_Auto_Increase_Click(shell);
+    keep_settings(shell); // nothing has changed yet, but a store that is refused says so before anybody relies on it
     shell.form.comStop_Download.set_enabled(false);
     shell.Timer12.start();
 }
