@@ -1,5 +1,6 @@
 #include "link/program.h"
 
+#include "link/image_writes.h"
 #include "link/shared_texts.h"
 
 #include "catalog/attributes.h"
@@ -14,8 +15,6 @@ namespace vrk {
 namespace {
 
 constexpr int block_tries = 4;
-constexpr std::int32_t least_end = 0x27F; // a range never ends below it
-constexpr std::int32_t least_code_last = 0x3FF;
 constexpr std::uint8_t code_taken = 0x8D; // the newer chips' answer to the end-of-code command
 constexpr std::uint8_t block_taken = 0x80;
 
@@ -55,53 +54,10 @@ Limits limits_above_5_0(const McuRecord& record)
     }
 }
 
-using Image = std::vector<std::uint8_t>;
-
-// A working copy of the first bytes of an image; what no byte fills is 00.
-Image copy_of(const JobImage& image, std::int32_t last)
-{
-    Image copy(image.bytes.size(), 0);
-    const auto count = std::min(static_cast<std::size_t>(std::max(last + 1, 0)), image.bytes.size());
-    std::copy_n(image.bytes.begin(), count, copy.begin());
-    return copy;
-}
-
-bool write_code_and_data(Session& session, const Job& job, Report& report, const McuRecord& record)
-{
-    Image merged = copy_of(job.code, record.ap_last);
-    const std::int32_t length =
-        std::clamp(job.data.high + 1, 0, static_cast<std::int32_t>(merged.size()) - record.eeprom_first);
-    std::copy_n(job.data.bytes.begin(), length, merged.begin() + record.eeprom_first);
-    return write_range(session, report, {true, 0, record.ap_last + 1}, merged, true) &&
-        write_range(session, report, {true, record.eeprom_first, record.eeprom_first + length}, merged, true);
-}
-
-bool write_newer(Session& session, const Job& job, Report& report, const McuRecord& record)
-{
-    const JobImage& code = job.code;
-    if (has_eeprom_buffer(record)) {
-        if (job.data.loaded)
-            return write_code_and_data(session, job, report, record);
-        return write_range(session, report, {true, 0, code.high + 1}, copy_of(code, code.high), true);
-    }
-    const std::int32_t limit = code_limit(record, number_in(session.chip.fw_version));
-    const std::int32_t first = std::min(std::max(code.low, 0), limit);
-    const std::int32_t last = std::min(std::max(code.high, least_code_last), limit);
-    return write_range(session, report, {true, first, last}, code.bytes, true);
-}
-
 bool write_images(Session& session, const Job& job, Report& report)
 {
-    const McuRecord& record = session.model();
-    const JobImage& code = job.code;
-    if (record.series == 18) {
-        return write_range(
-            session, report, {true, std::max(code.low, 0), std::min(code.high, record.isp_last)}, code.bytes, true);
-    }
-    if (is_newer_series(record.series))
-        return write_newer(session, job, report, record);
-    const bool as_chunks = block_bytes(record) > Job::write_chunk;
-    return write_range(session, report, {as_chunks, code.low, code.high}, code.bytes, true);
+    return std::ranges::all_of(image_writes(job, session.model(), number_in(session.chip.fw_version)),
+        [&](const ImageWrite& write) { return write_range(session, report, write.range, write.image, true); });
 }
 
 Result failed_by(const Session& session, Report& report)
@@ -181,15 +137,6 @@ std::span<const std::uint8_t> chunk_of(std::span<const std::uint8_t> image, std:
     if (at < image.size())
         std::copy(image.begin() + static_cast<std::ptrdiff_t>(at), image.end(), filled.begin());
     return std::span<const std::uint8_t>{filled}.first(size);
-}
-
-void note_programmed(SessionFacts& session, std::int32_t first, std::int32_t last, std::span<const std::uint8_t> image)
-{
-    std::vector<std::int16_t>& programmed = session.programmed;
-    if (programmed.size() <= static_cast<std::size_t>(last))
-        programmed.resize(static_cast<std::size_t>(last) + 1, -1);
-    for (auto at = static_cast<std::size_t>(first); at <= static_cast<std::size_t>(last); ++at)
-        programmed[at] = at < image.size() ? image[at] : std::int16_t{0};
 }
 
 bool block_reply_good(std::span<const std::uint8_t> reply, bool new_protocol, std::uint16_t data_sum)
@@ -285,7 +232,7 @@ bool write_range(
     const McuRecord& record = session.model();
     const std::int32_t block = block_bytes(record);
     WriteRange whole = range;
-    whole.last = std::max((range.last / block + 1) * block - 1, least_end);
+    whole.last = range_end(range, record);
     if (is_aspen_top(record) || (record.series == 2 && check_boot))
         cut_at_boot_block(session, report, whole);
     report.progress({whole.first, whole.last, whole.first - 1});
@@ -295,20 +242,12 @@ bool write_range(
     for (std::int32_t number = first / block; number <= whole.last / block; ++number) {
         if (!block_is_written(session, whole, first, last, image))
             return false;
-        note_programmed(session, first, last, image);
+        put_bytes(session.programmed, first, last, image);
         report.progress({whole.first, whole.last, last});
         first = last + 1;
         last += block;
     }
     return true;
-}
-
-bool is_programmed(const SessionFacts& session, std::int32_t address, std::span<const std::uint8_t> bytes)
-{
-    const std::vector<std::int16_t>& programmed = session.programmed;
-    if (address < 0 || static_cast<std::size_t>(address) + bytes.size() > programmed.size())
-        return false;
-    return std::equal(bytes.begin(), bytes.end(), programmed.begin() + address);
 }
 
 bool write_block(Session& session, bool as_chunks, std::int32_t first, std::int32_t last, bool again,

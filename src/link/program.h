@@ -8,7 +8,6 @@
 
 #include <cstdint>
 #include <span>
-#include <vector>
 
 namespace vrk {
 
@@ -25,8 +24,6 @@ struct WriteRange {
 // False: a block failed, or the user stopped. `check_boot`: the boot block of older chips may end the range earlier.
 bool write_range(
     Session& session, Report& report, const WriteRange& range, std::span<const std::uint8_t> image, bool check_boot);
-// Good blocks of this download have put these bytes there, one after the other.
-bool is_programmed(const SessionFacts& session, std::int32_t address, std::span<const std::uint8_t> bytes);
 // False: bad. `again` marks the frames of a block that is sent once more.
 bool write_block(Session& session, bool as_chunks, std::int32_t first, std::int32_t last, bool again,
     std::span<const std::uint8_t> image);
