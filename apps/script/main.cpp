@@ -10,6 +10,7 @@
 #include "host/qt_loop.h"
 #include "host/qt_ports.h"
 #include "host/qt_settings.h"
+#include "shell/ports.h"
 #include "shell/start_up.h"
 
 #include <QCoreApplication>
@@ -193,7 +194,7 @@ int run_for_real(const Options& options, SettingsStore& settings, LineSource& li
     tell_places(shell.loader);
     start_up(shell);
     if (!options.ports.empty())
-        shell.form.combCommPort.choose(0);
+        choose_port(shell, options.ports.front());
     std::unique_ptr<Runner> runner;
     const auto next_line = [&]() -> std::optional<std::string> {
         auto line = lines.take();

@@ -37,6 +37,7 @@ struct Shell {
     ControlRegistry& controls; // and this for those who know them by name
     Port port;
     std::vector<std::string> port_paths; // behind the captions of combCommPort, item by item
+    std::string chosen_port; // its path; stays while the port is gone
 
     // Timers with an event of their own; what is nothing but a wait is a deadline where it is waited for.
     Timer Timer3; // a saved setting has changed: saves all of them

@@ -11,13 +11,12 @@
 #include "shell/kept_settings.h"
 #include "shell/lists.h"
 #include "shell/option_pins.h"
+#include "shell/ports.h"
 #include "shell/press.h"
 #include "shell/screen_report.h"
 #include "shell/serial_numbers.h"
 #include "shell/settings.h"
 #include "shell/tabs.h"
-
-#include <algorithm>
 
 namespace vrk {
 
@@ -97,25 +96,6 @@ void close_request(Shell& shell)
     shell.closing = true;
     comStop_Download_Click(shell);
     shell.TimerUnload.start();
-}
-
-void refresh_ports(Shell& shell)
-{
-    const std::vector<PortInfo> ports = shell.platform.ports.list();
-    std::vector<std::string> paths;
-    std::vector<std::string> captions;
-    for (const PortInfo& port : ports) {
-        paths.push_back(port.path);
-        captions.push_back(port.caption);
-    }
-    if (captions == shell.form.combCommPort.items() && paths == shell.port_paths)
-        return;
-    const std::string chosen = shell.form.combCommPort.text();
-    shell.port_paths = std::move(paths);
-    shell.form.combCommPort.set_items(captions);
-    const auto still_there = std::find(captions.begin(), captions.end(), chosen);
-    shell.form.combCommPort.choose(
-        still_there == captions.end() ? 0 : static_cast<int>(still_there - captions.begin()));
 }
 
 } // namespace vrk
