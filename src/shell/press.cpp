@@ -193,12 +193,15 @@ void comReadChipLock_Click(Shell& shell)
 {
     if (shell.running)
         return;
-    const Sequence sequence(shell);
-    show_panel_state(shell);
-    const Job job = make_job(shell);
-    ScreenReport report(shell);
-    Talk talk(shell, job);
-    read_one_chip(talk.session, job, report);
+    {
+        const Sequence sequence(shell);
+        show_panel_state(shell);
+        const Job job = make_job(shell);
+        ScreenReport report(shell);
+        Talk talk(shell, job);
+        read_one_chip(talk.session, job, report);
+    }
+    tell_settings_fault(shell);
 }
 
 } // namespace vrk
