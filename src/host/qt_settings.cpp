@@ -73,13 +73,16 @@ void QtSettings::open()
 }
 
 // Takes the lock where that can be done. Where there is no place for it, the file cannot be written either, which will
-// tell why.
+// tell why. The lock of a killed program looks held where its process number has gone to another one of that name; the
+// system's own lock on the file, which dies with its holder, tells the two apart.
 bool QtSettings::is_held_by_another()
 {
     if (lock_.isLocked())
         return false;
     QDir().mkpath(QFileInfo(path_).path());
-    return !lock_.tryLock(longest_wait_ms) && lock_.error() == QLockFile::LockFailedError;
+    if (lock_.tryLock(longest_wait_ms) || lock_.error() != QLockFile::LockFailedError)
+        return false;
+    return !lock_.removeStaleLockFile() || !lock_.tryLock(0);
 }
 
 SettingsFault QtSettings::fault(SettingsFault::Kind kind, const QString& reason) const

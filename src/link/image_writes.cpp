@@ -87,6 +87,8 @@ bool all_hold(const FlashBytes& flash, const std::vector<StampedNumber>& numbers
 
 bool numbers_will_be_written(const Job& job, const McuRecord& record, double version)
 {
+    if (job.numbers.empty())
+        return true;
     FlashBytes flash;
     for (const ImageWrite& write : image_writes(job, record, version))
         put_bytes(flash, write.range.first, range_end(write.range, record), write.image);

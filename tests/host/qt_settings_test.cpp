@@ -128,6 +128,14 @@ TEST_F(QtStore, KeepsSectionsApart)
     EXPECT_EQ(stored("address", "General"), "of the section of that name");
 }
 
+TEST_F(QtStore, HasKeysOfAnyCharacters)
+{
+    for (const char* key : {"a b", "50%", "a/b", "a=b", "[a]", "ÄÖ", "a.b-c_d", "\\"}) {
+        store("Settings", key, "found");
+        EXPECT_EQ(stored(key), "found") << key;
+    }
+}
+
 TEST_F(QtStore, HasAKeyInChinese)
 {
     store("Settings", "安全锁", "5");
@@ -273,6 +281,25 @@ TEST_F(QtStore, OfAProgramThatWasKilledIsFree)
     usleep(100'000);
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
+    EXPECT_FALSE(QtSettings(path()).write_through());
+}
+
+// The lock file of a killed program names a process number that a program of that name has by now: this one.
+TEST_F(QtStore, OfAKilledProgramWhoseProcessNumberIsInUseAgainIsFree)
+{
+    store("Settings", "COM_port", "1");
+    const QString lock = QString::fromStdString(path()) + ".lock";
+    QByteArray left_behind;
+    {
+        const QtSettings killed(path());
+        QFile file(lock);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        left_behind = file.readAll();
+    }
+    QFile file(lock);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(left_behind);
+    file.close();
     EXPECT_FALSE(QtSettings(path()).write_through());
 }
 
