@@ -1,6 +1,7 @@
 // What a production line has used up is on the disk before anybody is told, and a disk that fails ends it in time.
 #include "bench.h"
 #include "settings_on_disk.h"
+#include "shell/project.h"
 
 #include <set>
 
@@ -188,6 +189,23 @@ TEST(SettingsOnDiskStory, OfASecondProgramAreItsOwnAndItsNumberBoxesStayOff)
     bench.download();
     EXPECT_EQ(bench.count(), 1) << "chips without numbers go on";
     EXPECT_EQ(bench.dialogs.shown.size(), 2U);
+}
+
+// A project's number would be on every chip, since nobody could move it on.
+TEST(SettingsOnDiskStory, OfASecondProgramTakeUpNoNumberOfAProject)
+{
+    SettingsOnDisk store;
+    NumberedLine bench(store);
+    bench.number("41");
+    const std::string project = ::testing::TempDir() + std::to_string(getpid()) + "numbered.VRK";
+    save_project(bench.shell, project);
+    store.refused = held;
+    bench.dialogs.shown.clear();
+    open_project(bench.shell, project);
+    std::remove(project.c_str());
+    EXPECT_EQ(bench.boxes_about("automatic increment can not be used"), 1U);
+    EXPECT_FALSE(bench.form.check_box("cheAuto_Increase").value());
+    EXPECT_FALSE(bench.shell.code_increase.valid);
 }
 
 TEST(SettingsOnDiskStory, HoldThePathOfAFileAndAClearedCountWhenTheEventEnds)
