@@ -31,6 +31,7 @@ struct AutoIncrease {
     std::string next_value; // decimal, zero padded
     std::int16_t increment = 0;
     bool valid = false; // the enabled record passed its checks
+    bool left_behind = false; // came in an image with its project and is not in use: nobody would move it on
     std::int16_t system = hex;
 };
 

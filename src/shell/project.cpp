@@ -108,8 +108,7 @@ bool select_model(Shell& shell, const std::string& model)
 
 void clear_job(Shell& shell)
 {
-    shell.code_increase.valid = false;
-    shell.data_increase.valid = false;
+    stop_stamping(shell);
     clear_buffer(shell, 0, shell.code_buffer);
     clear_buffer(shell, 0, shell.data_buffer);
 }

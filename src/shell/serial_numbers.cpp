@@ -19,6 +19,9 @@ namespace {
 
 constexpr int lines_above_number = 3; // it does not stand at the upper edge of the view
 
+constexpr Text project_number_off = {"工程文件的自动增量未能启用，未下载。",
+    "The automatic increment of the project is not in use. Nothing was programmed."};
+
 enum Field { address_field, bytes_field, next_field, increment_field };
 
 // clang-format off
@@ -150,6 +153,7 @@ void scroll_to_number(Shell& shell, const NumberSide& side)
 void take_up(Shell& shell, const NumberSide& side)
 {
     side.record.valid = all_fits(shell, side) && next_can_be_kept(shell);
+    side.record.left_behind = side.record.left_behind && !side.record.valid;
     side.box.set_value(side.record.valid);
     enable_number_fields(shell);
 }
@@ -189,6 +193,7 @@ void stop_side(const NumberSide& side)
 {
     side.box.set_value(false);
     side.record.valid = false;
+    side.record.left_behind = false;
 }
 
 } // namespace
@@ -215,6 +220,7 @@ bool take_up_project_numbers(Shell& shell)
     read_records(shell);
     for (const BufferKind kind : {BufferKind::code, BufferKind::data}) {
         const NumberSide side = side_of(shell, kind);
+        side.record.left_behind = side.box.value();
         if (side.box.value())
             take_up(shell, side);
         vscFile_Change(shell, index_of(kind));
@@ -224,6 +230,10 @@ bool take_up_project_numbers(Shell& shell)
 
 bool numbers_fit(Shell& shell)
 {
+    if (shell.code_increase.left_behind || shell.data_increase.left_behind) {
+        show_box(shell, in_language(shell, project_number_off));
+        return false;
+    }
     const auto fits = [&shell](const AutoIncrease& record) { return !record.valid || value_fits(shell, record); };
     const bool code = fits(shell.code_increase);
     return fits(shell.data_increase) && code;

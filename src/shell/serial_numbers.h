@@ -19,8 +19,8 @@ void cheData_Auto_Increase_Click(Shell& shell);
 bool take_up_project_numbers(Shell& shell);
 
 // For the sequences. A number that is valid stands in the buffer already: it was stamped when its box was set or came
-// with its project. Before a chip it is only seen to that it fits, and that the one behind it will be on the disk; the
-// user is told why not.
+// with its project. Before a chip it is only seen to that it fits, that none came with its project and is not in use,
+// and that the one behind it will be on the disk; the user is told why not.
 bool numbers_fit(Shell& shell);
 bool numbers_are_safe(Shell& shell);
 // After each good chip the next number takes its place, in the buffer, on the screen and in the settings, which are to

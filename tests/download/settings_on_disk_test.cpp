@@ -206,6 +206,18 @@ TEST(SettingsOnDiskStory, OfASecondProgramTakeUpNoNumberOfAProject)
     EXPECT_EQ(bench.boxes_about("automatic increment can not be used"), 1U);
     EXPECT_FALSE(bench.form.check_box("cheAuto_Increase").value());
     EXPECT_FALSE(bench.shell.code_increase.valid);
+
+    bench.dialogs.shown.clear();
+    bench.download();
+    EXPECT_EQ(bench.chip.frame_count(), 0);
+    EXPECT_EQ(bench.boxes_about("The automatic increment of the project is not in use. Nothing was programmed."), 1U);
+
+    store.refused.reset(); // the other program has ended, and this one is asked again
+    set_locked(bench.shell, false);
+    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), true);
+    bench.repair();
+    bench.download();
+    EXPECT_EQ(bench.flash(0x203, 0x203).front(), 41);
 }
 
 TEST(SettingsOnDiskStory, HoldThePathOfAFileAndAClearedCountWhenTheEventEnds)
