@@ -14,6 +14,8 @@
 #include <QApplication>
 #include <QStandardPaths>
 
+#include <memory>
+
 namespace {
 
 using namespace vrk;
@@ -47,10 +49,12 @@ int main(int argc, char** argv)
     PortsWithTarget ports(loop, {});
     QtDialogs dialogs;
     const std::string trial_file = qEnvironmentVariable(trial_file_variable).toStdString();
-    QtSettings own_settings;
-    MemoryStore no_settings; // a first look leaves nothing behind
-    SettingsStore& settings = trial_file.empty() ? static_cast<SettingsStore&>(own_settings) : no_settings;
-    Shell shell(Platform{loop, ports, dialogs, settings});
+    std::unique_ptr<SettingsStore> settings;
+    if (trial_file.empty())
+        settings = std::make_unique<QtSettings>();
+    else
+        settings = std::make_unique<MemoryStore>(); // a first look leaves nothing behind
+    Shell shell(Platform{loop, ports, dialogs, *settings});
     shell.loader.application_dir = QApplication::applicationDirPath().toStdString();
     shell.loader.documents_dir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
     start_up(shell);

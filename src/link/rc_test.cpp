@@ -177,7 +177,9 @@ bool rc_test(Session& session, double target_mhz, int count)
     return true;
 }
 
-bool rc_report(const RcTest& rc, Report& report)
+bool is_near_target(const RcTest& rc) { return std::abs(rc.rc_error) <= tolerable_error; }
+
+void rc_report(const RcTest& rc, Report& report)
 {
     const auto best = static_cast<std::size_t>(rc.best);
     const double best_hz = best < rc.points.size() ? rc.points[best].hz : 0;
@@ -185,12 +187,11 @@ bool rc_report(const RcTest& rc, Report& report)
     report.say("");
     report.say("下次下载 RC 振荡器频率频率: " + mhz(best_hz) + "MHz (仅供参考)");
     report.say("                  频率误差: " + number_text(rc.rc_error / 100.0) + "%      (仅供参考)");
-    if (std::abs(rc.rc_error) <= tolerable_error)
-        return true;
+    if (is_near_target(rc))
+        return;
     report.beep(3);
     report.say(Line::only_chinese("您设置的 RC 振荡器的频率可能在此片 MCU 的频率盲区内，"));
     report.say(Line::only_chinese("频率盲区：" + mhz(rc.rc_gap_low) + " -- " + mhz(rc.rc_gap_high) + "MHz"));
-    return false;
 }
 
 } // namespace vrk

@@ -2,6 +2,7 @@
 
 #include "link/erase.h"
 #include "link/handshake.h"
+#include "link/image_writes.h"
 #include "link/option_commit.h"
 #include "link/program.h"
 #include "link/rc_test.h"
@@ -12,8 +13,6 @@
 #include "image/download_plan.h"
 #include "options/status_frame.h"
 #include "platform/text_number.h"
-
-#include <algorithm>
 
 namespace vrk {
 
@@ -27,8 +26,7 @@ constexpr Text block_1_guarded = {"Chinese:因为由 block1 对 block0 编程已
     "Because Block1 to write Block0 is disable, so program can not continue."};
 constexpr Text file_overflows = {"程序文件超出此 MCU 固件下载范围, 超出部分不下载。 ",
     "The Program Code and EEPROM data is too big.\nThe exceeding part won't program."};
-constexpr Text number_left_out = {"注意: 自动增量的数值在下载范围之外，没有写入 MCU。",
-    "Note: the auto increment number lies outside of what a download writes, and was not programmed."};
+constexpr Text number_left_out = {"自动增量的数值没有写入 MCU。", "The auto increment number was not programmed."};
 constexpr Text erase_failed = {"擦除失败 (End: ", "Erasing MCU failed. (End: "};
 constexpr Text erase_failed_hint = {
     "Try to use the lower baud. / 请尝试用稍低的波特率下载。", "Try to use the lower baud."};
@@ -93,11 +91,11 @@ Result option_stage(Session& session, const Job& job, Report& report)
     return commit_options(session, job, report);
 }
 
-// The effective length of a file ends its writing, and a number does not make it longer.
-bool numbers_are_programmed(const Session& session, const Job& job)
+// The effective length of a file ends its writing, and a number does not make it longer. What the press could not know
+// is the boot loader's version and the model that its id stands for.
+bool numbers_will_be_written(const Session& session, const Job& job)
 {
-    return std::ranges::all_of(job.numbers,
-        [&](const StampedNumber& number) { return is_programmed(session, number.flash_address, number.bytes); });
+    return vrk::numbers_will_be_written(job, session.model(), number_in(session.chip.fw_version));
 }
 
 } // namespace
@@ -124,16 +122,27 @@ Result program_one_chip(Session& session, const Job& job, Report& report)
         return Result::guarded;
     }
 
+    if (!numbers_will_be_written(session, job)) {
+        report.show_box(number_outside);
+        return Result::number_outside;
+    }
     make_plan(session, job, report);
     if (const Result erased = erase_stage(session, report); erased != Result::good)
         return erased;
     if (const Result programmed = program_all(session, job, report); programmed != Result::good)
         return programmed;
+    if (!all_hold(session.programmed, job.numbers)) { // the chip's own boot block stood in the way
+        report.beep(3);
+        report.say(number_left_out);
+        return Result::number_outside;
+    }
     settle(session, report);
-    return option_stage(session, job, report);
+    if (const Result committed = option_stage(session, job, report); committed != Result::good)
+        return committed;
+    return job.calibrate_rc && !is_near_target(session.rc) ? Result::off_frequency : Result::good;
 }
 
-Result report_success(Session& session, const Job& job, Report& report)
+void report_success(Session& session, const Job& job, Report& report)
 {
     session.program_time = minutes_text(seconds_between(session.program_started, session.loop.wall_time()));
     Line success;
@@ -143,11 +152,8 @@ Result report_success(Session& session, const Job& job, Report& report)
         success.zh += "\nerase times/擦除时间 :  " + session.erase_time;
     success.zh += "\nprogram times/下载时间: " + session.program_time + "\nEncrypt OK/ 已加密";
     report.say(success);
-    if (!numbers_are_programmed(session, job))
-        report.say(number_left_out);
-    if (job.calibrate_rc && !rc_report(session.rc, report))
-        return Result::off_frequency;
-    return Result::good;
+    if (job.calibrate_rc)
+        rc_report(session.rc, report);
 }
 
 Result read_one_chip(Session& session, const Job& job, Report& report)

@@ -13,6 +13,8 @@ void report_connection_failed(const EventLoop& loop, Report& report, int beeps);
 // "text" + the time of day + ")".
 Line with_end_time(const Text& text, const EventLoop& loop);
 
+constexpr Text number_outside = {"自动增量的数值在下载范围之外，未下载。",
+    "The auto increment number lies outside of what a download writes. Nothing was programmed."};
 constexpr Text stop_text = {"Operation stopped. / 操作被停止.", "Operation stopped. "};
 
 } // namespace vrk

@@ -1,5 +1,6 @@
 #include "link/write_range.h"
 
+#include "link/image_writes.h"
 #include "link/job.h"
 
 #include "catalog/attributes.h"
@@ -14,7 +15,6 @@ namespace vrk {
 namespace {
 
 constexpr int block_tries = 4;
-constexpr std::int32_t least_end = 0x27F; // a range never ends below it
 constexpr std::uint8_t block_taken = 0x80;
 constexpr int none = -1; // where an address is looked for
 
@@ -225,12 +225,7 @@ void RangeWriter::tell_good_blocks()
 {
     if (untold_last_ == none)
         return;
-    std::vector<std::int16_t>& programmed = session_.programmed;
-    const auto last = static_cast<std::size_t>(untold_last_);
-    if (programmed.size() <= last)
-        programmed.resize(last + 1, -1);
-    for (auto at = static_cast<std::size_t>(untold_first_); at <= last; ++at)
-        programmed[at] = at < image_.size() ? image_[at] : std::int16_t{0};
+    put_bytes(session_.programmed, untold_first_, untold_last_, image_);
     report_.progress({range_.first, range_.last, untold_last_});
     untold_last_ = none;
 }
@@ -241,20 +236,11 @@ bool write_range(
     Session& session, Report& report, const WriteRange& range, std::span<const std::uint8_t> image, bool check_boot)
 {
     const McuRecord& record = session.model();
-    const std::int32_t block = block_bytes(record);
     WriteRange whole = range;
-    whole.last = std::max((range.last / block + 1) * block - 1, least_end);
+    whole.last = range_end(range, record);
     if (is_aspen_top(record) || (record.series == 2 && check_boot))
         cut_at_boot_block(session, report, whole);
     return RangeWriter(session, report, whole, image).write();
-}
-
-bool is_programmed(const SessionFacts& session, std::int32_t address, std::span<const std::uint8_t> bytes)
-{
-    const std::vector<std::int16_t>& programmed = session.programmed;
-    if (address < 0 || static_cast<std::size_t>(address) + bytes.size() > programmed.size())
-        return false;
-    return std::equal(bytes.begin(), bytes.end(), programmed.begin() + address);
 }
 
 std::int16_t boot_size_by_version(int version_times_ten)

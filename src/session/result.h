@@ -15,6 +15,7 @@ enum class Result {
     unknown_chip, // its id stands for a model that the catalogue does not have
     wrong_model, // another model than the job is for
     old_firmware, // its boot loader is too old for this edition
+    number_outside, // its serial number lies where the download does not write
     guarded, // a block of it forbids the other to be programmed
     erase_failed,
     programming_failed, // a block did not go in
@@ -43,6 +44,8 @@ constexpr std::string_view word_of(Result result)
         return "wrong-model";
     case Result::old_firmware:
         return "old-firmware";
+    case Result::number_outside:
+        return "number-outside";
     case Result::guarded:
         return "guarded";
     case Result::erase_failed:

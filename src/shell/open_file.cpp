@@ -7,6 +7,7 @@
 #include "platform/text_number.h"
 #include "shell/buffer_view.h"
 #include "shell/event_service.h"
+#include "shell/kept_settings.h"
 #include "shell/messages.h"
 #include "shell/screen_report.h"
 #include "shell/serial_numbers.h"
@@ -30,6 +31,8 @@ constexpr const char* section = "Settings";
 //                               Chinese                                   English
 constexpr Text file_not_found = {"Can not find the file./找不到文件", "Can not find the file."};
 constexpr Text no_data = {"文件中没有数据。", "The file contains no data."};
+constexpr Text numbers_off = {"打开文件后自动增量已关闭，需要时请重新启用。",
+    "Opening a file has switched the automatic increment off. Switch it on again where it is wanted."};
 constexpr Text not_loaded_again = {
     "文件未能重新加载，未下载。", "The file could not be loaded again. Nothing was programmed."};
 
@@ -40,6 +43,12 @@ const FileRole& role_of(BufferKind kind) { return roles[index_of(kind)]; }
 std::string stored_path(Shell& shell, BufferKind kind)
 {
     return shell.platform.settings.get(section, role_of(kind).stored_path, shell.loader.application_dir);
+}
+
+void keep_path(Shell& shell, BufferKind kind, const std::string& path)
+{
+    shell.platform.settings.set(section, role_of(kind).stored_path, path);
+    keep_settings(shell);
 }
 
 void show_path(Shell& shell, BufferKind kind, const std::string& path)
@@ -106,7 +115,10 @@ Chosen load_chosen(Shell& shell, const std::string& path, FileBuffer& buffer)
 {
     if (names_project(path))
         return Chosen::project;
+    const bool had_numbers = numbers_in_use(shell).any();
     load_file(shell, path, buffer);
+    if (had_numbers && !numbers_in_use(shell).any())
+        append_message(shell, numbers_off);
     return Chosen::file;
 }
 
@@ -118,7 +130,7 @@ Chosen comLoadFile_Click(Shell& shell)
 {
     const std::string path = choose_file(shell, BufferKind::code);
     if (path.empty()) {
-        shell.platform.settings.set(section, role_of(BufferKind::code).stored_path, shell.loader.application_dir);
+        keep_path(shell, BufferKind::code, shell.loader.application_dir);
         return Chosen::nothing;
     }
     return load_chosen(shell, path, shell.code_buffer);
@@ -155,7 +167,7 @@ void take_path(Shell& shell, BufferKind kind, const std::string& path)
     show_path(shell, kind, path);
     if (kind == BufferKind::code && !names_project(path))
         shell.loader.code_path = path;
-    shell.platform.settings.set(section, role_of(kind).stored_path, path);
+    keep_path(shell, kind, path);
 }
 
 void read_load_parameters(Shell& shell, FileBuffer& buffer)

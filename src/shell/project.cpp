@@ -108,8 +108,7 @@ bool select_model(Shell& shell, const std::string& model)
 
 void clear_job(Shell& shell)
 {
-    shell.code_increase.valid = false;
-    shell.data_increase.valid = false;
+    stop_stamping(shell);
     clear_buffer(shell, 0, shell.code_buffer);
     clear_buffer(shell, 0, shell.data_buffer);
 }
@@ -130,18 +129,8 @@ void take_image(Shell& shell, const ProjectImage& image, FileBuffer& buffer, con
 // The number in the image is the one for the next chip: it is not stamped anew.
 void take_up_numbers(Shell& shell)
 {
-    const bool code_on = shell.form.cheAuto_Increase.value();
-    const bool data_on = shell.form.cheData_Auto_Increase.value();
-    if (!code_on && !data_on)
-        return;
-    read_records(shell);
-    if (code_on)
-        check_record(shell, shell.code_increase);
-    if (data_on)
-        check_record(shell, shell.data_increase);
-    vscFile_Change(shell, 0);
-    vscFile_Change(shell, 1);
-    show_box(shell, in_language(shell, check_number));
+    if (take_up_project_numbers(shell))
+        show_box(shell, in_language(shell, check_number));
 }
 
 } // namespace

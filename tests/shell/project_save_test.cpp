@@ -86,6 +86,20 @@ TEST(SaveProject, ChangesNothingButTheNameShown)
     EXPECT_EQ(panel_state(bench.shell), 0);
 }
 
+// A number far behind the file used to make the saved image longer.
+TEST(SaveProject, IsAsLongAsTheFileWhereverItsNumberLies)
+{
+    ProjectBench bench{"Juniper-60Q"};
+    bench.put(bench.shell.code_buffer, Bench::pattern(600));
+    bench.fill_in_numbers();
+    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 0), "2FFF");
+    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), true);
+    ASSERT_TRUE(bench.shell.code_increase.valid);
+    EXPECT_EQ(bench.shell.code_buffer.view_high, 599);
+    bench.save();
+    EXPECT_EQ(parse_project(bench.saved()).code.bytes, Bench::pattern(600));
+}
+
 TEST(OpenProjectDialog, ProposesTheLastProjectAndCancelChangesNothing)
 {
     ProjectBench bench;

@@ -246,7 +246,7 @@ TEST(SerialNumberPage, TheCheckBoxStampsAndTheNumberStandsOut)
     EXPECT_TRUE(bench.find<QLineEdit>("texAuto_Increase(2)")->isEnabled());
 }
 
-TEST(SerialNumberPage, AFailedCheckIsABoxAndTheBoxStaysOn)
+TEST(SerialNumberPage, AFailedCheckIsABoxAndTheTickComesOffAgain)
 {
     ProductionBench bench;
     bench.choose_tab("AUTO_INCREASE");
@@ -261,6 +261,9 @@ TEST(SerialNumberPage, AFailedCheckIsABoxAndTheBoxStaysOn)
     EXPECT_EQ(title, "Set Program Automatic Increment");
     EXPECT_EQ(text, "The address of auto increament in the data buffer is too big.");
     EXPECT_FALSE(bench.shell.code_increase.valid);
+    auto* tick = bench.find<QCheckBox>("cheAuto_Increase");
+    EXPECT_TRUE(QTest::qWaitFor([tick] { return !tick->isChecked(); }, 2000));
+    EXPECT_TRUE(bench.find<QLineEdit>("texAuto_Increase(0)")->isEnabled()) << "the address can be put right";
 }
 
 TEST_P(ProductionPage, ShowsAllItsTextsWhole)
