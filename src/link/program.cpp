@@ -111,20 +111,23 @@ Result failed_by(const Session& session, Report& report)
         report.say(stopped);
         return Result::stopped;
     }
-    report.beep(3);
-    report.say(with_end_time(failed, session.loop));
-    report.say(failed_hint);
+    report_failed(session, report, 3, with_end_time(failed, session.loop));
+    if (!session.port_gone())
+        report.say(failed_hint);
     return Result::programming_failed;
 }
 
-// The newer chips confirm the whole code. A silent one is left to the option stage to notice.
-bool code_is_confirmed(Session& session, Report& report)
+// The newer chips confirm the whole code. A silent one is left to the option stage to notice; where the user has
+// stopped or the port has gone nobody has noticed anything.
+Result confirm_code(Session& session, Report& report)
 {
-    if (!session.ask_model(command::end_of_code, 200, 0) || session.rx.code() == code_taken)
-        return true;
-    report.beep(2);
-    report.say(options_left);
-    return false;
+    const bool answered = session.ask_model(command::end_of_code, 200, 0);
+    if (answered && session.rx.code() != code_taken) {
+        report.beep(2);
+        report.say(options_left);
+        return Result::options_refused;
+    }
+    return answered || !session.is_over() ? Result::good : failed_by(session, report);
 }
 
 void say_beginning(const Session& session, Report& report)
@@ -161,7 +164,7 @@ bool block_is_written(Session& session, const WriteRange& range, std::int32_t fi
 {
     for (int attempt = 0; attempt < block_tries; ++attempt) {
         const bool good = write_block(session, range.as_chunks, first, last, attempt > 0, image);
-        if (session.stop_requested)
+        if (session.is_over())
             return false;
         if (good)
             return true;
@@ -196,7 +199,7 @@ bool block_reply_good(std::span<const std::uint8_t> reply, bool new_protocol, st
 {
     if (reply.size() < 5)
         return false;
-    const bool sum_good = reply[4] == (data_sum & 0xFF);
+    const bool sum_good = reply[4] == low(data_sum);
     if (new_protocol)
         return reply[3] == 0 && sum_good;
     const bool short_answer = reply[1] == 0 && reply[2] == 6; // taken, and too old to send the sum
@@ -208,12 +211,14 @@ bool write_demo_chunk(Session& session, std::int32_t address, bool again, std::s
     const DataFrame frame = build_demo_data_frame(
         again ? command::demo_write_again : command::demo_write, static_cast<std::uint32_t>(address), data);
     session.data_sum = frame.data_sum;
+    if (!session.make_way(frame.bytes.size(), again))
+        return false;
     session.flush();
     session.rx.demo_reply_ok = false;
     session.port.send(frame.bytes);
     const Deadline end(
         session.loop, reply_timeout_ms(static_cast<double>(session.chip.mcu_clock_hz), session.port.line().baud));
-    while (!session.rx.demo_reply_ok && !session.stop_requested && !end.passed())
+    while (!session.rx.demo_reply_ok && !session.is_over() && !end.passed())
         session.loop.yield();
     if (!session.rx.demo_reply_ok)
         return false;
@@ -267,14 +272,16 @@ Result program_all(Session& session, const Job& job, Report& report)
 {
     session.program_ok = false;
     session.programmed.clear();
-    session.program_started = session.loop.wall_time();
+    session.program_started_us = session.loop.now_us();
     report.enter(Stage::writing);
     say_beginning(session, report);
     if (!write_images(session, job, report))
         return failed_by(session, report);
     const McuRecord& record = session.model();
-    if (!record.cap_no_option_write && record.cap_new_protocol && !code_is_confirmed(session, report))
-        return Result::options_refused;
+    if (!record.cap_no_option_write && record.cap_new_protocol) {
+        if (const Result confirmed = confirm_code(session, report); confirmed != Result::good)
+            return confirmed;
+    }
     session.program_ok = true;
     return Result::good;
 }
@@ -336,6 +343,8 @@ bool write_chunk_frame(
     const DataFrame frame = build_data_frame(again ? command::write_block_again : command::write_block,
         static_cast<std::uint32_t>(address), data, session.check());
     session.data_sum = frame.data_sum;
+    if (!session.make_way(frame.bytes.size(), again))
+        return false;
     session.flush();
     session.port.send(frame.bytes);
     if (!session.wait_reply(reply_timeout_ms(static_cast<double>(session.chip.mcu_clock_hz), session.port.line().baud)))
