@@ -6,6 +6,7 @@
 #include "shell/messages.h"
 #include "shell/open_file.h"
 #include "shell/panel_state.h"
+#include "shell/rc_boxes.h"
 #include "shell/screen_report.h"
 #include "shell/serial_numbers.h"
 
@@ -151,6 +152,8 @@ void run_download(Shell& shell, int row)
         return;
     if (!numbers_fit(shell))
         return; // the number in the buffer is that of another chip
+    if (!rc_frequencies_fit(shell))
+        return;
     show_panel_state(shell);
     do
         shell.succeeded = program_next_chip(shell, row == repeat_row) == Result::good;
