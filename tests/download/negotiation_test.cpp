@@ -268,6 +268,7 @@ class SlowFrames : public ::testing::TestWithParam<const char*> { };
 TEST_P(SlowFrames, HaveLeftBeforeTheLineIsSwitchedOrClosed)
 {
     Station bench(GetParam());
+    bench.ports.closing = sim::Wire::Closing::drops;
     bench.form.list("cobBaudMin").set_text("1200");
     FrameTape tape(bench);
     bench.download();
@@ -282,6 +283,7 @@ TEST_P(SlowFrames, HaveLeftBeforeTheLineIsSwitchedOrClosed)
 TEST_P(SlowFrames, HaveLeftWhereBothBaudsAreTheSlowest)
 {
     Station bench(GetParam());
+    bench.ports.closing = sim::Wire::Closing::drops;
     bench.form.list("cobBaudMin").set_text("1200");
     bench.form.list("cobBaudMax").set_text("1200");
     FrameTape tape(bench);
