@@ -35,20 +35,23 @@ Result failed_by(const Session& session, Report& report)
         report.say(stopped);
         return Result::stopped;
     }
-    report.beep(3);
-    report.say(with_end_time(failed, session.loop));
-    report.say(failed_hint);
+    report_failed(session, report, 3, with_end_time(failed, session.loop));
+    if (!session.port_gone())
+        report.say(failed_hint);
     return Result::programming_failed;
 }
 
-// The newer chips confirm the whole code. A silent one is left to the option stage to notice.
-bool code_is_confirmed(Session& session, Report& report)
+// The newer chips confirm the whole code. A silent one is left to the option stage to notice; where the user has
+// stopped or the port has gone nobody has noticed anything.
+Result confirm_code(Session& session, Report& report)
 {
-    if (!session.ask_model(command::end_of_code, 200, 0) || session.rx.code() == code_taken)
-        return true;
-    report.beep(2);
-    report.say(options_left);
-    return false;
+    const bool answered = session.ask_model(command::end_of_code, 200, 0);
+    if (answered && session.rx.code() != code_taken) {
+        report.beep(2);
+        report.say(options_left);
+        return Result::options_refused;
+    }
+    return answered || !session.is_over() ? Result::good : failed_by(session, report);
 }
 
 void say_beginning(const Session& session, Report& report)
@@ -63,14 +66,16 @@ Result program_all(Session& session, const Job& job, Report& report)
 {
     session.program_ok = false;
     session.programmed.clear();
-    session.program_started = session.loop.wall_time();
+    session.program_started_us = session.loop.now_us();
     report.enter(Stage::writing);
     say_beginning(session, report);
     if (!write_images(session, job, report))
         return failed_by(session, report);
     const McuRecord& record = session.model();
-    if (!record.cap_no_option_write && record.cap_new_protocol && !code_is_confirmed(session, report))
-        return Result::options_refused;
+    if (!record.cap_no_option_write && record.cap_new_protocol) {
+        if (const Result confirmed = confirm_code(session, report); confirmed != Result::good)
+            return confirmed;
+    }
     session.program_ok = true;
     return Result::good;
 }

@@ -54,11 +54,14 @@ std::array<BandTrim, 4> first_points(std::uint8_t band_low, std::uint8_t band_hi
 // The chip leaves to measure itself and must hear sync bytes to come back.
 bool measure_points(Session& session, std::span<const BandTrim> points)
 {
-    session.send(build_rc_frame(session.rc.rc_saved, points));
+    const Bytes frame = build_rc_frame(session.rc.rc_saved, points);
+    if (!session.make_way(frame.size(), false))
+        return false;
+    session.send(frame);
     session.rx.count = 0;
     session.rx.reply_ok = false;
     const Deadline end(session.loop, exchange_ms);
-    while (!session.rx.reply_ok && !session.stop_requested && !end.passed()) {
+    while (!session.rx.reply_ok && !session.is_over() && !end.passed()) {
         session.port.send(sync_pair);
         session.wait_reply(sync_spacing_ms);
     }

@@ -69,9 +69,9 @@ Result erase_stage(Session& session, Report& report)
     }
     if (erased)
         return Result::good;
-    report.beep(3);
-    report.say(with_end_time(erase_failed, session.loop));
-    report.say(erase_failed_hint);
+    report_failed(session, report, 3, with_end_time(erase_failed, session.loop));
+    if (!session.port_gone())
+        report.say(erase_failed_hint);
     return Result::erase_failed;
 }
 
@@ -91,6 +91,14 @@ Result option_stage(Session& session, const Job& job, Report& report)
     return commit_options(session, job, report);
 }
 
+// A stage that fell silent because its port has gone says so in its result.
+Result reason_of(const Session& session, Result result)
+{
+    const bool fell_silent = result == Result::no_answer || result == Result::erase_failed ||
+        result == Result::programming_failed || result == Result::options_failed;
+    return fell_silent && session.port_gone() ? Result::port_gone : result;
+}
+
 // The effective length of a file ends its writing, and a number does not make it longer. What the press could not know
 // is the boot loader's version and the model that its id stands for.
 bool numbers_will_be_written(const Session& session, const Job& job)
@@ -98,9 +106,7 @@ bool numbers_will_be_written(const Session& session, const Job& job)
     return vrk::numbers_will_be_written(job, session.model(), number_in(session.chip.fw_version));
 }
 
-} // namespace
-
-Result program_one_chip(Session& session, const Job& job, Report& report)
+Result tell_download(Session& session, const Job& job, Report& report)
 {
     report.enter(Stage::calling);
     const Result connected = connect_target(session, job, Purpose::download, report);
@@ -142,9 +148,16 @@ Result program_one_chip(Session& session, const Job& job, Report& report)
     return job.calibrate_rc && !is_near_target(session.rc) ? Result::off_frequency : Result::good;
 }
 
+} // namespace
+
+Result program_one_chip(Session& session, const Job& job, Report& report)
+{
+    return reason_of(session, tell_download(session, job, report));
+}
+
 void report_success(Session& session, const Job& job, Report& report)
 {
-    session.program_time = minutes_text(seconds_between(session.program_started, session.loop.wall_time()));
+    session.program_time = minutes_since(session.loop, session.program_started_us);
     Line success;
     success.en = "Program OK\nVerify  OK ( Total: " + session.program_time + " )\nEncrypt OK.";
     success.zh = "Program OK / 下载 OK\nVerify  OK / 校验 OK ";
@@ -160,14 +173,13 @@ Result read_one_chip(Session& session, const Job& job, Report& report)
 {
     report.enter(Stage::calling);
     const Result result = connect_target(session, job, Purpose::read_only, report);
-    if (result != Result::good)
-        return result;
-    leave_isp(session);
-    if (!session.chip.options_read_ok)
-        report.say(read_failed);
-    else
+    if (result == Result::good) {
+        leave_isp(session);
         report.say(session.chip.fw_letter == "B" ? version_read_ok : read_ok);
-    return Result::good;
+    } else if (!session.stop_requested) {
+        report.say(read_failed);
+    }
+    return reason_of(session, result);
 }
 
 } // namespace vrk

@@ -59,7 +59,7 @@ bool block_reply_good(std::span<const std::uint8_t> reply, bool new_protocol, st
 {
     if (reply.size() < 5)
         return false;
-    const bool sum_good = reply[4] == (data_sum & 0xFF);
+    const bool sum_good = reply[4] == low(data_sum);
     if (new_protocol)
         return reply[3] == 0 && sum_good;
     const bool short_answer = reply[1] == 0 && reply[2] == 6; // taken, and too old to send the sum
@@ -159,7 +159,7 @@ bool RangeWriter::write_block(std::int32_t first, std::int32_t last)
 {
     for (int attempt = 0; attempt < block_tries; ++attempt) {
         const bool good = try_block(first, last, attempt > 0);
-        if (session_.stop_requested)
+        if (session_.is_over())
             return false;
         if (good)
             return true;
@@ -171,7 +171,7 @@ bool RangeWriter::try_block(std::int32_t first, std::int32_t last, bool again)
 {
     for (std::int32_t address = first; address <= last;) {
         const Piece piece = piece_at(address);
-        if (!write_piece(piece, again) || session_.stop_requested)
+        if (!write_piece(piece, again) || session_.is_over())
             return false;
         address = behind(piece);
     }
@@ -183,6 +183,8 @@ bool RangeWriter::write_piece(const Piece& piece, bool again)
     const DataFrame frame = again || built_for_ != piece.first ? build(piece, again) : std::move(built_);
     built_for_ = none;
     session_.data_sum = frame.data_sum;
+    if (!session_.make_way(frame.bytes.size(), again))
+        return false;
     session_.flush();
     session_.rx.demo_reply_ok = false;
     session_.port.send(frame.bytes);
@@ -202,7 +204,7 @@ bool RangeWriter::demo_reply_comes(const DataFrame& frame)
 {
     const Deadline end(
         session_.loop, reply_timeout_ms(static_cast<double>(session_.chip.mcu_clock_hz), session_.port.line().baud));
-    while (!session_.rx.demo_reply_ok && !session_.stop_requested && !end.passed())
+    while (!session_.rx.demo_reply_ok && !session_.is_over() && !end.passed())
         session_.loop.yield();
     if (!session_.rx.demo_reply_ok)
         return false;

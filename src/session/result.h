@@ -10,6 +10,7 @@ enum class Result {
     good, // the chip holds the job, or has told what it holds
     stopped, // the user has ended it
     no_port, // the port could not be opened
+    port_gone, // the port went while the chip was being worked on
     no_answer, // the chip fell silent before it was known, or answered out of order
     unreadable_id, // the chip could not read its own id
     unknown_chip, // its id stands for a model that the catalogue does not have
@@ -34,6 +35,8 @@ constexpr std::string_view word_of(Result result)
         return "stopped";
     case Result::no_port:
         return "no-port";
+    case Result::port_gone:
+        return "port-gone";
     case Result::no_answer:
         return "no-answer";
     case Result::unreadable_id:

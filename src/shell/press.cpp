@@ -7,6 +7,7 @@
 #include "shell/messages.h"
 #include "shell/open_file.h"
 #include "shell/panel_state.h"
+#include "shell/rc_boxes.h"
 #include "shell/screen_report.h"
 #include "shell/serial_numbers.h"
 
@@ -99,17 +100,20 @@ void show_success(Shell& shell, const std::string& count)
         beep(shell, 1);
 }
 
-// The time to change chips. The stop button is not looked at here: the wait runs out, and the next connection stops.
+// The time to change chips. A stop ends it at once.
 void count_down_to_next(Shell& shell)
 {
-    for (int i = static_cast<int>(number_in(shell.form.comDalay_ReDownLoad.text())); i >= 0; --i) {
+    const int seconds_wanted = static_cast<int>(number_in(shell.form.comDalay_ReDownLoad.text()));
+    for (int i = seconds_wanted; i >= 0 && !shell.stop_requested; --i) {
         const std::string seconds = std::to_string(i);
         Line line;
         line.en = "Program succeed.\nAfter a few seconds, re-connection will continue.  " + seconds;
         line.zh = "Program succeed. / 下载成功.\nAfter a few seconds re-connect will continue.  " + seconds +
             "\nChinese:几秒钟后将继续下载下一个 MCU...  " + seconds;
         append_message(shell, line);
-        wait_ms(shell.platform.loop, second_ms);
+        const Deadline second(shell.platform.loop, second_ms);
+        while (!shell.stop_requested && !second.passed())
+            shell.platform.loop.yield();
     }
 }
 
@@ -149,6 +153,8 @@ Result program_next_chip(Shell& shell, bool repeat)
     tell_settings_fault(shell);
     if (another)
         count_down_to_next(shell);
+    if (another && shell.stop_requested)
+        report_stop(report); // below the report of the chip that is good
     return result;
 }
 
@@ -160,12 +166,14 @@ void run_download(Shell& shell, int row)
         return;
     if (!numbers_fit(shell))
         return; // the number in the buffer is that of another chip
+    if (!rc_frequencies_fit(shell))
+        return;
     if (!numbers_are_safe(shell))
         return append_message(shell, not_kept);
     show_panel_state(shell);
     do
         shell.succeeded = program_next_chip(shell, row == repeat_row) == Result::good;
-    while (shell.succeeded && row == repeat_row && shell.number_for_next && !shell.closing);
+    while (shell.succeeded && row == repeat_row && shell.number_for_next && !shell.stop_requested);
 }
 
 } // namespace
