@@ -151,7 +151,7 @@ void comSaveBatchFile_Click(Shell& shell)
     if (!shell.file_loaded)
         return show_box(shell, in_language(shell, no_code_file));
     make_folder(project_folder(shell.loader));
-    const auto chosen = shell.platform.dialogs.choose(project_dialog(shell, FileDialog::Kind::save, save_title));
+    const auto chosen = choose_path(shell, project_dialog(shell, FileDialog::Kind::save, save_title));
     if (chosen && !trimmed(*chosen).empty())
         save_project(shell, *chosen);
 }
@@ -172,7 +172,7 @@ void save_project(Shell& shell, const std::string& chosen)
 
 void comOpenBatchFile_Click(Shell& shell)
 {
-    const auto chosen = shell.platform.dialogs.choose(project_dialog(shell, FileDialog::Kind::open, open_title));
+    const auto chosen = choose_path(shell, project_dialog(shell, FileDialog::Kind::open, open_title));
     if (chosen && !trimmed(*chosen).empty())
         open_project(shell, *chosen);
 }

@@ -122,10 +122,10 @@ struct LoadBench : Folder {
 
     vrk::LoadEnd load(const std::string& file_path)
     {
-        const vrk::ImageFile file = vrk::read_image_file(file_path, buffer.data.size());
+        vrk::ImageFile file = vrk::open_image_file(file_path, buffer.data.size());
         const std::int32_t shown_ap_last = vrk::derive_isp_start(record).shown_last & 0xFFFF;
-        vrk::Loaded loaded =
-            vrk::load_image(buffer, file, {record, shown_ap_last, file_open}, boxes, [this] { return wanted(); });
+        vrk::Loaded loaded = vrk::load_image(
+            buffer, file, {record, shown_ap_last, file_open, end_record_wanted}, boxes, [this] { return wanted(); });
         if (loaded.end == vrk::LoadEnd::done) {
             buffer = loaded.buffer;
             file_open = true;
@@ -139,6 +139,7 @@ struct LoadBench : Folder {
     vrk::McuRecord record;
     vrk::FileBuffer buffer;
     bool file_open = false;
+    bool end_record_wanted = false;
     WrittenBoxes boxes;
     std::function<bool()> wanted = [] { return true; };
 
