@@ -22,15 +22,6 @@ using namespace vrk;
 constexpr const char* trial_file_variable = "VRK_ISP_TRIAL_FILE";
 constexpr const char* trial_model = "Juniper-60Q";
 
-// The panel is there while the simulated target is the chosen port.
-void tie_panel(Shell& shell, MainWindow& window, TargetPanel& panel)
-{
-    const auto show = [&shell, &panel] { panel.setVisible(shell.form.combCommPort.text() == PortsWithTarget::path); };
-    auto* port = window.findChild<QComboBox*>("combCommPort");
-    QObject::connect(port, &QComboBox::currentTextChanged, &panel, show);
-    show();
-}
-
 void begin_trial(Shell& shell, const std::string& file)
 {
     choose_node(shell, shell.form.TreeViewDevice, trial_model);
@@ -62,10 +53,7 @@ int main(int argc, char** argv)
     }
     MainWindow window(shell);
     dialogs.parent = &window;
-    auto* panel = new TargetPanel(shell, ports);
-    window.add_panel(panel);
-    panel->put_in(trial_model);
-    tie_panel(shell, window, *panel);
+    new TargetPanel(window, ports, trial_model); // the window's own from then on
     window.show();
     return QApplication::exec();
 }

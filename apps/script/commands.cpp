@@ -498,7 +498,7 @@ constexpr CommandRow commands[] = {
 //    name              arguments                  what it does
     { "set",            "NAME VALUE",              "types, picks an item (#n: item n), checks (1, 0), picks a node or a tab", set_control },
     { "click",          "NAME",                    "clicks a button, label, tab, node", click_control },
-    { "press",          "NAME KEY",                "one key: a character, PageUp, PageDown, Up, Down, Esc, Enter", press_control },
+    { "press",          "NAME KEY",                "one key: a character, PageUp, PageDown, Up, Down, Left, Right, Home, End, Esc, Enter", press_control },
     { "caret",          "NAME POSITION",           "puts the caret of a text control", put_caret },
     { "get",            "NAME[.PROPERTY]",         "its value; caption, enabled, visible, index, items, min, max, value, selstart, sellength", get_control },
     { "controls",       "[PREFIX]",                "all control names with their type", list_controls },
