@@ -8,8 +8,8 @@
 
 namespace vrk {
 
-// At most seven, one a strip; an empty one leaves its strip out. Series 5 to 17, none for the others. Only what is known
-// to be true of the whole family is told; otherwise that the options are fixed, and no more.
+// At most seven, one a strip; an empty one leaves its strip out. Series 5 to 17, none for the others. Only what is
+// known to be true of the whole family is told; otherwise that the options are fixed, and no more.
 std::vector<std::string> fixed_option_lines(const McuRecord& record, bool english);
 
 } // namespace vrk

@@ -236,7 +236,8 @@ TEST(Script, WaitTextEndsWithTheTextOrFailsInTime)
         {"choose " + sample, "click comLoadFile", "click comDownload(0)", "wait-text textMsg 5000 Connection is failed",
             "wait-text textMsg 100 no such words", "click comStop_Download", "wait-idle"});
     EXPECT_EQ(bench.error(3), "");
-    EXPECT_TRUE(bench.error(4).starts_with("'textMsg' does not contain 'no such words' after 100 ms")) << bench.error(4);
+    EXPECT_TRUE(bench.error(4).starts_with("'textMsg' does not contain 'no such words' after 100 ms"))
+        << bench.error(4);
 }
 
 TEST(Script, WaitIdleFailsWhenTheSequenceDoesNotEnd)
