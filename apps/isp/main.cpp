@@ -14,6 +14,9 @@
 #include <QApplication>
 #include <QStandardPaths>
 
+#include <cstdlib>
+#include <string_view>
+
 namespace {
 
 using namespace vrk;
@@ -29,10 +32,23 @@ void begin_trial(Shell& shell, const std::string& file)
     load_file(shell, file, shell.code_buffer);
 }
 
+// Qt ends a program that finds no display with an abort; `run` asks beforehand, and is answered by the status.
+int try_display(int argc, char** argv)
+{
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString&) {
+        if (type == QtFatalMsg)
+            std::_Exit(1);
+    });
+    const QGuiApplication application(argc, argv);
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    if (argc == 2 && std::string_view{argv[1]} == "--try-display")
+        return try_display(argc, argv);
     QApplication application(argc, argv);
     QtLoop loop;
     PortsWithTarget ports(loop, {});

@@ -5,10 +5,8 @@
 #include "catalog/ranges.h"
 #include "catalog/rows.h"
 #include "image/load.h"
+#include "own_folder.h"
 #include "platform/text_number.h"
-
-#include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <deque>
 #include <filesystem>
@@ -77,8 +75,7 @@ struct Folder {
         return file_path;
     }
 
-    const std::string path = std::filesystem::temp_directory_path().string() + "/vrk_image_" +
-        std::to_string(::getpid()) + "_" + ::testing::UnitTest::GetInstance()->current_test_info()->name();
+    const std::string path = vrk::own_folder("image");
 };
 
 // Boxes as they came, answered from a queue; No once it is empty.
