@@ -16,6 +16,7 @@ namespace {
 
 using Result = Runner::Result;
 constexpr std::int64_t default_wait_ms = 60000;
+constexpr double fastest_clock_hz = 1e9; // no chip comes near it
 
 Result value_of(Json value)
 {
@@ -452,10 +453,12 @@ Result calculate(Runner&, Words words)
     const auto max_baud = small_number(words.next());
     const double clock_hz = number_in(words.next());
     const auto index = whole_number(words.rest());
-    if (!series || !max_baud || !index)
+    constexpr auto most = std::numeric_limits<std::int16_t>::max();
+    const bool fit = series && max_baud && index && *index >= -most && *index <= most && clock_hz <= fastest_clock_hz;
+    if (!fit)
         return failure("calculate-baud takes series, highest baud, clock in Hz and start index");
     BaudChoice choice;
-    choice.index = static_cast<std::int16_t>(std::clamp<std::int64_t>(*index, -32768, 32767));
+    choice.index = static_cast<std::int16_t>(*index);
     calculate_baud(clock_hz, *series, *max_baud, choice);
     return value_of({{"index", choice.index}, {"baud", choice.baud}, {"error", choice.error}, {"mode", choice.mode},
         {"setting", choice.setting}});

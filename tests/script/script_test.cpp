@@ -144,6 +144,20 @@ TEST(Script, AMisspeltFileIsToldAndNothingIsLoaded)
     EXPECT_EQ(bench.value(5)[0]["text"], "    Please open code file.   ");
 }
 
+// Some were cut to their low bits, and the command went on with another number.
+TEST(Script, ANumberTooLargeForItsUnitIsAFault)
+{
+    for (const char* command : {"sleep 99999999999999", "wait-idle 99999999999999999999", "set cobBaudMax #4294967296",
+             "set TabStrip2 #4294967296", "caret txtBuffer2 4294967296", "set vscFile(0) 4294967297",
+             "calculate-baud 4294967303 115200 11059200 0", "calculate-baud 7 115200 11059200 65536",
+             "calculate-baud 7 115200 1e300 0", "mcu 4294967297 0", "options 4294967296",
+             "buffer code 0 FFFFFFFFFFFFFFFFF"}) {
+        ScriptBench bench(false);
+        bench.run({command});
+        EXPECT_NE(bench.error(0), "") << command;
+    }
+}
+
 TEST(Script, PicksListItemsByTextAndByNumber)
 {
     ScriptBench bench(false);

@@ -7,7 +7,7 @@ using namespace vrk;
 namespace {
 
 struct PanelBench {
-    explicit PanelBench()
+    PanelBench()
         : ports(loop, {"/dev/null", "/dev/zero"})
         , shell(Platform{loop, ports, dialogs, settings})
     {
@@ -49,6 +49,8 @@ TEST(TargetPanel, IsThereWithItsSwitchWhileTheSimulatedTargetIsChosen)
     ASSERT_EQ(bench.list->currentText(), PortsWithTarget::path);
     EXPECT_TRUE(bench.panel->isVisible());
     EXPECT_TRUE(bench.window->findChild<QPushButton*>("simulatedPower")->isVisible());
+    if (const QString folder = qEnvironmentVariable("VRK_PICTURES"); !folder.isEmpty())
+        bench.window->grab().save(folder + "/simulated_target.png");
     bench.press(Qt::Key_Up);
     EXPECT_FALSE(bench.panel->isVisible());
 }
