@@ -26,6 +26,7 @@ struct LinkerBench : Bench {
         EXPECT_TRUE(load_file(shell, path, shell.code_buffer));
         click(shell, form.check_box("cekReloadFileWhileFileChange"));
         run_for_ms(1500);
+        press_stop_after_ms(30'000); // of a call that nobody should have begun
     }
     void writes_after_ms(std::int64_t ms, std::string_view so_far)
     {
