@@ -14,7 +14,9 @@
 #include <QApplication>
 #include <QStandardPaths>
 
+#include <cstdlib>
 #include <memory>
+#include <string_view>
 
 namespace {
 
@@ -24,15 +26,6 @@ using namespace vrk;
 constexpr const char* trial_file_variable = "VRK_ISP_TRIAL_FILE";
 constexpr const char* trial_model = "Juniper-60Q";
 
-// The panel is there while the simulated target is the chosen port.
-void tie_panel(Shell& shell, MainWindow& window, TargetPanel& panel)
-{
-    const auto show = [&shell, &panel] { panel.setVisible(shell.form.combCommPort.text() == PortsWithTarget::path); };
-    auto* port = window.findChild<QComboBox*>("combCommPort");
-    QObject::connect(port, &QComboBox::currentTextChanged, &panel, show);
-    show();
-}
-
 void begin_trial(Shell& shell, const std::string& file)
 {
     choose_node(shell, shell.form.TreeViewDevice, trial_model);
@@ -40,10 +33,23 @@ void begin_trial(Shell& shell, const std::string& file)
     load_file(shell, file, shell.code_buffer);
 }
 
+// Qt ends a program that finds no display with an abort; `run` asks beforehand, and is answered by the status.
+int try_display(int argc, char** argv)
+{
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString&) {
+        if (type == QtFatalMsg)
+            std::_Exit(1);
+    });
+    const QGuiApplication application(argc, argv);
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    if (argc == 2 && std::string_view{argv[1]} == "--try-display")
+        return try_display(argc, argv);
     QApplication application(argc, argv);
     QtLoop loop;
     PortsWithTarget ports(loop, {});
@@ -66,10 +72,7 @@ int main(int argc, char** argv)
     }
     MainWindow window(shell);
     dialogs.parent = &window;
-    auto* panel = new TargetPanel(shell, ports);
-    window.add_panel(panel);
-    panel->put_in(trial_model);
-    tie_panel(shell, window, *panel);
+    new TargetPanel(window, ports, trial_model); // the window's own from then on
     window.show();
     return QApplication::exec();
 }

@@ -101,6 +101,8 @@ std::string plain(const Json& value)
 
 void print_answer(const Answer& answer, const std::string& script, bool json)
 {
+    if (!answer.note.empty())
+        std::cerr << script << ":" << answer.line << ": " << answer.note << std::endl;
     if (json) {
         Json line = {{"ok", answer.error.empty()}};
         if (answer.error.empty())
@@ -122,6 +124,13 @@ void tell_places(LoaderState& loader)
     loader.documents_dir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
 }
 
+void break_off(Runner& runner)
+{
+    const std::string said = runner.break_off();
+    if (!said.empty())
+        std::cerr << "vrk-script: " << said << std::endl;
+}
+
 // Runs until the script has ended and all that it started has wound down.
 int run_to_its_end(Runner& runner, EventLoop& loop, const Shell& shell)
 {
@@ -129,7 +138,7 @@ int run_to_its_end(Runner& runner, EventLoop& loop, const Shell& shell)
     while (!shell.unloaded || shell.running) {
         loop.yield();
         if (!std::cout)
-            runner.break_off();
+            break_off(runner);
     }
     loop.before_sleep = nullptr;
     return runner.failed() || !std::cout ? 1 : 0;
@@ -142,6 +151,7 @@ public:
     {
     }
     void power(bool on) override { chip_.power(on); }
+    bool has_power() const override { return chip_.state() != sim::Chip::State::off; }
     Json describe() const override
     {
         Json frames = Json::object();
@@ -175,7 +185,7 @@ int rehearse(const sim::ChipSetup& setup, const Options& options, SettingsStore&
         std::string line;
         if (std::getline(lines, line))
             return without_line_end(std::move(line));
-        runner->break_off();
+        break_off(*runner);
         return std::nullopt;
     };
     runner = std::make_unique<Runner>(
@@ -199,7 +209,7 @@ int run_for_real(const Options& options, SettingsStore& settings, LineSource& li
     const auto next_line = [&]() -> std::optional<std::string> {
         auto line = lines.take();
         if (!line && lines.ended())
-            runner->break_off();
+            break_off(*runner);
         return line;
     };
     runner =

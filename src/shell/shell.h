@@ -58,6 +58,7 @@ struct Shell {
     LoaderState loader;
     AutoIncrease code_increase{BufferKind::code};
     AutoIncrease data_increase{BufferKind::data};
+    int dialogs_open = 0; // boxes and file dialogs that stand, one over the other
     bool edit_confirmed = false; // the user has agreed to edit the buffers
 
     bool running = false; // a sequence: what goes into a chip is sealed, and hands keep off
