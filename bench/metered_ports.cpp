@@ -38,6 +38,7 @@ public:
     }
     void close() override { port_->close(); }
     bool is_open() const override { return port_->is_open(); }
+    bool gone() const override { return port_->gone(); }
     bool set_line(const vrk::LineSettings& line) override
     {
         line_ = line;

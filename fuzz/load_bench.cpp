@@ -177,8 +177,8 @@ vrk::Loaded LoadBench::load_on_values()
     vrk::FileBuffer empty{buffer_->kind};
     empty.start = buffer_->start;
     const std::int32_t shown_ap_last = vrk::hex_address_4(form_.LabISP_reange[1].caption());
-    return vrk::load_image(empty, vrk::read_image_file(path_, empty.data.size()),
-        {shell_.selected, shown_ap_last, false}, boxes, [] { return true; });
+    vrk::ImageFile file = vrk::open_image_file(path_, empty.data.size());
+    return vrk::load_image(empty, file, {shell_.selected, shown_ap_last, false}, boxes, [] { return true; });
 }
 
 std::string LoadBench::complaint(bool loaded) const

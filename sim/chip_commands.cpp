@@ -208,7 +208,10 @@ void Chip::take_model_frame(const CommandFrame& frame)
 
 void Chip::take_read_status()
 {
-    const Bytes frame = read_status_frame(setup_);
+    const bool with_options = faults.answers_without_options <= 0;
+    if (!with_options)
+        --faults.answers_without_options;
+    const Bytes frame = read_status_frame(setup_, with_options);
     busy_ = true;
     later(setup_.times.answer_us * 1000, [this, frame] { transmit(frame, {}); });
 }

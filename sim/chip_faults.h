@@ -18,6 +18,7 @@ struct ChipFaults {
     std::map<std::uint32_t, int> refused_blocks; // an address in the block: how many times it is refused
     int wrong_sums = 0; // answers to blocks with a wrong sum, though the block is written
     int busy_options = 0; // answers to an option write that say "not taken yet"
+    int answers_without_options = 0; // to a read of the status: they end where the options begin
     int refused_options = 0; // option writes that are answered well and not carried out
     std::optional<int> cut_power_at_frame; // counts down
     std::optional<std::uint16_t> reported_id; // instead of the model's own

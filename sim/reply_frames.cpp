@@ -121,12 +121,14 @@ Bytes status_frame(const ChipSetup& setup, const StatusFacts& facts, StatusLayou
     return reply_frame(status_code, sheet.payload(static_cast<std::size_t>(layout)), setup.model.long_frame);
 }
 
-Bytes read_status_frame(const ChipSetup& setup)
+Bytes read_status_frame(const ChipSetup& setup, bool with_options)
 {
     Sheet sheet;
     for (std::size_t i = 0; i < setup.serial.size(); ++i)
         sheet.put(4 + i, setup.serial[i]);
     sheet.put(11, setup.version);
+    if (!with_options)
+        return reply_frame(status_code, sheet.payload(read_window_at), setup.model.long_frame);
     sheet.put(read_window_at, old_option_byte(setup));
     const std::size_t end = put_options(sheet, read_window_at, setup);
     return reply_frame(status_code, sheet.payload(std::max(end, read_window_at + 1)), setup.model.long_frame);

@@ -26,6 +26,6 @@ struct StatusFacts {
 // The first long frame after power-up.
 Bytes status_frame(const ChipSetup& setup, const StatusFacts& facts, StatusLayout layout);
 // The answer to the command 0x50: the option window of the status frame moved down by 14, no counts, no id.
-Bytes read_status_frame(const ChipSetup& setup);
+Bytes read_status_frame(const ChipSetup& setup, bool with_options = true);
 
 } // namespace sim

@@ -29,7 +29,7 @@ void SimPortDriver::remove(const std::string& path)
     if (device == nullptr)
         return;
     if (device->opened_by != nullptr)
-        device->opened_by->let_go(Wire::Closing::drops);
+        device->opened_by->pulled_out();
     devices_.erase(devices_.begin() + (device - devices_.data()));
     tell_list_changed();
 }
@@ -70,6 +70,7 @@ bool SimPort::open(const vrk::LineSettings& line)
 {
     close();
     SimPortDriver::Device* device = driver_->find(path_);
+    gone_ = device == nullptr;
     if (device == nullptr || device->opened_by != nullptr || line.baud <= 0)
         return false;
     if (device->refusals > 0) {
@@ -85,6 +86,12 @@ bool SimPort::open(const vrk::LineSettings& line)
 }
 
 void SimPort::close() { let_go(driver_->closing); }
+
+void SimPort::pulled_out()
+{
+    gone_ = true;
+    let_go(Wire::Closing::drops);
+}
 
 void SimPort::let_go(Wire::Closing closing)
 {

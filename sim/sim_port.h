@@ -63,6 +63,7 @@ public:
     bool open(const vrk::LineSettings& line) override;
     void close() override;
     bool is_open() const override { return wire_ != nullptr; }
+    bool gone() const override { return gone_; }
     bool set_line(const vrk::LineSettings& line) override;
     std::size_t bytes_available() const override;
     std::size_t read(std::span<std::uint8_t> into) override;
@@ -73,12 +74,14 @@ public:
 private:
     friend class SimPortDriver;
     void arrived(std::span<const std::uint8_t> bytes);
+    void pulled_out();
     void let_go(Wire::Closing closing);
 
     SimPortDriver* driver_;
     vrk::EventLoop* loop_;
     std::string path_;
     Wire* wire_ = nullptr; // while open
+    bool gone_ = false;
     vrk::LineSettings line_;
     std::vector<std::uint8_t> input_;
     vrk::EventLoop::CallId call_ = 0; // the on_receive to come

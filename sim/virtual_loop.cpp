@@ -17,7 +17,7 @@ vrk::WallTime VirtualLoop::wall_time() const
     using namespace std::chrono;
     const sys_days day{year{start_.year} / start_.month / start_.day};
     const sys_seconds time = sys_seconds{day} + hours{start_.hour} + minutes{start_.minute} + seconds{start_.second} +
-        seconds{now_us_ / 1'000'000};
+        seconds{now_us_ / 1'000'000 + wall_shift_s_};
     const sys_days today = floor<days>(time);
     const year_month_day date{today};
     const hh_mm_ss clock{time - today};

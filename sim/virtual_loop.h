@@ -24,6 +24,9 @@ public:
     void yield() override;
     void run_due() override { queue_.run_due(now_us_); }
 
+    // A hand, or a time server, sets the wall clock forward by so much; negative: back.
+    void turn_wall_clock(std::int64_t seconds) { wall_shift_s_ += seconds; }
+
     // For benches: lets this much virtual time pass.
     void run_for_us(std::int64_t duration_us);
     void run_for_ms(std::int64_t duration_ms) { run_for_us(duration_ms * 1000); }
@@ -43,6 +46,7 @@ private:
     TaskQueue queue_;
     std::int64_t now_us_ = 0;
     vrk::WallTime start_;
+    std::int64_t wall_shift_s_ = 0;
     std::uint64_t empty_yields_ = 0;
     bool asking_ = false;
 };

@@ -41,8 +41,8 @@ inline sim::ChipSetup setup_of(const char* model)
 struct Bench : Rehearsal {
     const NamedControls form{shell.controls};
 
-    explicit Bench(const sim::ChipSetup& setup, bool english = true)
-        : Rehearsal(setup, nullptr, english)
+    explicit Bench(const sim::ChipSetup& setup, bool english = true, SettingsStore* its_settings = nullptr)
+        : Rehearsal(setup, its_settings, english)
     {
         select(setup.model.name);
     }

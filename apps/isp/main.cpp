@@ -14,6 +14,10 @@
 #include <QApplication>
 #include <QStandardPaths>
 
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+
 namespace {
 
 using namespace vrk;
@@ -22,15 +26,6 @@ using namespace vrk;
 constexpr const char* trial_file_variable = "VRK_ISP_TRIAL_FILE";
 constexpr const char* trial_model = "Juniper-60Q";
 
-// The panel is there while the simulated target is the chosen port.
-void tie_panel(Shell& shell, MainWindow& window, TargetPanel& panel)
-{
-    const auto show = [&shell, &panel] { panel.setVisible(shell.form.combCommPort.text() == PortsWithTarget::path); };
-    auto* port = window.findChild<QComboBox*>("combCommPort");
-    QObject::connect(port, &QComboBox::currentTextChanged, &panel, show);
-    show();
-}
-
 void begin_trial(Shell& shell, const std::string& file)
 {
     choose_node(shell, shell.form.TreeViewDevice, trial_model);
@@ -38,19 +33,34 @@ void begin_trial(Shell& shell, const std::string& file)
     load_file(shell, file, shell.code_buffer);
 }
 
+// Qt ends a program that finds no display with an abort; `run` asks beforehand, and is answered by the status.
+int try_display(int argc, char** argv)
+{
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString&) {
+        if (type == QtFatalMsg)
+            std::_Exit(1);
+    });
+    const QGuiApplication application(argc, argv);
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    if (argc == 2 && std::string_view{argv[1]} == "--try-display")
+        return try_display(argc, argv);
     QApplication application(argc, argv);
     QtLoop loop;
     PortsWithTarget ports(loop, {});
     QtDialogs dialogs;
     const std::string trial_file = qEnvironmentVariable(trial_file_variable).toStdString();
-    QtSettings own_settings;
-    MemoryStore no_settings; // a first look leaves nothing behind
-    SettingsStore& settings = trial_file.empty() ? static_cast<SettingsStore&>(own_settings) : no_settings;
-    Shell shell(Platform{loop, ports, dialogs, settings});
+    std::unique_ptr<SettingsStore> settings;
+    if (trial_file.empty())
+        settings = std::make_unique<QtSettings>();
+    else
+        settings = std::make_unique<MemoryStore>(); // a first look leaves nothing behind
+    Shell shell(Platform{loop, ports, dialogs, *settings});
     shell.loader.application_dir = QApplication::applicationDirPath().toStdString();
     shell.loader.documents_dir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
     start_up(shell);
@@ -62,10 +72,7 @@ int main(int argc, char** argv)
     }
     MainWindow window(shell);
     dialogs.parent = &window;
-    auto* panel = new TargetPanel(shell, ports);
-    window.add_panel(panel);
-    panel->put_in(trial_model);
-    tie_panel(shell, window, *panel);
+    new TargetPanel(window, ports, trial_model); // the window's own from then on
     window.show();
     return QApplication::exec();
 }

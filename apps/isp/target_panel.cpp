@@ -25,9 +25,9 @@ QString summary_of(const char* what, const std::vector<std::uint8_t>& flash)
 
 } // namespace
 
-TargetPanel::TargetPanel(const Shell& shell, PortsWithTarget& ports)
+TargetPanel::TargetPanel(MainWindow& window, PortsWithTarget& ports, const std::string& model)
     : QGroupBox(PortsWithTarget::path)
-    , shell_(shell)
+    , shell_(window.binder().shell())
     , ports_(ports)
     , model_(new QComboBox)
     , power_(new QPushButton)
@@ -58,6 +58,11 @@ TargetPanel::TargetPanel(const Shell& shell, PortsWithTarget& ports)
         ports_.chip().power(on);
         show_chip();
     });
+
+    put_in(model);
+    window.add_panel(this);
+    const ComboBox& port = shell_.form.combCommPort;
+    window.binder().follow(port, [this, &port] { setVisible(port.text() == PortsWithTarget::path); });
 }
 
 void TargetPanel::put_in(const std::string& model)

@@ -3,7 +3,7 @@
 
 #include "isp/ports_with_target.h"
 
-#include "shell/shell.h"
+#include "window/main_window.h"
 
 #include <QComboBox>
 #include <QGroupBox>
@@ -15,11 +15,11 @@ namespace vrk {
 
 class TargetPanel final : public QGroupBox {
 public:
-    TargetPanel(const Shell& shell, PortsWithTarget& ports);
-
-    void put_in(const std::string& model);
+    // With a chip of the model in the ports, beside the window while the simulated target is the chosen port.
+    TargetPanel(MainWindow& window, PortsWithTarget& ports, const std::string& model);
 
 private:
+    void put_in(const std::string& model);
     void show_chip();
 
     const Shell& shell_;

@@ -16,6 +16,7 @@ namespace {
 
 using Result = Runner::Result;
 constexpr std::int64_t default_wait_ms = 60000;
+constexpr double fastest_clock_hz = 1e9; // no chip comes near it
 
 Result value_of(Json value)
 {
@@ -86,21 +87,28 @@ std::optional<std::int64_t> milliseconds(std::string_view text)
 
 Result no_control(std::string_view name) { return failure("no control '" + std::string{name} + "'"); }
 
-// What became of a touch; nothing to say where it was taken.
-Result answer_of(Touch touch, std::string_view name)
+// What became of a touch, in words; empty where it was taken.
+std::string error_of(Touch touch, std::string_view name)
 {
     const std::string quoted = "'" + std::string{name} + "'";
     switch (touch) {
     case Touch::disabled:
-        return failure(quoted + " is disabled");
+        return quoted + " is disabled";
     case Touch::busy:
-        return failure(quoted + " is busy: a sequence runs");
+        return quoted + " is busy: a sequence runs";
     case Touch::impossible:
-        return failure(quoted + " cannot take that");
+        return quoted + " cannot take that";
     case Touch::taken:
         break;
     }
     return {};
+}
+
+Result answer_of(Touch touch, std::string_view name) { return failure(error_of(touch, name)); }
+
+Result touch_soon(Runner& runner, std::string_view name, std::function<Touch()> event)
+{
+    return runner.run_soon(std::move(event), [name = std::string{name}](Touch touch) { return error_of(touch, name); });
 }
 
 // "Name", or "Name.property" where the part behind the point is no part of the name.
@@ -133,7 +141,7 @@ Result set_list(Runner& runner, ComboBox& list, std::string_view name, std::stri
     }
     if (item < 0 || item >= static_cast<std::int64_t>(list.items().size()))
         return failure("'" + std::string{name} + "' has no item '" + std::string{text} + "'");
-    return runner.run_soon([&shell, &list, item] { choose_item(shell, list, static_cast<int>(item)); });
+    return touch_soon(runner, name, [&shell, &list, item] { return choose_item(shell, list, static_cast<int>(item)); });
 }
 
 Result set_tab(Runner& runner, TabStrip& strip, std::string_view name, std::string_view text)
@@ -142,7 +150,7 @@ Result set_tab(Runner& runner, TabStrip& strip, std::string_view name, std::stri
     if (tab < 0 || static_cast<std::size_t>(tab) >= strip.tabs().size())
         return failure("'" + std::string{name} + "' has no tab '" + std::string{text} + "'");
     Shell& shell = runner.shell();
-    return runner.run_soon([&shell, &strip, tab] { choose_tab(shell, strip, tab); });
+    return touch_soon(runner, name, [&shell, &strip, tab] { return choose_tab(shell, strip, tab); });
 }
 
 Result set_node(Runner& runner, Tree& tree, std::string_view name, std::string_view key)
@@ -150,7 +158,7 @@ Result set_node(Runner& runner, Tree& tree, std::string_view name, std::string_v
     if (tree.find(key) == nullptr)
         return failure("'" + std::string{name} + "' has no node '" + std::string{key} + "'");
     Shell& shell = runner.shell();
-    return runner.run_soon([&shell, &tree, key = std::string{key}] { choose_node(shell, tree, key); });
+    return touch_soon(runner, name, [&shell, &tree, key = std::string{key}] { return choose_node(shell, tree, key); });
 }
 
 Result set_control(Runner& runner, Words words)
@@ -173,10 +181,10 @@ Result set_control(Runner& runner, Words words)
     if (dynamic_cast<TextBox*>(control) != nullptr)
         return answer_of(type_text(shell, *control, text), name);
     if (auto* box = dynamic_cast<CheckBox*>(control))
-        return runner.run_soon([&shell, box, on] { set_checked(shell, *box, on); });
+        return touch_soon(runner, name, [&shell, box, on] { return set_checked(shell, *box, on); });
     if (auto* button = dynamic_cast<OptionButton*>(control)) {
         if (on)
-            return runner.run_soon([&shell, button] { choose_option(shell, *button); });
+            return touch_soon(runner, name, [&shell, button] { return choose_option(shell, *button); });
         button->set_value(false);
         return {};
     }
@@ -184,7 +192,7 @@ Result set_control(Runner& runner, Words words)
         const auto value = small_number(text);
         if (!value)
             return failure("'" + std::string{name} + "' takes a whole number, not '" + text + "'");
-        return runner.run_soon([&shell, bar, value] { scroll_to(shell, *bar, *value); });
+        return touch_soon(runner, name, [&shell, bar, value] { return scroll_to(shell, *bar, *value); });
     }
     return failure("'" + std::string{name} + "' cannot be set");
 }
@@ -218,7 +226,7 @@ Result click_control(Runner& runner, Words words)
         return click_part(runner, name);
     if (const Touch touch = may_touch(shell, *control); touch != Touch::taken)
         return answer_of(touch, name);
-    return runner.run_soon([&shell, control] { click(shell, *control); });
+    return touch_soon(runner, name, [&shell, control] { return click(shell, *control); });
 }
 
 Result press_control(Runner& runner, Words words)
@@ -231,7 +239,7 @@ Result press_control(Runner& runner, Words words)
         return no_control(name);
     if (const Touch touch = may_press(shell, *control, key); touch != Touch::taken)
         return answer_of(touch, name);
-    return runner.run_soon([&shell, control, key] { press_key(shell, *control, key); });
+    return touch_soon(runner, name, [&shell, control, key] { return press_key(shell, *control, key); });
 }
 
 Result put_caret(Runner& runner, Words words)
@@ -445,23 +453,29 @@ Result calculate(Runner&, Words words)
     const auto max_baud = small_number(words.next());
     const double clock_hz = number_in(words.next());
     const auto index = whole_number(words.rest());
-    if (!series || !max_baud || !index)
+    constexpr auto most = std::numeric_limits<std::int16_t>::max();
+    const bool fit = series && max_baud && index && *index >= -most && *index <= most && clock_hz <= fastest_clock_hz;
+    if (!fit)
         return failure("calculate-baud takes series, highest baud, clock in Hz and start index");
     BaudChoice choice;
-    choice.index = static_cast<std::int16_t>(std::clamp<std::int64_t>(*index, -32768, 32767));
+    choice.index = static_cast<std::int16_t>(*index);
     calculate_baud(clock_hz, *series, *max_baud, choice);
     return value_of({{"index", choice.index}, {"baud", choice.baud}, {"error", choice.error}, {"mode", choice.mode},
         {"setting", choice.setting}});
 }
 
+// The hand that a bench has: what it is to do is said, and done by the command alone in a rehearsal.
 Result switch_power(Runner& runner, Words words)
 {
     const std::string_view state = trimmed(words.rest());
-    TargetAccess* target = runner.target();
-    if (target == nullptr)
-        return failure("power needs --rehearse");
     if (state != "on" && state != "off" && state != "cycle")
         return failure("power goes on, off or cycle, not '" + std::string{state} + "'");
+    TargetAccess* target = runner.target();
+    if (target == nullptr) {
+        Result by_hand;
+        by_hand.note = "switch the target " + std::string{state == "cycle" ? "off and on" : state} + " by hand";
+        return by_hand;
+    }
     if (state != "on")
         target->power(false);
     if (state == "cycle") {
@@ -498,7 +512,7 @@ constexpr CommandRow commands[] = {
 //    name              arguments                  what it does
     { "set",            "NAME VALUE",              "types, picks an item (#n: item n), checks (1, 0), picks a node or a tab", set_control },
     { "click",          "NAME",                    "clicks a button, label, tab, node", click_control },
-    { "press",          "NAME KEY",                "one key: a character, PageUp, PageDown, Up, Down, Esc, Enter", press_control },
+    { "press",          "NAME KEY",                "one key: a character, PageUp, PageDown, Up, Down, Left, Right, Home, End, Esc, Enter", press_control },
     { "caret",          "NAME POSITION",           "puts the caret of a text control", put_caret },
     { "get",            "NAME[.PROPERTY]",         "its value; caption, enabled, visible, index, items, min, max, value, selstart, sellength", get_control },
     { "controls",       "[PREFIX]",                "all control names with their type", list_controls },
@@ -516,7 +530,7 @@ constexpr CommandRow commands[] = {
     { "options",        "PAGE",                    "the rows of that page of options, 19 cells each", read_options },
     { "var",            "NAME",                    "a variable by its name", read_variable },
     { "calculate-baud", "SERIES MAXBAUD F INDEX",  "the divisor for a clock of F Hz", calculate },
-    { "power",          "on|off|cycle",            "with --rehearse: the simulated chip's supply", switch_power },
+    { "power",          "on|off|cycle",            "with --rehearse: the simulated chip's supply; else it is asked for on standard error", switch_power },
     { "target",         "",                        "with --rehearse: what the simulated chip holds", describe_target },
     { "expect",         "NAME TEXT",               "fails unless the control's text contains TEXT", expect_text },
     { "quit",           "",                        "asks the window to close, and ends", quit },

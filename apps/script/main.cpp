@@ -10,6 +10,7 @@
 #include "host/qt_loop.h"
 #include "host/qt_ports.h"
 #include "host/qt_settings.h"
+#include "shell/ports.h"
 #include "shell/start_up.h"
 
 #include <QCoreApplication>
@@ -81,6 +82,16 @@ std::optional<Options> parse_options(const std::vector<std::string>& words)
     return options;
 }
 
+// Null: what is named is a device, a folder or a pipe. Whatever else keeps the settings from the disk is told in a box.
+std::unique_ptr<SettingsStore> open_settings(const Options& options)
+{
+    if (!options.settings)
+        return std::make_unique<MemoryStore>();
+    auto settings = std::make_unique<QtSettings>(*options.settings);
+    const auto fault = settings->write_through();
+    return fault && fault->kind == SettingsFault::Kind::no_file ? nullptr : std::move(settings);
+}
+
 std::string plain(const Json& value)
 {
     if (value.is_null())
@@ -90,6 +101,8 @@ std::string plain(const Json& value)
 
 void print_answer(const Answer& answer, const std::string& script, bool json)
 {
+    if (!answer.note.empty())
+        std::cerr << script << ":" << answer.line << ": " << answer.note << std::endl;
     if (json) {
         Json line = {{"ok", answer.error.empty()}};
         if (answer.error.empty())
@@ -111,6 +124,13 @@ void tell_places(LoaderState& loader)
     loader.documents_dir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
 }
 
+void break_off(Runner& runner)
+{
+    const std::string said = runner.break_off();
+    if (!said.empty())
+        std::cerr << "vrk-script: " << said << std::endl;
+}
+
 // Runs until the script has ended and all that it started has wound down.
 int run_to_its_end(Runner& runner, EventLoop& loop, const Shell& shell)
 {
@@ -118,7 +138,7 @@ int run_to_its_end(Runner& runner, EventLoop& loop, const Shell& shell)
     while (!shell.unloaded || shell.running) {
         loop.yield();
         if (!std::cout)
-            runner.break_off();
+            break_off(runner);
     }
     loop.before_sleep = nullptr;
     return runner.failed() || !std::cout ? 1 : 0;
@@ -131,6 +151,7 @@ public:
     {
     }
     void power(bool on) override { chip_.power(on); }
+    bool has_power() const override { return chip_.state() != sim::Chip::State::off; }
     Json describe() const override
     {
         Json frames = Json::object();
@@ -153,12 +174,10 @@ private:
 using Answering = std::function<void(const Answer&)>;
 
 // Everything in one process and in no time: lines are read when the script has nothing else to wait for.
-int rehearse(const sim::ChipSetup& setup, const Options& options, std::istream& lines, const Answering& answering)
+int rehearse(const sim::ChipSetup& setup, const Options& options, SettingsStore& settings, std::istream& lines,
+    const Answering& answering)
 {
-    std::optional<QtSettings> settings;
-    if (options.settings)
-        settings.emplace(*options.settings);
-    Rehearsal bench(setup, settings ? &*settings : nullptr, options.english);
+    Rehearsal bench(setup, &settings, options.english);
     tell_places(bench.shell.loader);
     ChipAccess target(bench.chip);
     std::unique_ptr<Runner> runner;
@@ -166,7 +185,7 @@ int rehearse(const sim::ChipSetup& setup, const Options& options, std::istream& 
         std::string line;
         if (std::getline(lines, line))
             return without_line_end(std::move(line));
-        runner->break_off();
+        break_off(*runner);
         return std::nullopt;
     };
     runner = std::make_unique<Runner>(
@@ -175,26 +194,22 @@ int rehearse(const sim::ChipSetup& setup, const Options& options, std::istream& 
 }
 
 // On the ports of the machine, in real time: what the script has started goes on while it waits for its next line.
-int run_for_real(const Options& options, LineSource& lines, const Answering& answering)
+int run_for_real(const Options& options, SettingsStore& settings, LineSource& lines, const Answering& answering)
 {
     QtLoop loop;
     QtPorts ports(options.ports);
     ScriptedDialogs dialogs;
-    MemoryStore own_settings;
-    std::optional<QtSettings> settings;
-    if (options.settings)
-        settings.emplace(*options.settings);
-    Shell shell(Platform{loop, ports, dialogs, settings ? static_cast<SettingsStore&>(*settings) : own_settings});
+    Shell shell(Platform{loop, ports, dialogs, settings});
     shell.language_is_english = options.english;
     tell_places(shell.loader);
     start_up(shell);
     if (!options.ports.empty())
-        shell.form.combCommPort.choose(0);
+        choose_port(shell, options.ports.front());
     std::unique_ptr<Runner> runner;
     const auto next_line = [&]() -> std::optional<std::string> {
         auto line = lines.take();
         if (!line && lines.ended())
-            runner->break_off();
+            break_off(*runner);
         return line;
     };
     runner =
@@ -228,6 +243,11 @@ int main(int argc, char** argv)
     }
     std::istream& lines = options->script == "-" ? std::cin : file;
     const std::string name = options->script == "-" ? "script" : options->script;
+    const auto settings = open_settings(*options);
+    if (settings == nullptr) {
+        std::cerr << "vrk-script: '" << *options->settings << "' is no file" << std::endl;
+        return 2;
+    }
     const Answering answering = [&](const Answer& answer) { print_answer(answer, name, options->json); };
 
     if (options->rehearse) {
@@ -238,12 +258,12 @@ int main(int argc, char** argv)
             std::cerr << "vrk-script: no model '" << *options->rehearse << "' in the catalogue" << std::endl;
             return 2;
         }
-        return rehearse(*setup, *options, lines, answering);
+        return rehearse(*setup, *options, *settings, lines, answering);
     }
     if (options->script == "-") {
         StandardInput input;
-        return run_for_real(*options, input, answering);
+        return run_for_real(*options, *settings, input, answering);
     }
     FileLines input(file);
-    return run_for_real(*options, input, answering);
+    return run_for_real(*options, *settings, input, answering);
 }

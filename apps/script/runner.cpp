@@ -29,11 +29,19 @@ void Runner::end()
     close_request(setup_.shell);
 }
 
-void Runner::break_off()
+std::string Runner::break_off()
 {
-    if (setup_.shell.running && !ended_)
-        failed_ = true;
+    const bool cut_off = setup_.shell.running && !ended_;
+    failed_ = failed_ || cut_off;
     end();
+    return cut_off ? "the script ended while a sequence ran: it is stopped" + hint_of_power() : "";
+}
+
+// A rehearsal that nobody has switched on calls for ever.
+std::string Runner::hint_of_power() const
+{
+    const bool dark = setup_.target != nullptr && !setup_.target->has_power();
+    return dark && setup_.shell.running ? "; the target has no power: 'power on' switches it on" : "";
 }
 
 bool Runner::run_line(const std::string& line)
@@ -46,7 +54,7 @@ bool Runner::run_line(const std::string& line)
     if (result.finished)
         waiting_ = std::move(result);
     else
-        finish(result.value, result.error);
+        finish(result, result.error);
     return true;
 }
 
@@ -58,13 +66,16 @@ bool Runner::look_at_wait()
         return false;
     const Result result = std::move(*waiting_);
     waiting_.reset();
-    finish(result.value, finished ? "" : result.late_error);
+    if (finished)
+        finish(result, result.outcome ? result.outcome() : "");
+    else
+        finish(result, result.late_error.empty() ? "" : result.late_error + hint_of_power());
     return true;
 }
 
-void Runner::finish(const Json& value, const std::string& error)
+void Runner::finish(const Result& result, const std::string& error)
 {
-    setup_.answer({line_, value, error});
+    setup_.answer({line_, result.value, error, result.note});
     if (error.empty())
         return;
     failed_ = true;
@@ -72,16 +83,21 @@ void Runner::finish(const Json& value, const std::string& error)
         end();
 }
 
-Runner::Result Runner::run_soon(std::function<void()> event)
+Runner::Result Runner::run_soon(std::function<Touch()> event, std::function<std::string(Touch)> error_of)
 {
-    const auto started = std::make_shared<bool>(false);
+    struct Course {
+        bool begun = false;
+        Touch touch = Touch::taken; // while it waits it has been taken
+    };
+    const auto course = std::make_shared<Course>();
     EventLoop& loop = setup_.shell.platform.loop;
-    loop.call_at(loop.now_us(), [started, event = std::move(event)] {
-        *started = true;
-        event();
+    loop.call_at(loop.now_us(), [course, event = std::move(event)] {
+        course->begun = true;
+        course->touch = event();
     });
     Result result;
-    result.finished = [started] { return *started; };
+    result.finished = [course] { return course->begun; };
+    result.outcome = [course, error_of = std::move(error_of)] { return error_of(course->touch); };
     return result;
 }
 

@@ -8,6 +8,7 @@
 #include "script/values.h"
 
 #include "platform/scripted_dialogs.h"
+#include "shell/gate.h"
 #include "shell/shell.h"
 
 #include <deque>
@@ -22,6 +23,7 @@ class TargetAccess {
 public:
     virtual ~TargetAccess() = default;
     virtual void power(bool on) = 0;
+    virtual bool has_power() const = 0;
     virtual Json describe() const = 0;
 };
 
@@ -29,6 +31,7 @@ struct Answer {
     int line = 0; // of the script, from 1
     Json value; // null: the command has none
     std::string error; // empty: it went well
+    std::string note; // for the one who stands by; empty: none
 };
 
 class Runner {
@@ -52,8 +55,8 @@ public:
     // The script is over, or its first failure has ended it: the window is asked to close.
     void end();
     // No more lines will come, or nobody reads the answers. What still runs is stopped as by the stop button, and that
-    // counts as a failure: half a job is none.
-    void break_off();
+    // counts as a failure: half a job is none. Answers what there is to say of it; empty: nothing ran.
+    std::string break_off();
     bool ended() const { return ended_; }
     bool failed() const { return failed_; }
 
@@ -65,11 +68,15 @@ public:
         std::function<bool()> finished;
         std::optional<std::int64_t> deadline_us;
         std::string late_error; // empty: reaching the deadline is what the command wanted
+        std::function<std::string()> outcome; // asked when it has finished: its error. None: it cannot fail any more
+        std::string note; // for the one who stands by
     };
     Shell& shell() { return setup_.shell; }
     ScriptedDialogs& dialogs() { return setup_.dialogs; }
     TargetAccess* target() { return setup_.target; }
-    Result run_soon(std::function<void()> event); // a click: answers when its handler is done or begins to wait
+    // A hand at a control: answers when the handler is done or begins to wait. What the gate says then is made an error
+    // by `error_of`: it may have closed since the command was read.
+    Result run_soon(std::function<Touch()> event, std::function<std::string(Touch)> error_of);
     Result wait_for(std::function<bool()> finished, std::int64_t ms, std::string late_error);
     std::size_t boxes_told = 0; // message boxes that `messages` has reported
     int beeps_told = 0;
@@ -77,7 +84,8 @@ public:
 private:
     bool run_line(const std::string& line);
     bool look_at_wait();
-    void finish(const Json& value, const std::string& error);
+    void finish(const Result& result, const std::string& error);
+    std::string hint_of_power() const; // empty: it has some, or nothing waits for it
 
     Setup setup_;
     int line_ = 0;

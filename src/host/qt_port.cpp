@@ -46,20 +46,34 @@ QtPort::QtPort(std::string path)
         receiving_ = true;
         event();
         receiving_ = false;
+        if (gone_)
+            lose();
     });
-    // A device that was pulled out repeats its error until it is closed; not under the feet of a receiver that waits.
     QObject::connect(
         &port_, &QSerialPort::errorOccurred, &port_,
         [this](QSerialPort::SerialPortError error) {
-            if (error == QSerialPort::ResourceError && !receiving_)
-                port_.close();
+            if (error == QSerialPort::ResourceError)
+                lose();
         },
         Qt::QueuedConnection);
+}
+
+// The device was pulled out, or the other end has hung up. It reads as ready from then on, with nothing to read, and
+// keeps the loop awake until it is closed; but not under the feet of a receiver that waits.
+void QtPort::lose()
+{
+    gone_ = true;
+    hang_up_.reset();
+    if (!receiving_)
+        port_.close();
 }
 
 bool QtPort::open(const LineSettings& line)
 {
     close();
+    gone_ = !QFileInfo::exists(QString::fromStdString(path_));
+    if (gone_)
+        return false;
     is_pseudo_terminal_ = leads_to_pseudo_terminal(path_);
     if (open_with(line))
         return true;
@@ -86,6 +100,10 @@ bool QtPort::open_with(const LineSettings& line)
     }
     ask_for_low_latency(port_.handle());
     port_.clear(); // what an earlier owner of the line has left
+    // QSerialPort takes a hang-up for a read of nothing and says no word of it.
+    hang_up_ = std::make_unique<QSocketNotifier>(port_.handle(), QSocketNotifier::Exception);
+    QObject::connect(
+        hang_up_.get(), &QSocketNotifier::activated, &port_, [this] { lose(); }, Qt::QueuedConnection);
     return true;
 }
 
@@ -99,8 +117,11 @@ bool QtPort::driver_took(const LineSettings& line) const
 
 void QtPort::close()
 {
+    hang_up_.reset();
     if (!port_.isOpen())
         return;
+    if (gone_)
+        return port_.close();
     port_.flush();
     wait_until_sent(port_.handle()); // closing drops what still waits, and puts the old speed back at once
     port_.close();

@@ -4,7 +4,9 @@
 #include "platform/serial_port.h"
 
 #include <QSerialPort>
+#include <QSocketNotifier>
 
+#include <memory>
 #include <string>
 
 namespace vrk {
@@ -15,7 +17,8 @@ public:
 
     bool open(const LineSettings& line) override;
     void close() override;
-    bool is_open() const override { return port_.isOpen(); }
+    bool is_open() const override { return port_.isOpen() && !gone_; }
+    bool gone() const override { return gone_; }
     bool set_line(const LineSettings& line) override;
     std::size_t bytes_available() const override;
     std::size_t read(std::span<std::uint8_t> into) override;
@@ -26,11 +29,14 @@ public:
 private:
     bool open_with(const LineSettings& line);
     bool driver_took(const LineSettings& line) const;
+    void lose();
 
     std::string path_;
     bool is_pseudo_terminal_ = false;
     bool receiving_ = false;
+    bool gone_ = false;
     QSerialPort port_;
+    std::unique_ptr<QSocketNotifier> hang_up_; // while open
 };
 
 } // namespace vrk

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 #include <string_view>
 
 namespace vrk {
@@ -16,6 +17,19 @@ constexpr int most_hex_bytes = 4;
 constexpr int most_bytes = 10;
 
 // clang-format off
+struct FieldText { FieldFault fault; Text text; };
+constexpr FieldText field_texts[] = {
+//    fault                                       Chinese, English
+    { FieldFault::bytes_no_whole_number,        { "字节数必须是整数。",
+                                                  "The number of bytes must be a whole number." } },
+    { FieldFault::increment_no_whole_number,    { "增量必须是整数。",
+                                                  "The increment must be a whole number." } },
+    { FieldFault::increment_too_large,          { "增量必须是 -32768 到 32767 之间的整数。",
+                                                  "The increment must be a whole number from -32768 to 32767." } },
+    { FieldFault::address_no_number,            { "存放地址必须是16进制数。",
+                                                  "The address must be a hexadecimal number." } },
+};
+
 struct PlaceText { PlaceFault fault; Text text; };
 constexpr PlaceText place_texts[] = {
 //    fault                                Chinese, English
@@ -64,7 +78,17 @@ std::string padded(std::string_view text, int width)
     return std::string{last_characters(zeros + std::string{text}, width)};
 }
 
-bool is_decimal(std::string_view text) { return text.find_first_not_of("0123456789") == std::string_view::npos; }
+bool consists_of(std::string_view characters, std::string_view text)
+{
+    return !text.empty() && text.find_first_not_of(characters) == std::string_view::npos;
+}
+bool is_decimal(std::string_view text) { return consists_of("0123456789", text); }
+
+std::string_view without_sign(std::string_view text)
+{
+    return text.starts_with('-') || text.starts_with('+') ? text.substr(1) : text;
+}
+bool is_whole_number(std::string_view text) { return is_decimal(without_sign(trimmed(text))); }
 
 std::string_view without_leading_zeros(std::string_view text)
 {
@@ -88,6 +112,23 @@ template <typename Fault, typename Row, std::size_t Count> const Text& text_of(F
 }
 
 } // namespace
+
+FieldFault counts_fault(std::string_view bytes, std::string_view increment)
+{
+    if (!is_whole_number(bytes))
+        return FieldFault::bytes_no_whole_number;
+    if (!is_whole_number(increment))
+        return FieldFault::increment_no_whole_number;
+    const double step = number_in(increment);
+    const bool fits =
+        step >= std::numeric_limits<std::int16_t>::min() && step <= std::numeric_limits<std::int16_t>::max();
+    return fits ? FieldFault::none : FieldFault::increment_too_large;
+}
+
+FieldFault address_fault(std::string_view address)
+{
+    return consists_of("0123456789ABCDEFabcdef", trimmed(address)) ? FieldFault::none : FieldFault::address_no_number;
+}
 
 PlaceFault place_fault(const McuRecord& model, BufferKind kind, std::int32_t address, std::int32_t bytes)
 {
@@ -116,7 +157,7 @@ ValueFault value_fault(const AutoIncrease& record)
     const bool is_hex = record.system == AutoIncrease::hex;
     const std::size_t digits = is_hex ? hex_text(value).size() : without_leading_zeros(record.next_value).size();
     const auto room = static_cast<std::size_t>(std::max<int>(record.bytes, 0) * digits_per_byte(record.system));
-    if (digits > room)
+    if (digits > room || record.bytes < 1)
         return ValueFault::too_few_bytes;
     if (is_hex && record.bytes > most_hex_bytes)
         return ValueFault::too_many_bytes_for_hex;
@@ -167,6 +208,8 @@ Line place_text(PlaceFault fault, const McuRecord& model)
         text.zh += "\n" + hex_text(model.eeprom_last - model.eeprom_first) + "H";
     return text;
 }
+
+const Text& field_text(FieldFault fault) { return text_of(fault, field_texts); }
 
 const Text& value_text(ValueFault fault) { return text_of(fault, value_texts); }
 

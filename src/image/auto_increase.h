@@ -12,6 +12,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vrk {
@@ -30,15 +31,30 @@ struct AutoIncrease {
     std::string next_value; // decimal, zero padded
     std::int16_t increment = 0;
     bool valid = false; // the enabled record passed its checks
+    bool left_behind = false; // came in an image with its project and is not in use: nobody would move it on
     std::int16_t system = hex;
 };
+
+// What is wrong with the fields of a number as they are typed. The place and the value are looked at by their own
+// rules.
+enum class FieldFault {
+    none,
+    bytes_no_whole_number,
+    increment_no_whole_number,
+    increment_too_large,
+    address_no_number
+};
+FieldFault counts_fault(std::string_view bytes, std::string_view increment);
+FieldFault address_fault(std::string_view address);
+const Text& field_text(FieldFault fault); // of a fault, not of none
 
 // What is wrong with the place of a number. The bytes from address + 1 - bytes to address must lie in the model.
 enum class PlaceFault { none, code_past_code_flash, code_past_flash, code_below_zero, data_past_end, data_below_zero };
 PlaceFault place_fault(const McuRecord& model, BufferKind kind, std::int32_t address, std::int32_t bytes);
 Line place_text(PlaceFault fault, const McuRecord& model); // of a fault, not of none
 
-// What is wrong with the value, in the order in which it is looked at. Leading zeros count for nothing.
+// What is wrong with the value, in the order in which it is looked at. Leading zeros count for nothing; a value without
+// a digit and a number without a byte are none.
 enum class ValueFault { none, no_decimal, too_large, too_few_bytes, too_many_bytes_for_hex, too_many_bytes };
 ValueFault value_fault(const AutoIncrease& record);
 const Text& value_text(ValueFault fault); // of a fault, not of none

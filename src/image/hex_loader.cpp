@@ -19,8 +19,11 @@ constexpr Text go_on_without  = { "不再检测校验和, 继续加载文件请�
 // clang-format on
 
 constexpr int faults_shown = 3; // then the user decides for the rest of the file
+constexpr std::string_view padding{" \t\0", 3}; // that editors and terminals leave behind a record
 constexpr std::int64_t least_high = 511;
 constexpr std::int64_t most_high = std::numeric_limits<std::int32_t>::max();
+
+std::string_view without_padding(std::string_view line) { return line.substr(0, line.find_last_not_of(padding) + 1); }
 
 std::size_t halved_to_even(std::size_t length) { return length / 2 + (length % 4 == 3 ? 1 : 0); }
 
@@ -30,7 +33,7 @@ enum class OnFault { go_on, refuse, overtaken };
 OnFault show_fault(
     const std::string& title, std::string_view line, int failures, Boxes& boxes, const StillWanted& still_wanted)
 {
-    boxes.show_box(Line{wrong_checksum} + Line{std::string{line}}, title);
+    boxes.show_box(Line{wrong_checksum} + Line{std::string{without_padding(line)}}, title);
     const bool go_on = failures < faults_shown || boxes.ask(go_on_without, title);
     if (!still_wanted())
         return OnFault::overtaken;
@@ -39,21 +42,10 @@ OnFault show_fault(
 
 } // namespace
 
-std::string_view take_line(std::string_view& rest)
-{
-    std::size_t end = 0;
-    while (end < rest.size() && rest[end] != '\n' && rest[end] != '\r')
-        ++end;
-    const std::string_view line = rest.substr(0, end);
-    if (end + 1 < rest.size() && rest[end] == '\r' && rest[end + 1] == '\n')
-        ++end;
-    rest.remove_prefix(std::min(end + 1, rest.size()));
-    return line;
-}
-
 HexRecord parse_hex_line(std::string_view line)
 {
     HexRecord record;
+    line = without_padding(line);
     line.remove_prefix(std::min<std::size_t>(line.size(), 1)); // the colon
     const std::size_t count = std::min<std::size_t>(halved_to_even(line.size()), HexRecord::max_bytes);
     const std::size_t whole_pairs = std::min(count, line.size() / 2);
@@ -97,19 +89,33 @@ void store_record(const HexRecord& record, HexTarget& target)
     }
 }
 
-HexFigures parse_hex(std::string_view contents, const std::string& title, HexTarget target, Boxes& boxes,
-    const StillWanted& still_wanted)
+bool has_end_record(HexLines& lines)
+{
+    while (const auto line = lines.next()) {
+        if (!line->starts_with(':'))
+            continue;
+        const HexRecord record = parse_hex_line(*line);
+        if (record.type == HexRecord::end_of_file)
+            return record.checksum_ok;
+    }
+    return false;
+}
+
+HexFigures parse_hex(
+    HexLines& lines, const std::string& title, HexTarget target, Boxes& boxes, const StillWanted& still_wanted)
 {
     int failures = 0;
-    while (!contents.empty()) {
+    while (true) {
         if (!still_wanted())
             return {LoadEnd::overtaken};
-        const std::string_view line = take_line(contents);
-        if (line.empty() || line.front() != ':')
+        const auto line = lines.next();
+        if (!line)
+            break;
+        if (!line->starts_with(':'))
             continue;
-        const HexRecord record = parse_hex_line(line);
+        const HexRecord record = parse_hex_line(*line);
         if (!record.checksum_ok && failures < faults_shown) {
-            const OnFault answer = show_fault(title, line, ++failures, boxes, still_wanted);
+            const OnFault answer = show_fault(title, *line, ++failures, boxes, still_wanted);
             if (answer == OnFault::overtaken)
                 return {LoadEnd::overtaken};
             if (answer == OnFault::refuse)
@@ -119,6 +125,8 @@ HexFigures parse_hex(std::string_view contents, const std::string& title, HexTar
             break;
         store_record(record, target);
     }
+    if (lines.failed())
+        return {LoadEnd::unreadable};
     if (target.highest < 0)
         return {LoadEnd::no_data};
     const auto high = static_cast<std::int32_t>(std::clamp(target.highest, least_high, most_high));

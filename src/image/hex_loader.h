@@ -3,6 +3,7 @@
 // user says so.
 #pragma once
 
+#include "image/hex_lines.h"
 #include "report/report.h"
 
 #include <array>
@@ -33,12 +34,9 @@ struct HexRecord {
     }
 };
 
-// The first line of a text; it and its end (CR LF, LF or CR) are taken off the front.
-std::string_view take_line(std::string_view& rest);
-
-// Any line that begins with ':'. An odd digit at the end counts as a pair of its own where the number of pairs, halves
-// rounded to the even neighbour, includes it. In a pair the digits end at the first other character; header bytes that
-// the line does not have read as 0.
+// Any line that begins with ':'. Blanks, tabs and NULs behind the digits are no part of it. An odd digit at the end
+// counts as a pair of its own where the number of pairs, halves rounded to the even neighbour, includes it. In a pair
+// the digits end at the first other character; header bytes that the line does not have read as 0.
 HexRecord parse_hex_line(std::string_view line);
 
 // Where records go: to the buffer's bytes below `limit`, and into the figures of the load.
@@ -59,6 +57,9 @@ enum class LoadEnd {
     done,
     refused, // the user gave up on wrong checksums
     no_data, // not one record has brought a byte
+    no_end_record, // and one was wanted
+    unreadable, // the disk did not give all of it
+    changed, // somebody has written the file while it was read
     overtaken, // the file is not wanted any more
 };
 
@@ -69,8 +70,11 @@ struct HexFigures {
     std::uint32_t checksum = 0;
 };
 
+// The file comes to a good end record: whoever writes it is done. Reads the lines up to there.
+bool has_end_record(HexLines& lines);
+
 // The whole file. Of the first wrong checksums each is shown in a box; `title` stands over it.
-HexFigures parse_hex(std::string_view contents, const std::string& title, HexTarget target, Boxes& boxes,
-    const StillWanted& still_wanted);
+HexFigures parse_hex(
+    HexLines& lines, const std::string& title, HexTarget target, Boxes& boxes, const StillWanted& still_wanted);
 
 } // namespace vrk

@@ -26,12 +26,26 @@ void forget_earlier_loads(FileBuffer& buffer)
     buffer.view_high = 0;
 }
 
-LoadEnd read_hex(
-    FileBuffer& buffer, const ImageFile& file, const McuRecord& model, Boxes& boxes, const StillWanted& still_wanted)
+// Looked for before anything is told of the file: the last record of half a file is seldom a good one.
+bool is_written_to_its_end(ImageFile& file)
 {
-    const std::int32_t limit = std::min(model.isp_last, FileBuffer::code_last) + 1;
+    const std::streampos first_line = file.text.tellg();
+    HexLines lines{file.text};
+    const bool whole = has_end_record(lines);
+    file.text.clear();
+    file.text.seekg(first_line);
+    return whole;
+}
+
+LoadEnd read_hex(
+    FileBuffer& buffer, ImageFile& file, const LoadTerms& terms, Boxes& boxes, const StillWanted& still_wanted)
+{
+    if (terms.end_record_wanted && !is_written_to_its_end(file))
+        return LoadEnd::no_end_record;
+    const std::int32_t limit = std::min(terms.model.isp_last, FileBuffer::code_last) + 1;
+    HexLines lines{file.text};
     const HexTarget target{buffer.data, buffer.low, limit};
-    const HexFigures figures = parse_hex(file.contents, file.path, target, boxes, still_wanted);
+    const HexFigures figures = parse_hex(lines, file.path, target, boxes, still_wanted);
     buffer.high = figures.high;
     buffer.checksum = static_cast<std::int32_t>(figures.checksum);
     return figures.end;
@@ -71,7 +85,7 @@ const Text& start_refused(BufferKind kind)
 bool load_adds(const FileBuffer& buffer, bool file_open) { return file_open && !buffer.clear_first; }
 
 Loaded load_image(
-    FileBuffer buffer, const ImageFile& file, const LoadTerms& terms, Boxes& boxes, const StillWanted& still_wanted)
+    FileBuffer buffer, ImageFile& file, const LoadTerms& terms, Boxes& boxes, const StillWanted& still_wanted)
 {
     Loaded result{LoadEnd::done, std::move(buffer), {}, {}, false};
     FileBuffer& image = result.buffer;
@@ -79,8 +93,9 @@ Loaded load_image(
         forget_earlier_loads(image);
 
     image.low = load_base(image.start);
-    result.end =
-        file.kind == FileKind::hex ? read_hex(image, file, terms.model, boxes, still_wanted) : read_bin(image, file);
+    result.end = file.kind == FileKind::hex ? read_hex(image, file, terms, boxes, still_wanted) : read_bin(image, file);
+    if (result.end == LoadEnd::done && file_stamp(file.path) != file.stamp)
+        result.end = LoadEnd::changed; // half of it may be the old one's
     if (result.end != LoadEnd::done)
         return result;
 

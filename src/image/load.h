@@ -29,6 +29,7 @@ struct LoadTerms {
     McuRecord model; // the selected one
     std::int32_t shown_ap_last; // as in RangeQuestion
     bool file_open; // a file was open before
+    bool end_record_wanted = false; // a HEX file without one may still be being written
 };
 
 struct Loaded {
@@ -41,9 +42,9 @@ struct Loaded {
 };
 
 // `buffer` is a copy with `start` and `clear_first` of this load. The boxes are those about wrong checksums. The model
-// is the one of the beginning, whatever is selected meanwhile.
+// is the one of the beginning, whatever is selected meanwhile. `file` has no fault; its text is read once.
 Loaded load_image(
-    FileBuffer buffer, const ImageFile& file, const LoadTerms& terms, Boxes& boxes, const StillWanted& still_wanted);
+    FileBuffer buffer, ImageFile& file, const LoadTerms& terms, Boxes& boxes, const StillWanted& still_wanted);
 
 // Seven digits; of larger sums the last seven. Then "H", and blanks that keep it clear of the box's edge.
 std::string checksum_text(std::int32_t checksum);

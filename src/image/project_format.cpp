@@ -2,7 +2,6 @@
 
 #include "image/file_buffer.h"
 #include "image/hex_digits.h"
-#include "image/hex_loader.h"
 #include "platform/text_number.h"
 
 #include <algorithm>
@@ -27,6 +26,19 @@ constexpr std::size_t longest_line = 8192; // of a value: twice the longest path
 constexpr std::size_t most_values = 1000; // a project has 60 or so
 constexpr std::size_t code_size = std::size_t{FileBuffer::code_last} + 1;
 constexpr std::size_t data_size = std::size_t{FileBuffer::data_last} + 1;
+
+// The first line of a text; it and its end (CR LF, LF or CR) are taken off the front.
+std::string_view take_line(std::string_view& rest)
+{
+    std::size_t end = 0;
+    while (end < rest.size() && rest[end] != '\n' && rest[end] != '\r')
+        ++end;
+    const std::string_view line = rest.substr(0, end);
+    if (end + 1 < rest.size() && rest[end] == '\r' && rest[end + 1] == '\n')
+        ++end;
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    return line;
+}
 
 // ---- writing
 

@@ -1,8 +1,6 @@
 #include "image/whole_file.h"
 
-#include <cerrno>
 #include <filesystem>
-#include <fstream>
 #include <system_error>
 
 namespace vrk {
@@ -10,6 +8,18 @@ namespace vrk {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr int most_links = 40; // one behind the other, as the system follows them
+
+// Where the bytes are to stand: links are followed, and stay.
+fs::path place_of(const std::string& path)
+{
+    fs::path place = path;
+    std::error_code fault;
+    for (int i = 0; i < most_links && fs::is_symlink(fs::symlink_status(place, fault)); ++i)
+        place = place.parent_path() / fs::read_symlink(place, fault);
+    return place;
+}
 
 // A name that nothing bears yet.
 fs::path beside(const fs::path& target)
@@ -24,29 +34,20 @@ fs::path beside(const fs::path& target)
     return name;
 }
 
-std::string reason_of(std::errc error) { return std::make_error_code(error).message(); }
-std::string last_reason()
+std::string folder_of(const fs::path& target)
 {
-    return errno == 0 ? reason_of(std::errc::io_error) : std::generic_category().message(errno);
+    const std::string folder = target.parent_path().string();
+    return folder.empty() ? "." : folder;
 }
 
-bool write_out(const fs::path& path, std::span<const std::uint8_t> bytes)
-{
-    errno = 0;
-    std::ofstream file{path, std::ios::binary | std::ios::trunc};
-    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    file.close();
-    return !file.fail();
-}
+std::string reason_of(std::errc error) { return std::make_error_code(error).message(); }
 
 } // namespace
 
-std::string write_whole_file(const std::string& path, std::span<const std::uint8_t> bytes)
+std::string write_whole_file(const std::string& path, std::span<const std::uint8_t> bytes, Disk& disk)
 {
     std::error_code fault;
-    fs::path target = fs::weakly_canonical(path, fault);
-    if (fault)
-        target = path;
+    const fs::path target = place_of(path);
     const fs::file_status before = fs::status(target, fault);
     if (fs::is_directory(before))
         return reason_of(std::errc::is_a_directory);
@@ -57,19 +58,17 @@ std::string write_whole_file(const std::string& path, std::span<const std::uint8
         return reason_of(std::errc::permission_denied); // a rename would not ask
 
     const fs::path written = beside(target);
-    if (!write_out(written, bytes)) {
-        const std::string reason = last_reason();
+    std::string reason = disk.write_new(written.string(), bytes);
+    if (reason.empty()) {
+        if (fs::exists(before))
+            fs::permissions(written, before.permissions(), fault);
+        reason = disk.put_in_place(written.string(), target.string());
+    }
+    if (!reason.empty()) {
         fs::remove(written, fault);
         return reason;
     }
-    if (fs::exists(before))
-        fs::permissions(written, before.permissions(), fault);
-    fs::rename(written, target, fault);
-    if (!fault)
-        return {};
-    const std::string reason = fault.message();
-    fs::remove(written, fault);
-    return reason;
+    return disk.flush_folder(folder_of(target));
 }
 
 } // namespace vrk

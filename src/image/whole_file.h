@@ -1,5 +1,7 @@
-// A file is written whole or not at all: a full disk or a crash leaves what stood there before.
+// A file is written whole or not at all: a full disk, a crash or a power cut leaves what stood there before.
 #pragma once
+
+#include "platform/disk.h"
 
 #include <cstdint>
 #include <span>
@@ -7,8 +9,9 @@
 
 namespace vrk {
 
-// Writes beside the file first and puts the result in its place, through links to the file that they lead to. Answers
-// what went wrong in the system's words; empty: the file holds the bytes.
-std::string write_whole_file(const std::string& path, std::span<const std::uint8_t> bytes);
+// Writes and flushes beside the file first and puts the result in its place; of a link, also one that leads to nothing
+// yet, in the place that it leads to. Answers what went wrong in the system's words; empty: the file holds the bytes,
+// and will after a power cut.
+std::string write_whole_file(const std::string& path, std::span<const std::uint8_t> bytes, Disk& disk = system_disk());
 
 } // namespace vrk

@@ -1,9 +1,10 @@
 #include "link/erase.h"
 
+#include "link/shared_texts.h"
+
 #include "catalog/attributes.h"
 #include "options/status_frame.h"
 #include "options/status_report.h"
-#include "platform/text_number.h"
 
 #include <algorithm>
 
@@ -41,21 +42,24 @@ Bytes erase_frame(const Session& session)
         erase_range(session.plan, record, chip.fw_letter, keeps_data(session)), wants_long_form(chip), session.check());
 }
 
-void say_erase_time(Session& session, Report& report, const WallTime& began)
+void say_erase_time(Session& session, Report& report, std::int64_t began_us)
 {
-    session.erase_time = minutes_text(seconds_between(began, session.loop.wall_time()));
+    session.erase_time = minutes_since(session.loop, began_us);
     report.say(Line{" ( " + session.erase_time + " )"});
 }
 
-bool erase_new_protocol(Session& session, Report& report, const WallTime& began)
+bool erase_new_protocol(Session& session, Report& report, std::int64_t began_us)
 {
     if (session.rx.code() != baud_confirmed)
         return false;
+    const Bytes frame = erase_frame(session);
+    if (!session.make_way(frame.size(), false))
+        return false;
     session.flush();
-    session.send(erase_frame(session));
+    session.send(frame);
     if (!session.wait_reply(new_protocol_ms) || session.rx.code() != 0)
         return false;
-    say_erase_time(session, report, began);
+    say_erase_time(session, report, began_us);
     if (enable_disp_RC_frequency(session.chip.fw_version, session.rx.length(), 1)) {
         session.chip.serial_number = serial_digits(session.rx.buffer);
         report.say(serial_line(session.chip.serial_number));
@@ -63,18 +67,19 @@ bool erase_new_protocol(Session& session, Report& report, const WallTime& began)
     return true;
 }
 
-bool erase_old_protocol(Session& session, Report& report, const WallTime& began)
+bool erase_old_protocol(Session& session, Report& report, std::int64_t began_us)
 {
     session.open();
     session.flush();
     const Bytes frame = erase_frame(session);
-    for (int attempt = 0; attempt < tries && !session.stop_requested; ++attempt) {
-        session.expect_reply();
+    for (int attempt = 0; attempt < tries && !session.is_over(); ++attempt) {
+        if (!session.expect_reply(frame.size(), attempt > 0))
+            break;
         session.send(frame);
         if (session.wait_reply(old_protocol_ms))
             break;
     }
-    say_erase_time(session, report, began);
+    say_erase_time(session, report, began_us);
     session.wait(100); // an answer that comes now still counts
     return session.rx.reply_ok;
 }
@@ -83,11 +88,11 @@ bool erase_old_protocol(Session& session, Report& report, const WallTime& began)
 
 bool erase_chip(Session& session, Report& report)
 {
-    const WallTime began = session.loop.wall_time();
+    const std::int64_t began_us = session.loop.now_us();
     session.erase_time.clear();
     report.say(erasing);
-    return session.model().cap_new_protocol ? erase_new_protocol(session, report, began)
-                                            : erase_old_protocol(session, report, began);
+    return session.model().cap_new_protocol ? erase_new_protocol(session, report, began_us)
+                                            : erase_old_protocol(session, report, began_us);
 }
 
 EraseRange erase_range(const DownloadPlan& plan, const McuRecord& record, const std::string& letter, bool keep_data)
@@ -138,10 +143,13 @@ std::uint8_t erase_sector_count(const McuRecord& record, const std::string& lett
 Bytes build_erase_frame(std::uint8_t sectors, const EraseRange& range, bool long_form, Check check)
 {
     Bytes parameters = {sectors};
-    for (const std::int32_t address : {range.first, range.last}) {
-        const bool no_range = range.first == 0x10000 && range.last == 0x10000;
-        for (const int shift : {16, 8, 0})
-            parameters.push_back(no_range ? no_address : static_cast<std::uint8_t>((address >> shift) & 0xFF));
+    const bool no_range = range.first == 0x10000 && range.last == 0x10000;
+    for (const std::int32_t last_or_first : {range.first, range.last}) {
+        const auto address = static_cast<std::uint32_t>(last_or_first);
+        if (no_range)
+            parameters.insert(parameters.end(), 3, no_address);
+        else
+            parameters.insert(parameters.end(), {low(address >> 16), high(address), low(address)});
     }
     if (long_form) {
         parameters.insert(parameters.end(), 11, 0); // bytes 13 to 23

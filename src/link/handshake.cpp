@@ -27,6 +27,7 @@ constexpr int status_calls = 4;
 constexpr int status_tries = 3; // of a call
 constexpr int status_answer_ms = 900;
 constexpr int leaving_wait_ms = 100;
+constexpr int ready_spacing_ms = 200;
 constexpr int least_length_with_id = 25;
 
 constexpr Text connecting = {
@@ -73,7 +74,7 @@ bool open_for_contact(Session& session)
 // may be slow. The guidance speaks up after 4 s.
 void call_by_sync(Session& session)
 {
-    while (!session.rx.reply_ok && !session.stop_requested) {
+    while (!session.rx.reply_ok && !session.is_over()) {
         session.port.send(sync_pair);
         session.wait_reply(sync_spacing_ms);
     }
@@ -87,7 +88,7 @@ void call_by_probe(Session& session)
     session.open();
     session.drop_counts();
     session.flush();
-    while (!session.rx.reply_ok && !session.stop_requested) {
+    while (!session.rx.reply_ok && !session.is_over()) {
         session.send_short_command(command::probe);
         session.wait_reply(probe_spacing_ms);
     }
@@ -103,10 +104,14 @@ Result call_until_power_up(Session& session, Report& report)
         else
             call_by_sync(session);
     }
-    if (!session.stop_requested)
+    if (session.stop_requested) {
+        report_stop(report);
+        return Result::stopped;
+    }
+    if (session.rx.reply_ok)
         return Result::good;
-    report_stop(report);
-    return Result::stopped;
+    report_connection_failed(session, report, 3);
+    return Result::no_answer;
 }
 
 void settle_line(Session& session)
@@ -174,8 +179,8 @@ bool has_flags(const Session& session) { return session.rx.length() > 27 && sess
 void decode_options(Session& session, const Job& job, StatusLayout layout)
 {
     const bool sixteen_rows = session.identified && option_family(session.connected.series) == 4;
-    decode_status_frame(session.rx.buffer, layout, session.chip.fw_letter, session.chip.fw_version, sixteen_rows,
-        job.options.bytes[16][0], session.status_bytes);
+    session.told = decode_status_frame(session.fields(), layout, session.chip.fw_letter, session.chip.fw_version,
+        sixteen_rows, job.options.bytes[16][0], session.status_bytes);
 }
 
 // 6 clocks a machine cycle: where the firmware reports it, and how, is a matter of the letter.
@@ -185,7 +190,7 @@ bool reports_double_speed(const Session& session)
     if (letter == "A")
         return has_double_speed_bit(session.rx.buffer);
     if (letter == "C" || letter == "N" || letter == "O")
-        return (session.status_bytes[1] & 1) == 0;
+        return session.told[1] && (session.status_bytes[1] & 1) == 0;
     return false;
 }
 
@@ -197,6 +202,7 @@ ChipStatus status_of(const Session& session)
     status.fw_version = session.chip.fw_version;
     status.fw_letter = session.chip.fw_letter;
     status.status_bytes = session.status_bytes;
+    status.options_told = session.told.any();
     status.double_speed_bit = has_double_speed_bit(session.rx.buffer);
     return status;
 }
@@ -272,25 +278,27 @@ void take_boot_size(Session& session)
 Result read_options(Session& session, const Job& job, Report& report)
 {
     bool read = false;
-    for (int call = 0; call < status_calls && !read && !session.stop_requested; ++call)
-        read = read_status(session, job);
+    for (int call = 0; call < status_calls && !read && !session.is_over(); ++call)
+        read = read_status(session, job) && session.chip.options_read_ok;
     if (session.stop_requested) {
         report_stop(report);
         return Result::stopped;
     }
     if (!read) {
-        report_connection_failed(session.loop, report, 3);
+        report_connection_failed(session, report, 3);
         return Result::no_answer;
     }
     return Result::good;
 }
 
-// Older chips want to hear five of these before they take other commands; they do not answer.
+// Older chips want to hear five of these before they take other commands. Whether they answer is not looked at, but
+// what they answer must have come before the next frame.
 void send_ready_five_times(Session& session)
 {
-    for (int i = 0; i < 5 && !session.stop_requested; ++i) {
+    const int spacing_ms = std::max(ready_spacing_ms, session.exchange_ms(model_frame_size));
+    for (int i = 0; i < 5 && !session.is_over(); ++i) {
         session.send_model_command(command::ready, 0);
-        session.wait(200);
+        session.wait(spacing_ms);
     }
 }
 
@@ -315,16 +323,18 @@ Result handshake(Session& session, const Job& job, Purpose purpose, Report& repo
         const Result identified = identify(session, job, purpose, report);
         if (identified != Result::good)
             return identified;
-        if (purpose == Purpose::read_only) {
-            session.chip.options_read_ok = true;
+        session.chip.options_read_ok = session.told.any();
+        if (purpose == Purpose::read_only && session.chip.options_read_ok)
             return Result::good;
-        }
     }
     take_boot_size(session);
     if (purpose == Purpose::read_only) {
         session.drop_counts();
         report.say(reading_options);
-        return read_options(session, job, report);
+        const Result read = read_options(session, job, report);
+        if (read == Result::good && session.chip.status_has_options)
+            report.options_read(status_of(session)); // of a chip whose own frame has told all but them
+        return read;
     }
     if (!session.chip.tl_mode_active)
         report.say(connecting_again);
@@ -334,6 +344,8 @@ Result handshake(Session& session, const Job& job, Purpose purpose, Report& repo
 Result reach_target(Session& session, const Job& job, Purpose purpose, Report& report)
 {
     report.say(connecting);
+    session.status_bytes = {}; // of a chip before, in whose place another one may stand by now
+    session.told.reset();
     std::int32_t baud = 0;
     if (const Result shaken = handshake(session, job, purpose, report, baud); shaken != Result::good)
         return shaken;
@@ -365,25 +377,29 @@ Result connect_target(Session& session, const Job& job, Purpose purpose, Report&
 bool read_status(Session& session, const Job& job)
 {
     session.chip.options_read_ok = false;
-    for (int attempt = 0; attempt < status_tries && !session.stop_requested; ++attempt) {
+    const Bytes frame = build_command_frame(command::read_status, {}, session.check());
+    for (int attempt = 0; attempt < status_tries && !session.is_over(); ++attempt) {
         session.drop_counts();
         session.wait(50);
-        session.expect_reply();
-        session.send(build_command_frame(command::read_status, {}, session.check()));
+        if (!session.expect_reply(frame.size(), attempt > 0))
+            return false;
+        session.send(frame);
         if (session.wait_reply(status_answer_ms))
             break;
     }
     if (!session.rx.reply_ok)
         return false;
     decode_options(session, job, StatusLayout::answer);
-    session.chip.options_read_ok = true;
+    session.chip.options_read_ok = session.told.any();
     return true;
 }
 
 void leave_isp(Session& session)
 {
     session.send_short_command(command::leave_isp);
-    const Deadline end(session.loop, leaving_wait_ms);
+    const int leaving_ms = session.leaving_ms(build_short_frame(command::leave_isp, session.check()).size());
+    const Deadline end(session.loop, std::max(leaving_wait_ms, leaving_ms));
+    session.wait(leaving_ms); // whatever comes in, the frame has to get out
     while (!session.rx.reply_ok && !end.passed())
         session.loop.yield();
 }

@@ -13,7 +13,8 @@ enum class Purpose { download, read_only };
 // chip.target_ok says the same.
 Result connect_target(Session& session, const Job& job, Purpose purpose, Report& report);
 
-// Command 50, up to three times; fills status_bytes. True: the chip has answered, and chip.options_read_ok is set.
+// Command 50, up to three times; fills status_bytes. True: the chip has answered; chip.options_read_ok says whether the
+// answer has told its options.
 bool read_status(Session& session, const Job& job);
 
 // Sends the chip into user code: the short frame 82, then 100 ms for it to leave. Not ended by a stop.

@@ -84,7 +84,7 @@ bool model_matches(const Session& session, const Job& job)
     case 'E':
         return job.model.series == 4 && sizes_agree(session, job);
     case 'F':
-        return has_size_of_f(session);
+        return has_size_of_f(session) && session.connected.series == job.model.series;
     default:
         break;
     }

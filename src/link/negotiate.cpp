@@ -40,29 +40,29 @@ void send_and_let_leave(Session& session, const Bytes& frame, bool for_set)
     session.port.send(frame);
     if (session.port.queued() > 0)
         session.loop.run_due();
-    session.wait(leaving_ms(session.line.contact_baud, session.model().series, for_set));
+    session.wait(std::max(
+        leaving_ms(session.line.contact_baud, session.model().series, for_set), session.leaving_ms(frame.size())));
 }
 
 // The newer chips want to be asked once more before they negotiate.
 Result ask_new_protocol(Session& session, Report& report)
 {
     bool answered = false;
-    for (int attempt = 0; attempt < tries && !answered; ++attempt) {
+    for (int attempt = 0; attempt < tries && !answered && !session.port_gone(); ++attempt) {
         if (attempt > 0)
             session.wait(200);
-        answered = session.ask_model(command::read_status, 300, 0);
+        answered = session.ask_model(command::read_status, 300, 0, attempt > 0);
         if (session.stop_requested) {
             report_stop(report);
             return Result::stopped;
         }
     }
     if (!answered) {
-        report.beep(2);
-        report.say(with_end_time(silent_chip, session.loop));
+        report_failed(session, report, 2, with_end_time(silent_chip, session.loop));
         return Result::no_answer;
     }
     if (session.rx.code() != new_protocol_ready) {
-        report_connection_failed(session.loop, report, 2);
+        report_connection_failed(session, report, 2);
         return Result::no_answer;
     }
     return Result::good;
@@ -80,21 +80,15 @@ Result end_at_contact_baud(Session& session, Report& report)
     return Result::stopped;
 }
 
-// What the report calls the baud then: four digits of it.
-std::int32_t four_digits_of(std::int32_t baud)
-{
-    return static_cast<std::int32_t>(number_in(std::to_string(baud).substr(0, 4)));
-}
-
 bool offer(Session& session, const BaudChoice& choice)
 {
     const Reload reload = reload_for(choice.setting, choice.mode, is_newer_series(session.model().series));
     session.flush();
     for (int attempt = 0; attempt < tries; ++attempt) {
         session.wait(50);
-        if (test_new_baud(session, choice.baud, reload.p1, reload.p2))
+        if (test_new_baud(session, choice.baud, reload.p1, reload.p2, attempt > 0))
             return true;
-        if (session.stop_requested)
+        if (session.is_over())
             return false;
     }
     return false;
@@ -106,17 +100,17 @@ bool find_baud(Session& session, BaudChoice& choice)
     const double clock_hz = std::trunc(static_cast<double>(session.chip.mcu_clock_hz));
     bool answered = false;
     int rounds = 0;
-    while (!answered && choice.index > 0 && rounds <= max_rounds && !session.stop_requested) {
+    while (!answered && choice.index > 0 && rounds <= max_rounds && !session.is_over()) {
         calculate_baud(clock_hz, session.model().series, session.line.max_baud, choice);
         session.loop.run_due();
         ++rounds;
-        if (choice.setting <= 1)
+        if (choice.setting == 0)
             break; // no divisor gives any baud of the list
         if (!session.ensure_open())
             break;
         answered = offer(session, choice);
-        if (!answered)
-            choice.index = static_cast<std::int16_t>(std::max(choice.index - 1, 0));
+        if (!answered) // a divisor of 1 is the clock's fastest baud, and the last one tried
+            choice.index = choice.setting == 1 ? std::int16_t{0} : std::max<std::int16_t>(choice.index - 1, 0);
     }
     session.chip.baud_error = choice.error;
     return answered && rounds <= max_rounds; // an answer in a fourth round comes too late
@@ -129,9 +123,9 @@ bool confirm(Session& session, const BaudChoice& choice)
     session.chip.reload_lo = reload.p2;
     session.flush();
     session.wait(50);
-    for (int attempt = 0; attempt < tries && !session.stop_requested; ++attempt) {
+    for (int attempt = 0; attempt < tries && !session.is_over(); ++attempt) {
         session.wait(50);
-        if (set_new_baud(session, choice.baud, reload.p1, reload.p2))
+        if (set_new_baud(session, choice.baud, reload.p1, reload.p2, attempt > 0))
             return true;
     }
     return false;
@@ -141,10 +135,10 @@ void keep_speed_pair(ChipFacts& target)
 {
     const SpeedPair pair =
         speed_pair(static_cast<std::uint16_t>(target.reload_hi * 256 + target.reload_lo), target.double_speed_on);
-    target.reload_hi = static_cast<std::int16_t>(pair.reload >> 8);
-    target.reload_lo = static_cast<std::int16_t>(pair.reload & 0xFF);
-    target.reload2_hi = static_cast<std::int16_t>(pair.reload2 >> 8);
-    target.reload2_lo = static_cast<std::int16_t>(pair.reload2 & 0xFF);
+    target.reload_hi = high(pair.reload);
+    target.reload_lo = low(pair.reload);
+    target.reload2_hi = high(pair.reload2);
+    target.reload2_lo = low(pair.reload2);
 }
 
 // Says how a step ended that did not end well.
@@ -156,7 +150,7 @@ Result ended(const Session& session, Report& report, bool good)
     }
     if (good)
         return Result::good;
-    report_connection_failed(session.loop, report, 3);
+    report_connection_failed(session, report, 3);
     return Result::no_answer;
 }
 
@@ -164,8 +158,8 @@ bool answers_at_fixed_115200(Session& session)
 {
     session.flush();
     bool answered = false;
-    for (int attempt = 0; attempt < tries && !answered && !session.stop_requested; ++attempt)
-        answered = test_new_baud(session, 0, 0, 0);
+    for (int attempt = 0; attempt < tries && !answered && !session.is_over(); ++attempt)
+        answered = test_new_baud(session, 0, 0, 0, attempt > 0);
     return answered;
 }
 
@@ -177,8 +171,7 @@ Result feed_watchdog(Session& session, const Job& job, Report& report)
         report_stop(report);
         return Result::stopped;
     }
-    report.beep(3);
-    report.say(watchdog_failed);
+    report_failed(session, report, 3, watchdog_failed);
     return Result::no_answer;
 }
 
@@ -190,8 +183,7 @@ Result test_oscillator(Session& session, const Job& job, Report& report)
         report_stop(report);
         return Result::stopped;
     }
-    report.beep(2);
-    report.say(with_end_time(silent_chip, session.loop));
+    report_failed(session, report, 2, with_end_time(silent_chip, session.loop));
     return Result::no_answer;
 }
 
@@ -199,20 +191,19 @@ Result test_oscillator(Session& session, const Job& job, Report& report)
 
 Bytes build_test_baud_frame(std::uint8_t p1, std::uint8_t p2, std::uint8_t pause, std::uint8_t wait_states, Check check)
 {
-    const auto doubled = static_cast<std::uint8_t>(std::min((256 - p2) * 2, 0xFE));
-    const std::uint8_t parameters[] = {p1, p2, static_cast<std::uint8_t>(0xFF - p1), doubled, pause, wait_states};
+    const auto doubled = static_cast<std::uint32_t>(std::min((256 - p2) * 2, 0xFE));
+    const std::uint8_t parameters[] = {p1, p2, low(0xFFU - p1), low(doubled), pause, wait_states};
     return build_command_frame(command::test_baud, parameters, check);
 }
 
 Bytes build_set_baud_frame(std::uint8_t p1, std::uint8_t p2, std::uint8_t pause, Check check)
 {
-    const int twice = (256 - p2) * 2;
-    const auto doubled = static_cast<std::uint8_t>(twice > 0xFE ? 0xFF : twice);
-    const std::uint8_t parameters[] = {p1, p2, static_cast<std::uint8_t>(0xFF - p1), doubled, pause};
+    const auto twice = static_cast<std::uint32_t>((256 - p2) * 2);
+    const std::uint8_t parameters[] = {p1, p2, low(0xFFU - p1), twice > 0xFE ? std::uint8_t{0xFF} : low(twice), pause};
     return build_command_frame(command::set_baud, parameters, check);
 }
 
-bool test_new_baud(Session& session, std::int32_t baud, std::uint8_t p1, std::uint8_t p2)
+bool test_new_baud(Session& session, std::int32_t baud, std::uint8_t p1, std::uint8_t p2, bool again)
 {
     const std::int32_t series = session.model().series;
     const double clock_hz = static_cast<double>(session.chip.mcu_clock_hz) / (session.chip.double_speed_on ? 2 : 1);
@@ -222,9 +213,10 @@ bool test_new_baud(Session& session, std::int32_t baud, std::uint8_t p1, std::ui
         fixed ? delay_code(clock_hz) : pause_byte(baud, session.line.contact_baud, series, clock_hz, false);
     if (!session.ensure_open())
         return false;
-    session.expect_reply();
-    send_and_let_leave(
-        session, build_test_baud_frame(p1, p2, pause, wait_state_code(clock_hz, series), session.check()), false);
+    const Bytes frame = build_test_baud_frame(p1, p2, pause, wait_state_code(clock_hz, series), session.check());
+    if (!session.expect_reply(frame.size(), again))
+        return false;
+    send_and_let_leave(session, frame, false);
 
     const LineSettings before = session.port.line();
     const bool switched = bauds_differ(session) && !fixed;
@@ -239,15 +231,17 @@ bool test_new_baud(Session& session, std::int32_t baud, std::uint8_t p1, std::ui
     return answered;
 }
 
-bool set_new_baud(Session& session, std::int32_t baud, std::uint8_t p1, std::uint8_t p2)
+bool set_new_baud(Session& session, std::int32_t baud, std::uint8_t p1, std::uint8_t p2, bool again)
 {
     const std::int32_t series = session.model().series;
     const auto clock_hz = static_cast<double>(session.chip.mcu_clock_hz);
     if (!session.ensure_open())
         return false;
-    session.expect_reply();
     const std::uint8_t pause = pause_byte(baud, session.line.contact_baud, series, clock_hz, true);
-    send_and_let_leave(session, build_set_baud_frame(p1, p2, pause, session.check()), true);
+    const Bytes frame = build_set_baud_frame(p1, p2, pause, session.check());
+    if (!session.expect_reply(frame.size(), again))
+        return false;
+    send_and_let_leave(session, frame, true);
     if (bauds_differ(session))
         switch_line(session, baud);
     return session.wait_reply(answer_ms(baud, 1200));
@@ -266,9 +260,11 @@ bool send_extern_WDT_address(Session& session, const Job& job)
         return true;
     if (!session.ensure_open())
         return false;
-    for (int attempt = 0; attempt < tries && !session.stop_requested; ++attempt) {
-        session.expect_reply();
-        session.send(build_command_frame(command::feed_pin, std::span{&*job.watchdog_pin, 1}, session.check()));
+    const Bytes frame = build_command_frame(command::feed_pin, std::span{&*job.watchdog_pin, 1}, session.check());
+    for (int attempt = 0; attempt < tries && !session.is_over(); ++attempt) {
+        if (!session.expect_reply(frame.size(), attempt > 0))
+            break;
+        session.send(frame);
         if (session.wait_reply(500))
             return true;
     }
@@ -288,7 +284,7 @@ Result negotiate_baud(Session& session, const Job& job, Report& report, std::int
     if (result != Result::good)
         return result;
     if (series_is_15_16(session.model().series)) {
-        baud = four_digits_of(session.port.line().baud);
+        baud = session.port.line().baud;
         return end_at_contact_baud(session, report);
     }
 

@@ -9,10 +9,11 @@
 
 namespace vrk {
 
-// Offers a baud (frame 8F): the chip answers at the new speed, then both go back. True: it answered.
-bool test_new_baud(Session& session, std::int32_t baud, std::uint8_t p1, std::uint8_t p2);
+// Offers a baud (frame 8F): the chip answers at the new speed, then both go back. True: it answered. `again`: the same
+// has been offered before.
+bool test_new_baud(Session& session, std::int32_t baud, std::uint8_t p1, std::uint8_t p2, bool again);
 // Sets it (frame 8E): both stay at the new speed.
-bool set_new_baud(Session& session, std::int32_t baud, std::uint8_t p1, std::uint8_t p2);
+bool set_new_baud(Session& session, std::int32_t baud, std::uint8_t p1, std::uint8_t p2, bool again);
 
 // Names the pin that the boot loader toggles to feed an external watchdog. True where none is wanted.
 bool send_extern_WDT_address(Session& session, const Job& job);

@@ -40,11 +40,12 @@ bool write_is_taken(const ReceiveState& rx) { return rx.reply_ok && (rx.code() =
 
 bool write_options(Session& session, const Bytes& frame, int attempts, int reply_ms)
 {
-    for (int attempt = 0; attempt < attempts && !session.stop_requested; ++attempt) {
+    for (int attempt = 0; attempt < attempts && !session.is_over(); ++attempt) {
         session.flush();
-        session.expect_reply();
+        if (!session.expect_reply(frame.size(), attempt > 0))
+            break;
         session.send(frame);
-        session.wait_reply(reply_ms);
+        session.wait_reply(std::max(reply_ms, session.exchange_ms(frame.size())));
         if (write_is_taken(session.rx))
             return true;
     }
@@ -64,8 +65,7 @@ Result not_written(const Session& session, Report& report)
         report_stop(report);
         return Result::stopped;
     }
-    report.beep(3);
-    report.say(options_failed);
+    report_failed(session, report, 3, options_failed);
     return Result::options_failed;
 }
 
@@ -82,10 +82,12 @@ Result write_and_compare(
     Session& session, const Job& job, Report& report, const Bytes& frame, int reply_ms, Taken taken)
 {
     session.open();
-    for (int round = 0; round < rounds && !session.stop_requested; ++round) {
+    for (int round = 0; round < rounds && !session.is_over(); ++round) {
         if (!write_options(session, frame, tries, reply_ms) || !read_back(session, job))
             continue;
         session.chip.options_read_ok = taken();
+        if (!session.chip.options_read_ok && session.told.none())
+            continue; // an answer that tells no options is no answer
         if (!session.chip.options_read_ok)
             break;
         report.say(options_ok);
@@ -106,16 +108,22 @@ Result commit_oldest(Session& session, const Job& job, Report& report)
     return options_are_held(session);
 }
 
-// Written whole where a bit of byte 8 that acts at the next download is to be set; else only if byte 1 changes.
-bool older_needs_writing(const StatusBytes& have, const OptionBytes& wanted)
+// The chip has told this row, and told what is wanted. A row that it did not tell may hold anything.
+bool row_holds(const Session& session, std::size_t row, const OptionBytes& wanted, int varying = 0)
 {
-    return (wanted[8] & 0xEF) == 0 || (wanted[8] & 0xF7) == 0 || wanted[1] != have[1];
+    return session.told[row] && (session.status_bytes[row] | varying) == (wanted[row] | varying);
+}
+
+// Written whole where a bit of byte 8 that acts at the next download is to be set; else only if byte 1 changes.
+bool older_needs_writing(const Session& session, const OptionBytes& wanted)
+{
+    return (wanted[8] & 0xEF) == 0 || (wanted[8] & 0xF7) == 0 || !row_holds(session, 1, wanted);
 }
 
 Result commit_older(Session& session, const Job& job, Report& report)
 {
     const OptionBytes wanted = job.options.wanted();
-    if (!older_needs_writing(session.status_bytes, wanted)) {
+    if (!older_needs_writing(session, wanted)) {
         leave_isp(session);
         return options_are_held(session);
     }
@@ -124,29 +132,27 @@ Result commit_older(Session& session, const Job& job, Report& report)
     const auto reload_lo = static_cast<std::uint8_t>(job.double_speed ? chip.reload2_lo : chip.reload_lo);
     return write_and_compare(session, job, report,
         build_older_option_frame(wanted, reload_hi, reload_lo, session.check()), short_form_wait_ms,
-        [&] { return session.status_bytes[1] == wanted[1]; });
+        [&] { return row_holds(session, 1, wanted); });
 }
 
-bool rows_hold(const StatusBytes& have, std::span<const int> rows, const OptionBytes& wanted, int varying_in_row_1 = 0)
+bool rows_hold(const Session& session, std::span<const int> rows, const OptionBytes& wanted, int varying_in_row_1 = 0)
 {
     return std::all_of(rows.begin(), rows.end(), [&](int row) {
-        const int mask = row == 1 ? varying_in_row_1 : 0;
-        const auto at = static_cast<std::size_t>(row);
-        return (have[at] | mask) == (wanted[at] | mask);
+        return row_holds(session, static_cast<std::size_t>(row), wanted, row == 1 ? varying_in_row_1 : 0);
     });
 }
 
 bool newer_needs_writing(const Session& session, const OptionBytes& wanted)
 {
     const McuRecord& record = session.model();
-    const StatusBytes& have = session.status_bytes;
     const ChipFacts& chip = session.chip;
-    const bool firmware_bit = (have[record.series >= 7 ? 1 : 2] & 2) != 0;
+    const std::size_t firmware_row = record.series >= 7 ? 1 : 2;
+    const bool firmware_bit = session.told[firmware_row] && (session.status_bytes[firmware_row] & 2) != 0;
     if (!firmware_bit || record.cap_no_eeprom)
         return true;
-    if (Option_Orde(chip.fw_letter, chip.fw_version) == 5 && have[0] != wanted[0])
+    if (Option_Orde(chip.fw_letter, chip.fw_version) == 5 && !row_holds(session, 0, wanted))
         return true;
-    return !rows_hold(have, compared_rows(record, chip.fw_letter, chip.fw_version), wanted);
+    return !rows_hold(session, compared_rows(record, chip.fw_letter, chip.fw_version), wanted);
 }
 
 bool firmware_gives_back(const ChipFacts& chip) { return version_times_ten(chip.fw_version) >= compares_from_version; }
@@ -156,11 +162,11 @@ bool newer_was_taken(const Session& session, const OptionBytes& wanted)
     const McuRecord& record = session.model();
     const ChipFacts& chip = session.chip;
     if (option_family(record.series) == 4)
-        return rows_hold(session.status_bytes, all_rows, wanted);
+        return rows_hold(session, all_rows, wanted);
     if (!firmware_gives_back(chip))
         return true;
-    return rows_hold(session.status_bytes, compared_rows(record, chip.fw_letter, chip.fw_version), wanted,
-        record.series >= 7 ? varying_bits : 0);
+    return rows_hold(
+        session, compared_rows(record, chip.fw_letter, chip.fw_version), wanted, record.series >= 7 ? varying_bits : 0);
 }
 
 Result commit_newer(Session& session, const Job& job, Report& report)
@@ -181,8 +187,8 @@ Result commit_newer(Session& session, const Job& job, Report& report)
 Result commit_last(Session& session, const Job& job, Report& report)
 {
     const OptionBytes wanted = job.options.wanted();
-    const bool has_clock_of_its_own = (session.status_bytes[3] & 2) != 0;
-    if (has_clock_of_its_own && rows_hold(session.status_bytes, rows_last, wanted)) {
+    const bool has_clock_of_its_own = session.told[3] && (session.status_bytes[3] & 2) != 0;
+    if (has_clock_of_its_own && rows_hold(session, rows_last, wanted)) {
         leave_isp(session);
         return options_are_held(session);
     }
@@ -191,13 +197,12 @@ Result commit_last(Session& session, const Job& job, Report& report)
         clock_hz = static_cast<std::uint32_t>(session.chip.mcu_clock_saved);
     return write_and_compare(session, job, report, build_last_option_frame(wanted, clock_hz, session.check()),
         short_form_wait_ms,
-        [&] { return !firmware_gives_back(session.chip) || rows_hold(session.status_bytes, rows_last, wanted); });
+        [&] { return !firmware_gives_back(session.chip) || rows_hold(session, rows_last, wanted); });
 }
 
 void append_clock(Bytes& parameters, std::uint32_t clock_hz)
 {
-    for (const int shift : {24, 16, 8, 0})
-        parameters.push_back(static_cast<std::uint8_t>(clock_hz >> shift));
+    parameters.insert(parameters.end(), {high(clock_hz >> 16), low(clock_hz >> 16), high(clock_hz), low(clock_hz)});
 }
 
 } // namespace

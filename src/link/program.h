@@ -5,15 +5,10 @@
 #include "report/report.h"
 #include "session/result.h"
 
-#include <cstdint>
-
 namespace vrk {
 
 // Writes both images. Good: all blocks came back with their sums; session.program_ok says the same. What went wrong has
 // been said.
 Result program_all(Session& session, const Job& job, Report& report);
-
-// Last address that the newer families without an EEPROM buffer are written to.
-std::int32_t code_limit(const McuRecord& record, double version);
 
 } // namespace vrk

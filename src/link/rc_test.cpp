@@ -54,11 +54,14 @@ std::array<BandTrim, 4> first_points(std::uint8_t band_low, std::uint8_t band_hi
 // The chip leaves to measure itself and must hear sync bytes to come back.
 bool measure_points(Session& session, std::span<const BandTrim> points)
 {
-    session.send(build_rc_frame(session.rc.rc_saved, points));
+    const Bytes frame = build_rc_frame(session.rc.rc_saved, points);
+    if (!session.make_way(frame.size(), false))
+        return false;
+    session.send(frame);
     session.rx.count = 0;
     session.rx.reply_ok = false;
     const Deadline end(session.loop, exchange_ms);
-    while (!session.rx.reply_ok && !session.stop_requested && !end.passed()) {
+    while (!session.rx.reply_ok && !session.is_over() && !end.passed()) {
         session.port.send(sync_pair);
         session.wait_reply(sync_spacing_ms);
     }
@@ -177,7 +180,9 @@ bool rc_test(Session& session, double target_mhz, int count)
     return true;
 }
 
-bool rc_report(const RcTest& rc, Report& report)
+bool is_near_target(const RcTest& rc) { return std::abs(rc.rc_error) <= tolerable_error; }
+
+void rc_report(const RcTest& rc, Report& report)
 {
     const auto best = static_cast<std::size_t>(rc.best);
     const double best_hz = best < rc.points.size() ? rc.points[best].hz : 0;
@@ -185,12 +190,11 @@ bool rc_report(const RcTest& rc, Report& report)
     report.say("");
     report.say("下次下载 RC 振荡器频率频率: " + mhz(best_hz) + "MHz (仅供参考)");
     report.say("                  频率误差: " + number_text(rc.rc_error / 100.0) + "%      (仅供参考)");
-    if (std::abs(rc.rc_error) <= tolerable_error)
-        return true;
+    if (is_near_target(rc))
+        return;
     report.beep(3);
     report.say(Line::only_chinese("您设置的 RC 振荡器的频率可能在此片 MCU 的频率盲区内，"));
     report.say(Line::only_chinese("频率盲区：" + mhz(rc.rc_gap_low) + " -- " + mhz(rc.rc_gap_high) + "MHz"));
-    return false;
 }
 
 } // namespace vrk

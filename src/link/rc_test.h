@@ -26,7 +26,8 @@ std::vector<RcPoint> parse_rc_reply(std::span<const std::uint8_t> frame, std::in
 // no line goes through.
 bool rc_test(Session& session, double target_mhz, int count);
 
-// The result, said after the download. False: further than 0.25 % off the frequency wanted.
-bool rc_report(const RcTest& rc, Report& report);
+bool is_near_target(const RcTest& rc); // no further than 0.25 % off the frequency wanted
+// The result, said after the download.
+void rc_report(const RcTest& rc, Report& report);
 
 } // namespace vrk

@@ -2,6 +2,7 @@
 
 #include "link/erase.h"
 #include "link/handshake.h"
+#include "link/image_writes.h"
 #include "link/option_commit.h"
 #include "link/program.h"
 #include "link/rc_test.h"
@@ -12,8 +13,6 @@
 #include "image/download_plan.h"
 #include "options/status_frame.h"
 #include "platform/text_number.h"
-
-#include <algorithm>
 
 namespace vrk {
 
@@ -27,8 +26,7 @@ constexpr Text block_1_guarded = {"Chinese:因为由 block1 对 block0 编程已
     "Because Block1 to write Block0 is disable, so program can not continue."};
 constexpr Text file_overflows = {"程序文件超出此 MCU 固件下载范围, 超出部分不下载。 ",
     "The Program Code and EEPROM data is too big.\nThe exceeding part won't program."};
-constexpr Text number_left_out = {"注意: 自动增量的数值在下载范围之外，没有写入 MCU。",
-    "Note: the auto increment number lies outside of what a download writes, and was not programmed."};
+constexpr Text number_left_out = {"自动增量的数值没有写入 MCU。", "The auto increment number was not programmed."};
 constexpr Text erase_failed = {"擦除失败 (End: ", "Erasing MCU failed. (End: "};
 constexpr Text erase_failed_hint = {
     "Try to use the lower baud. / 请尝试用稍低的波特率下载。", "Try to use the lower baud."};
@@ -71,9 +69,9 @@ Result erase_stage(Session& session, Report& report)
     }
     if (erased)
         return Result::good;
-    report.beep(3);
-    report.say(with_end_time(erase_failed, session.loop));
-    report.say(erase_failed_hint);
+    report_failed(session, report, 3, with_end_time(erase_failed, session.loop));
+    if (!session.port_gone())
+        report.say(erase_failed_hint);
     return Result::erase_failed;
 }
 
@@ -93,16 +91,22 @@ Result option_stage(Session& session, const Job& job, Report& report)
     return commit_options(session, job, report);
 }
 
-// The effective length of a file ends its writing, and a number does not make it longer.
-bool numbers_are_programmed(const Session& session, const Job& job)
+// A stage that fell silent because its port has gone says so in its result.
+Result reason_of(const Session& session, Result result)
 {
-    return std::ranges::all_of(job.numbers,
-        [&](const StampedNumber& number) { return is_programmed(session, number.flash_address, number.bytes); });
+    const bool fell_silent = result == Result::no_answer || result == Result::erase_failed ||
+        result == Result::programming_failed || result == Result::options_failed;
+    return fell_silent && session.port_gone() ? Result::port_gone : result;
 }
 
-} // namespace
+// The effective length of a file ends its writing, and a number does not make it longer. What the press could not know
+// is the boot loader's version and the model that its id stands for.
+bool numbers_will_be_written(const Session& session, const Job& job)
+{
+    return vrk::numbers_will_be_written(job, session.model(), number_in(session.chip.fw_version));
+}
 
-Result program_one_chip(Session& session, const Job& job, Report& report)
+Result tell_download(Session& session, const Job& job, Report& report)
 {
     report.enter(Stage::calling);
     const Result connected = connect_target(session, job, Purpose::download, report);
@@ -124,18 +128,36 @@ Result program_one_chip(Session& session, const Job& job, Report& report)
         return Result::guarded;
     }
 
+    if (!numbers_will_be_written(session, job)) {
+        report.show_box(number_outside);
+        return Result::number_outside;
+    }
     make_plan(session, job, report);
     if (const Result erased = erase_stage(session, report); erased != Result::good)
         return erased;
     if (const Result programmed = program_all(session, job, report); programmed != Result::good)
         return programmed;
+    if (!all_hold(session.programmed, job.numbers)) { // the chip's own boot block stood in the way
+        report.beep(3);
+        report.say(number_left_out);
+        return Result::number_outside;
+    }
     settle(session, report);
-    return option_stage(session, job, report);
+    if (const Result committed = option_stage(session, job, report); committed != Result::good)
+        return committed;
+    return job.calibrate_rc && !is_near_target(session.rc) ? Result::off_frequency : Result::good;
 }
 
-Result report_success(Session& session, const Job& job, Report& report)
+} // namespace
+
+Result program_one_chip(Session& session, const Job& job, Report& report)
 {
-    session.program_time = minutes_text(seconds_between(session.program_started, session.loop.wall_time()));
+    return reason_of(session, tell_download(session, job, report));
+}
+
+void report_success(Session& session, const Job& job, Report& report)
+{
+    session.program_time = minutes_since(session.loop, session.program_started_us);
     Line success;
     success.en = "Program OK\nVerify  OK ( Total: " + session.program_time + " )\nEncrypt OK.";
     success.zh = "Program OK / 下载 OK\nVerify  OK / 校验 OK ";
@@ -143,25 +165,21 @@ Result report_success(Session& session, const Job& job, Report& report)
         success.zh += "\nerase times/擦除时间 :  " + session.erase_time;
     success.zh += "\nprogram times/下载时间: " + session.program_time + "\nEncrypt OK/ 已加密";
     report.say(success);
-    if (!numbers_are_programmed(session, job))
-        report.say(number_left_out);
-    if (job.calibrate_rc && !rc_report(session.rc, report))
-        return Result::off_frequency;
-    return Result::good;
+    if (job.calibrate_rc)
+        rc_report(session.rc, report);
 }
 
 Result read_one_chip(Session& session, const Job& job, Report& report)
 {
     report.enter(Stage::calling);
     const Result result = connect_target(session, job, Purpose::read_only, report);
-    if (result != Result::good)
-        return result;
-    leave_isp(session);
-    if (!session.chip.options_read_ok)
-        report.say(read_failed);
-    else
+    if (result == Result::good) {
+        leave_isp(session);
         report.say(session.chip.fw_letter == "B" ? version_read_ok : read_ok);
-    return Result::good;
+    } else if (!session.stop_requested) {
+        report.say(read_failed);
+    }
+    return reason_of(session, result);
 }
 
 } // namespace vrk

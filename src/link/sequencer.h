@@ -8,11 +8,11 @@
 
 namespace vrk {
 
-// Good: the chip holds the job. Everything else has been said. What is said of a good chip is told by report_success,
-// when the caller has put its books in order. The port stays as the last chapter left it.
+// Good: the chip holds the job; off_frequency: it does, and its oscillator is too far from the frequency wanted. Both
+// are told by report_success, when the caller has put its books in order. Everything else has been said. The port stays
+// as the last chapter left it.
 Result program_one_chip(Session& session, const Job& job, Report& report);
-// Good, or off_frequency where the chip holds the job and its oscillator is too far from the frequency wanted.
-Result report_success(Session& session, const Job& job, Report& report);
+void report_success(Session& session, const Job& job, Report& report);
 
 // Reads firmware and options of the chip on the wire and writes nothing.
 Result read_one_chip(Session& session, const Job& job, Report& report);

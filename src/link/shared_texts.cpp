@@ -7,8 +7,9 @@ namespace vrk {
 namespace {
 
 constexpr Text connection_failed = {"Connection failed. / 握手失败 (End: ", "Connection failed. (End: "};
+constexpr Text port_gone = {"串口已断开。", "The serial port is gone."};
 
-}
+} // namespace
 
 void report_stop(Report& report)
 {
@@ -16,12 +17,24 @@ void report_stop(Report& report)
     report.say(stop_text);
 }
 
-void report_connection_failed(const EventLoop& loop, Report& report, int beeps)
+void report_failed(const Session& session, Report& report, int beeps, const Line& text)
 {
     report.beep(beeps);
-    report.say(with_end_time(connection_failed, loop));
+    if (session.port_gone())
+        report.say(port_gone);
+    report.say(text);
+}
+
+void report_connection_failed(const Session& session, Report& report, int beeps)
+{
+    report_failed(session, report, beeps, with_end_time(connection_failed, session.loop));
 }
 
 Line with_end_time(const Text& text, const EventLoop& loop) { return Line{text} + clock_text(loop.wall_time()) + ")"; }
+
+std::string minutes_since(const EventLoop& loop, std::int64_t start_us)
+{
+    return minutes_text((loop.now_us() - start_us) / 1'000'000);
+}
 
 } // namespace vrk

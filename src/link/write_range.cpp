@@ -1,5 +1,6 @@
 #include "link/write_range.h"
 
+#include "link/image_writes.h"
 #include "link/job.h"
 
 #include "catalog/attributes.h"
@@ -14,7 +15,6 @@ namespace vrk {
 namespace {
 
 constexpr int block_tries = 4;
-constexpr std::int32_t least_end = 0x27F; // a range never ends below it
 constexpr std::uint8_t block_taken = 0x80;
 constexpr int none = -1; // where an address is looked for
 
@@ -59,7 +59,7 @@ bool block_reply_good(std::span<const std::uint8_t> reply, bool new_protocol, st
 {
     if (reply.size() < 5)
         return false;
-    const bool sum_good = reply[4] == (data_sum & 0xFF);
+    const bool sum_good = reply[4] == low(data_sum);
     if (new_protocol)
         return reply[3] == 0 && sum_good;
     const bool short_answer = reply[1] == 0 && reply[2] == 6; // taken, and too old to send the sum
@@ -159,7 +159,7 @@ bool RangeWriter::write_block(std::int32_t first, std::int32_t last)
 {
     for (int attempt = 0; attempt < block_tries; ++attempt) {
         const bool good = try_block(first, last, attempt > 0);
-        if (session_.stop_requested)
+        if (session_.is_over())
             return false;
         if (good)
             return true;
@@ -171,7 +171,7 @@ bool RangeWriter::try_block(std::int32_t first, std::int32_t last, bool again)
 {
     for (std::int32_t address = first; address <= last;) {
         const Piece piece = piece_at(address);
-        if (!write_piece(piece, again) || session_.stop_requested)
+        if (!write_piece(piece, again) || session_.is_over())
             return false;
         address = behind(piece);
     }
@@ -183,6 +183,8 @@ bool RangeWriter::write_piece(const Piece& piece, bool again)
     const DataFrame frame = again || built_for_ != piece.first ? build(piece, again) : std::move(built_);
     built_for_ = none;
     session_.data_sum = frame.data_sum;
+    if (!session_.make_way(frame.bytes.size(), again))
+        return false;
     session_.flush();
     session_.rx.demo_reply_ok = false;
     session_.port.send(frame.bytes);
@@ -202,7 +204,7 @@ bool RangeWriter::demo_reply_comes(const DataFrame& frame)
 {
     const Deadline end(
         session_.loop, reply_timeout_ms(static_cast<double>(session_.chip.mcu_clock_hz), session_.port.line().baud));
-    while (!session_.rx.demo_reply_ok && !session_.stop_requested && !end.passed())
+    while (!session_.rx.demo_reply_ok && !session_.is_over() && !end.passed())
         session_.loop.yield();
     if (!session_.rx.demo_reply_ok)
         return false;
@@ -225,12 +227,7 @@ void RangeWriter::tell_good_blocks()
 {
     if (untold_last_ == none)
         return;
-    std::vector<std::int16_t>& programmed = session_.programmed;
-    const auto last = static_cast<std::size_t>(untold_last_);
-    if (programmed.size() <= last)
-        programmed.resize(last + 1, -1);
-    for (auto at = static_cast<std::size_t>(untold_first_); at <= last; ++at)
-        programmed[at] = at < image_.size() ? image_[at] : std::int16_t{0};
+    put_bytes(session_.programmed, untold_first_, untold_last_, image_);
     report_.progress({range_.first, range_.last, untold_last_});
     untold_last_ = none;
 }
@@ -241,20 +238,11 @@ bool write_range(
     Session& session, Report& report, const WriteRange& range, std::span<const std::uint8_t> image, bool check_boot)
 {
     const McuRecord& record = session.model();
-    const std::int32_t block = block_bytes(record);
     WriteRange whole = range;
-    whole.last = std::max((range.last / block + 1) * block - 1, least_end);
+    whole.last = range_end(range, record);
     if (is_aspen_top(record) || (record.series == 2 && check_boot))
         cut_at_boot_block(session, report, whole);
     return RangeWriter(session, report, whole, image).write();
-}
-
-bool is_programmed(const SessionFacts& session, std::int32_t address, std::span<const std::uint8_t> bytes)
-{
-    const std::vector<std::int16_t>& programmed = session.programmed;
-    if (address < 0 || static_cast<std::size_t>(address) + bytes.size() > programmed.size())
-        return false;
-    return std::equal(bytes.begin(), bytes.end(), programmed.begin() + address);
 }
 
 std::int16_t boot_size_by_version(int version_times_ten)

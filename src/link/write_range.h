@@ -21,9 +21,6 @@ struct WriteRange {
 bool write_range(
     Session& session, Report& report, const WriteRange& range, std::span<const std::uint8_t> image, bool check_boot);
 
-// Good blocks of this download have put these bytes there, one after the other.
-bool is_programmed(const SessionFacts& session, std::int32_t address, std::span<const std::uint8_t> bytes);
-
 // How long a data frame may stay unanswered, ms, by the chip's clock and the baud of the line.
 int reply_timeout_ms(double clock_hz, std::int32_t baud);
 

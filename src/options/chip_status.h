@@ -15,6 +15,7 @@ struct ChipStatus {
     std::string fw_version; // "6.3"; empty for version 0.0
     std::string fw_letter; // stepping of the boot loader, "A" to "Z"
     StatusBytes status_bytes{};
+    bool options_told = true; // false: the chip's frame had no options, and nothing is said of them
     bool double_speed_bit = false; // bit 3 of byte 22 of the power-up frame; means 6 clocks a cycle with letter A only
 };
 

@@ -1,15 +1,13 @@
 #include "options/fixed_options.h"
 
-#include "options/codec.h"
-#include "options/voltage_texts.h"
-
 #include "report/text.h"
+
+#include <span>
 
 namespace vrk {
 
 namespace {
 
-constexpr std::size_t most_lines = 7;
 constexpr int hazel = 6;
 
 // clang-format off
@@ -22,38 +20,20 @@ constexpr Text hazel_lines[] = {
     { "P1.2 仍为 LVD 脚",                         "P1.2/RESET2 is used as P1.2/LVD" },
     { "",                                         "Next Cold Start WatchDog did not start." },
 };
+// Of the other families no line is known to be true for all models.
+constexpr Text fixed = { "出厂时已固定。", "Fixed at the factory." };
 // clang-format on
-
-// The state of the other families in their own words: every choice that the factory has made, in the order of the
-// panel.
-constexpr std::string_view factory_choices[] = {"Double_speed_NO", "Exterior_Oscillate", "P4_7_As_RESET_YES",
-    "EN810_200mS_NO", "Half_Gain_NO", "P10_P11_00_Download", "AUX_RAM_Enable_YES", "Clear_EEPROM_Spite",
-    "LowU_Reset_NO", "Reset_Close_WDT_YES", "P4_5_As_ALE_YES", "Power_On_Run_WDT_NO"};
-
-std::vector<std::string> lines_of_hazel(bool english)
-{
-    std::vector<std::string> lines;
-    for (const Text& line : hazel_lines)
-        lines.emplace_back(in_language(english, line));
-    return lines;
-}
 
 } // namespace
 
-std::vector<std::string> fixed_option_lines(OptionTable& table, const McuRecord& record, bool english)
+std::vector<std::string> fixed_option_lines(const McuRecord& record, bool english)
 {
     if (record.series < 5 || record.series > 17)
         return {};
-    const int page = option_page_of_series(record.series).page;
-    write_panel_voltages(table, page, record, english);
-    if (record.series == hazel)
-        return lines_of_hazel(english);
+    const std::span<const Text> known = record.series == hazel ? hazel_lines : std::span<const Text>{&fixed, 1};
     std::vector<std::string> lines;
-    for (const std::string_view key : factory_choices) {
-        const int row = find_key(table, page, key);
-        if (row >= 0 && lines.size() < most_lines)
-            lines.push_back(table.cell(page, row, OptionColumn::report));
-    }
+    for (const Text& line : known)
+        lines.emplace_back(in_language(english, line));
     return lines;
 }
 

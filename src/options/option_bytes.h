@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 
@@ -11,6 +12,7 @@ constexpr int option_rows = 17; // option bytes 0 to 16
 
 using OptionBytes = std::array<std::uint8_t, option_rows>; // wanted in the chip
 using StatusBytes = std::array<std::int16_t, option_rows>; // read from a chip
+using ToldRows = std::bitset<option_rows>; // rows of these that the chip has told; of the others nothing is known
 
 struct OptionImage {
     // Column 0: wanted in the chip. 1: the start value. 2: a second one, which cannot change the result. 3: not used.

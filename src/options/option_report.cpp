@@ -103,7 +103,7 @@ OptionPage option_page_of_letter(std::string_view letter)
 std::vector<std::string> option_lines(OptionTable& table, const ChipStatus& status, bool english)
 {
     const OptionPage page = option_page_of_letter(status.fw_letter);
-    if (!page.exists())
+    if (!page.exists() || !status.options_told)
         return {};
     const StatusBytes bytes = bytes_as_the_page_has_them(status);
     const int divider = divider_of_page(bytes, page.page);

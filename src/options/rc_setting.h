@@ -22,6 +22,11 @@ std::vector<std::string> rc_test_items(); // MHz that the RC test aims at
 // Volts of the low-voltage detector, by the supply of the model; nothing where its family has none.
 std::vector<std::string> low_voltage_items(const McuRecord& record);
 
+// What may be typed in place of an item, MHz. The lists end well inside of it: whether a chip can be trimmed to a
+// frequency is for the measurement to tell, but no oscillator is aimed at one beyond.
+constexpr double rc_least_mhz = 1;
+constexpr double rc_most_mhz = 100;
+
 int rc_divider_of_band(int band); // places in the lists; no band chosen (-1) counts as the lowest
 
 // What is chosen, as places in the lists; -1: nothing.

@@ -2,7 +2,6 @@
 
 #include "platform/text_number.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -45,18 +44,18 @@ int Option_Orde(const std::string& letter, const std::string& version)
     return newer_order ? 5 : 0;
 }
 
-void decode_status_frame(std::span<const std::uint8_t> frame, StatusLayout layout, const std::string& letter,
+ToldRows decode_status_frame(std::span<const std::uint8_t> frame, StatusLayout layout, const std::string& letter,
     const std::string& version, bool sixteen_rows, std::uint8_t option_row_16, StatusBytes& rows)
 {
     const bool answer = layout == StatusLayout::answer;
     const std::size_t window = answer ? answer_options_index : window_index;
     const std::size_t extended = window + (extended_window_index - window_index);
-    const std::size_t length = frame.size() > 2 ? frame[2] : 0U;
-    const std::size_t present_end =
-        std::min(frame.size(), length < 2U ? 0U : length - 2U); // check and end are no fields
+    ToldRows told;
     const auto fill = [&](std::size_t row, std::size_t index) {
-        if (index < present_end)
-            rows[row] = frame[index];
+        if (index >= frame.size())
+            return;
+        rows[row] = frame[index];
+        told.set(row);
     };
 
     rows[16] = option_row_16;
@@ -77,6 +76,7 @@ void decode_status_frame(std::span<const std::uint8_t> frame, StatusLayout layou
         else
             rows[0] = 255;
     }
+    return told;
 }
 
 bool enable_disp_RC_frequency(const std::string& version, std::uint8_t frame_length, int mode)

@@ -22,10 +22,12 @@ int version_times_ten(const std::string& version);
 // Order of the option bytes by firmware: 5 for the newer order, else 0.
 int Option_Orde(const std::string& letter, const std::string& version);
 
-// Fills the rows that the frame has; the others stay as they are. Which bytes exist depends on the stepping letter.
+// Fills the rows that the frame has, which it returns; the others stay as they are. Which bytes exist depends on the
+// stepping letter.
+//   frame          without its check and its end byte, which are no fields
 //   sixteen_rows   the chip is of a family that tells rows 0 to 15 whatever its letter: option_family 4
 //   option_row_16  byte 16 as it is wanted; no frame tells it, so row 16 takes it
-void decode_status_frame(std::span<const std::uint8_t> frame, StatusLayout layout, const std::string& letter,
+ToldRows decode_status_frame(std::span<const std::uint8_t> frame, StatusLayout layout, const std::string& letter,
     const std::string& version, bool sixteen_rows, std::uint8_t option_row_16, StatusBytes& rows);
 
 // True for the two frames that carry an RC report, from version 6.3 on: mode 0 the status frame, 1 the erase answer.

@@ -34,7 +34,9 @@ public:
 
     virtual bool open(const LineSettings& line) = 0; // false: not there, taken by another program, or refused
     virtual void close() = 0;
-    virtual bool is_open() const = 0;
+    virtual bool is_open() const = 0; // false too when the device has gone
+    // The device was pulled out or has hung up since it was opened, or was not there at the last opening.
+    virtual bool gone() const = 0;
     virtual bool set_line(const LineSettings& line) = 0; // on the open port, from the next byte on
 
     virtual std::size_t bytes_available() const = 0;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 
@@ -28,13 +27,6 @@ std::string_view last_characters(std::string_view text, std::size_t count)
 {
     text = trimmed(text);
     return text.size() > count ? text.substr(text.size() - count) : text;
-}
-
-std::chrono::sys_seconds time_point(const WallTime& time)
-{
-    using namespace std::chrono;
-    return sys_days{year{time.year} / month{static_cast<unsigned>(time.month)} / day{static_cast<unsigned>(time.day)}} +
-        hours{time.hour} + minutes{time.minute} + seconds{time.second};
 }
 
 } // namespace
@@ -149,11 +141,6 @@ std::string minutes_text(std::int64_t seconds)
     const int size = std::snprintf(text.data(), text.size(), "%02lld:%02lld", static_cast<long long>(seconds / 60),
         static_cast<long long>(seconds % 60));
     return {text.data(), static_cast<std::size_t>(size)};
-}
-
-std::int64_t seconds_between(const WallTime& from, const WallTime& to)
-{
-    return (time_point(to) - time_point(from)).count();
 }
 
 double round_half_even(double value)

@@ -39,7 +39,6 @@ std::string number_text(double value);
 
 std::string clock_text(const WallTime& time); // "hh:mm:ss"
 std::string minutes_text(std::int64_t seconds); // "mm:ss"; minutes may grow past 99
-std::int64_t seconds_between(const WallTime& from, const WallTime& to); // negative if to lies before from
 
 // To nearest, halves to the even neighbour: the rounding of every figure of the link.
 double round_half_even(double value);

@@ -17,9 +17,6 @@ constexpr std::uint8_t end_byte = 0x16;
 constexpr std::size_t direction_index = 2; // the length and the check count from here
 constexpr std::size_t length_index = 3;
 
-constexpr std::uint8_t low(std::uint32_t value) { return static_cast<std::uint8_t>(value & 0xFF); }
-constexpr std::uint8_t high(std::uint32_t value) { return static_cast<std::uint8_t>((value >> 8) & 0xFF); }
-
 Bytes begin_frame(std::uint8_t code) { return {header_46, header_b9, to_target, 0, 0, code}; }
 
 void append_check(Bytes& frame, std::span<const std::uint8_t> checked, Check check)
@@ -145,8 +142,7 @@ DataFrame build_data_frame(std::uint8_t code, std::uint32_t address, std::span<c
     Bytes frame = begin_frame(code);
     append_block(frame, address, data);
     const std::uint32_t sum = byte_sum(data);
-    return {finish_frame(std::move(frame), check),
-        static_cast<std::uint16_t>(check == Check::sum8 ? sum & 0xFF : sum & 0xFFFF)};
+    return {finish_frame(std::move(frame), check), static_cast<std::uint16_t>(check == Check::sum8 ? low(sum) : sum)};
 }
 
 Bytes build_demo_frame(std::uint8_t code, std::span<const std::uint8_t> parameters)
@@ -160,7 +156,7 @@ DataFrame build_demo_data_frame(std::uint8_t code, std::uint32_t address, std::s
 {
     Bytes frame = {0x5A, 0xA5, 0, 0, code};
     append_block(frame, address, data);
-    return {finish_demo_frame(std::move(frame)), static_cast<std::uint16_t>(byte_sum(data) & 0xFFFF)};
+    return {finish_demo_frame(std::move(frame)), static_cast<std::uint16_t>(byte_sum(data))};
 }
 
 bool reply_check_good(std::span<const std::uint8_t> frame, Check check)

@@ -39,6 +39,10 @@ constexpr std::uint8_t demo_write = 0xB3;
 constexpr std::uint8_t demo_write_again = 0xB4;
 } // namespace command
 
+// The bytes of a number as frames carry it: its lowest, and the one above that.
+constexpr std::uint8_t low(std::uint32_t value) { return static_cast<std::uint8_t>(value & 0xFF); }
+constexpr std::uint8_t high(std::uint32_t value) { return static_cast<std::uint8_t>((value >> 8) & 0xFF); }
+
 constexpr std::array<std::uint8_t, 2> sync_pair = {0x7F, 0x7F}; // what the boot loader listens for at power-up
 
 std::uint32_t byte_sum(std::span<const std::uint8_t> bytes);
@@ -53,6 +57,7 @@ Bytes build_short_frame(std::uint8_t code, Check check);
 // Two id bytes of a model frame. A two-digit id is followed by FF. A chip that reports the model's older id is
 // addressed by that one.
 std::array<std::uint8_t, 2> model_id_bytes(const McuRecord& model, std::string_view reported_id);
+constexpr std::size_t model_frame_size = 15; // the longer of its two forms
 Bytes build_model_frame(
     std::uint8_t code, std::uint8_t parameter, const McuRecord& model, std::string_view reported_id, Check check);
 

@@ -82,6 +82,7 @@ void collect(Session& session)
 
 void on_receive(Session& session)
 {
+    session.rx.heard = true;
     if (session.rx.in_event)
         return;
     session.rx.in_event = true;

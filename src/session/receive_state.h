@@ -22,6 +22,7 @@ struct ReceiveState {
     bool reply_bad = false; // the check of a whole frame failed
     bool demo_reply_ok = false; // a good 5A A5 frame stands in buffer
 
+    bool heard = false; // something has come in since this was cleared, whatever became of it
     bool in_event = false; // the receive event waits: an inner one leaves the bytes to it
 
     std::uint8_t length() const { return buffer[2]; } // of the frame, as it says itself

@@ -10,11 +10,13 @@ enum class Result {
     good, // the chip holds the job, or has told what it holds
     stopped, // the user has ended it
     no_port, // the port could not be opened
+    port_gone, // the port went while the chip was being worked on
     no_answer, // the chip fell silent before it was known, or answered out of order
     unreadable_id, // the chip could not read its own id
     unknown_chip, // its id stands for a model that the catalogue does not have
     wrong_model, // another model than the job is for
     old_firmware, // its boot loader is too old for this edition
+    number_outside, // its serial number lies where the download does not write
     guarded, // a block of it forbids the other to be programmed
     erase_failed,
     programming_failed, // a block did not go in
@@ -33,6 +35,8 @@ constexpr std::string_view word_of(Result result)
         return "stopped";
     case Result::no_port:
         return "no-port";
+    case Result::port_gone:
+        return "port-gone";
     case Result::no_answer:
         return "no-answer";
     case Result::unreadable_id:
@@ -43,6 +47,8 @@ constexpr std::string_view word_of(Result result)
         return "wrong-model";
     case Result::old_firmware:
         return "old-firmware";
+    case Result::number_outside:
+        return "number-outside";
     case Result::guarded:
         return "guarded";
     case Result::erase_failed:

@@ -2,6 +2,9 @@
 
 #include "session/receive.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace vrk {
 
 namespace {
@@ -9,6 +12,10 @@ namespace {
 constexpr int after_sending_ms = 3;
 constexpr int settling_ms = 5; // trailing bytes of the exchange before
 constexpr int before_demo_command_ms = 20;
+constexpr int leaving_margin_ms = 10; // a driver's queue and a converter's buffer
+constexpr int least_silence_ms = 50;
+constexpr int silence_patience_ms = 10000; // for a line that does not fall silent; 1200 baud need two
+constexpr std::size_t acknowledgement_size = 16; // with its header, and room to spare
 
 } // namespace
 
@@ -44,7 +51,14 @@ bool Session::set_baud(std::int32_t baud)
     return port.set_line({baud, parity, 8, 1});
 }
 
-bool Session::open() { return port.open(); }
+bool Session::open()
+{
+    if (port_gone())
+        return false;
+    const bool opened = port.open();
+    was_open_ |= opened;
+    return opened;
+}
 
 void Session::close() { port.close(); }
 
@@ -55,7 +69,7 @@ void Session::flush()
     drop_counts();
     if (port.is_open()) {
         port.take();
-    } else if (port.open()) {
+    } else if (open()) {
         port.take();
         if (!line.is_one_speed())
             port.close();
@@ -63,6 +77,19 @@ void Session::flush()
     rx.count = 0;
     rx.reply_ok = false;
     rx.hdr_46_seen = false;
+}
+
+int Session::on_wire_ms(std::size_t bytes) const
+{
+    const auto bits = static_cast<std::int64_t>(bytes) * bits_per_byte(port.line());
+    return static_cast<int>((bits * 1000 + port.line().baud - 1) / port.line().baud);
+}
+
+int Session::leaving_ms(std::size_t bytes) const { return on_wire_ms(bytes) + leaving_margin_ms; }
+
+int Session::exchange_ms(std::size_t bytes) const
+{
+    return std::max(on_wire_ms(bytes + acknowledgement_size), least_silence_ms);
 }
 
 void Session::send(std::span<const std::uint8_t> bytes)
@@ -73,12 +100,48 @@ void Session::send(std::span<const std::uint8_t> bytes)
     wait(after_sending_ms);
 }
 
-void Session::expect_reply()
+bool Session::make_way(std::size_t frame_size, bool again)
+{
+    const std::size_t longest = std::max(frame_size, std::exchange(last_size_, frame_size));
+    if (again || sent_again_) {
+        // A late answer can come while the repeat of its frame is still on its way: that goes out first.
+        wait_ms(loop, static_cast<int>(std::max<std::int64_t>(sent_until_us_ - loop.now_us() + 999, 0) / 1000));
+        if (!falls_silent(exchange_ms(longest)))
+            return false;
+    }
+    sent_again_ = again;
+    sent_until_us_ = loop.now_us() + std::int64_t{on_wire_ms(frame_size)} * 1000;
+    return true;
+}
+
+bool Session::falls_silent(int quiet_ms)
+{
+    const Deadline patience(loop, silence_patience_ms);
+    do {
+        port.take();
+        rx.heard = false;
+        const Deadline quiet(loop, quiet_ms);
+        while (!rx.heard && !quiet.passed() && !patience.passed() && !is_over())
+            loop.yield();
+    } while (rx.heard && !patience.passed() && !is_over());
+    return !rx.heard && !patience.passed() && !is_over();
+}
+
+bool Session::expect_reply(std::size_t frame_size, bool again)
+{
+    if (!make_way(frame_size, again))
+        return false;
+    forget_reply();
+    rx.accept_frames = true;
+    wait(settling_ms);
+    forget_reply(); // one that came only now is the last one's
+    return true;
+}
+
+void Session::forget_reply()
 {
     rx.count = 0;
     rx.reply_ok = false;
-    rx.accept_frames = true;
-    wait(settling_ms);
 }
 
 bool Session::send_short_command(std::uint8_t code)
@@ -104,7 +167,7 @@ void Session::send_demo_command(std::uint8_t code)
 bool Session::wait_reply(int ms)
 {
     const Deadline end(loop, ms);
-    while (!stop_requested && !rx.reply_ok && !end.passed())
+    while (!is_over() && !rx.reply_ok && !end.passed())
         loop.yield();
     return rx.reply_ok;
 }
@@ -117,11 +180,13 @@ void Session::send_model_command(std::uint8_t code, std::uint8_t parameter)
     send(build_model_frame(code, parameter, model(), reported_id(), check()));
 }
 
-bool Session::ask_model(std::uint8_t code, int timeout_ms, std::uint8_t parameter)
+bool Session::ask_model(std::uint8_t code, int timeout_ms, std::uint8_t parameter, bool again)
 {
+    if (!make_way(model_frame_size, again))
+        return false;
     const Deadline end(loop, timeout_ms);
     send_model_command(code, parameter);
-    while (!rx.reply_bad && !rx.reply_ok && !stop_requested && !end.passed())
+    while (!rx.reply_bad && !rx.reply_ok && !is_over() && !end.passed())
         loop.yield();
     rx.reply_timeout = end.passed();
     return rx.reply_ok;
@@ -130,6 +195,13 @@ bool Session::ask_model(std::uint8_t code, int timeout_ms, std::uint8_t paramete
 std::span<const std::uint8_t> Session::frame() const
 {
     return std::span{rx.buffer}.first(static_cast<std::size_t>(rx.count));
+}
+
+std::span<const std::uint8_t> Session::fields() const
+{
+    const std::size_t tail = check() == Check::sum8 ? 2 : 3;
+    const std::size_t length = std::min<std::size_t>(rx.length(), frame().size());
+    return frame().first(length < tail ? 0 : length - tail);
 }
 
 } // namespace vrk

@@ -88,6 +88,34 @@ void move_down(Shell& shell, BufferKind kind)
     controls.dump.select(caret + dump_line_size, 0);
 }
 
+void move_to_begin_of_line(TextBox& box)
+{
+    box.select(box.sel_start() / dump_line_size * dump_line_size + dump_data_column, 0);
+}
+
+// Its last digit is highlighted.
+void move_to_end_of_line(TextBox& box)
+{
+    const int next_line = (box.sel_start() / dump_line_size + 1) * dump_line_size;
+    box.select(std::min(next_line, static_cast<int>(box.text().size())), 0);
+    highlight_previous(box);
+}
+
+void move_to_begin_of_buffer(Shell& shell, BufferKind kind)
+{
+    const BufferControls controls = controls_of(shell, kind);
+    scroll_by(shell, kind, controls.bar.min() - controls.bar.value());
+    controls.dump.select(dump_data_column, 0);
+}
+
+void move_to_end_of_buffer(Shell& shell, BufferKind kind)
+{
+    const BufferControls controls = controls_of(shell, kind);
+    scroll_by(shell, kind, controls.bar.max() - controls.bar.value());
+    controls.dump.select(std::max(static_cast<int>(controls.dump.text().size()) - 1, 0), 0);
+    move_to_end_of_line(controls.dump);
+}
+
 bool may_edit(Shell& shell)
 {
     if (shell.edit_confirmed)
@@ -147,6 +175,14 @@ void key_down(Shell& shell, FileBuffer& buffer, std::string_view key)
         return highlight_previous(controls.dump);
     else if (key == "Right")
         return highlight_next(controls.dump);
+    else if (key == "End")
+        return move_to_end_of_line(controls.dump);
+    else if (key == "CtrlEnd")
+        return move_to_end_of_buffer(shell, kind);
+    else if (key == "Home")
+        move_to_begin_of_line(controls.dump);
+    else if (key == "CtrlHome")
+        move_to_begin_of_buffer(shell, kind);
     else
         return;
     highlight_digit(controls.dump);

@@ -13,8 +13,8 @@ namespace vrk {
 // reach, nothing stays selected.
 void highlight_digit(TextBox& box);
 
-// A whole keystroke in the box of a buffer: "PageUp", "PageDown", "Up", "Down", "Left", "Right", or one character. All
-// others do nothing.
+// A whole keystroke in the box of a buffer: "PageUp", "PageDown", "Up", "Down", "Left", "Right",
+// "Home" and "End" in the line, "CtrlHome" and "CtrlEnd" in the buffer, or one character. All others do nothing.
 void press_edit_key(Shell& shell, FileBuffer& buffer, std::string_view key);
 
 void key_down(

@@ -94,22 +94,28 @@ void render(Shell& shell, const FileBuffer& buffer, std::int32_t first_address, 
         controls.dump.select(number->start, number->length);
 }
 
+AddressRange shown_range(Shell& shell, const FileBuffer& buffer)
+{
+    const AutoIncrease& record = increase_of(shell, buffer.kind);
+    if (!record.valid)
+        return {buffer.view_low, buffer.view_high};
+    return {std::min(buffer.view_low, std::max(record.address - record.bytes, 0)),
+        std::max(buffer.view_high, record.address)};
+}
+
 void vscFile_Change(Shell& shell, int index)
 {
     const FileBuffer& buffer = index == 0 ? shell.code_buffer : shell.data_buffer;
-    const std::int32_t first_line = buffer.view_low / bytes_per_line + shell.form.vscFile[index].value();
-    render(shell, buffer, first_line * bytes_per_line, buffer.view_high);
+    const AddressRange shown = shown_range(shell, buffer);
+    const std::int32_t first_line = shown.first / bytes_per_line + shell.form.vscFile[index].value();
+    render(shell, buffer, first_line * bytes_per_line, shown.last);
 }
 
-void update_view(Shell& shell, FileBuffer& buffer)
+void update_view(Shell& shell, const FileBuffer& buffer)
 {
-    const AutoIncrease& record = increase_of(shell, buffer.kind);
-    if (record.valid) {
-        buffer.view_low = std::min(buffer.view_low, std::max(record.address - record.bytes, 0));
-        buffer.view_high = std::max(buffer.view_high, record.address);
-    }
+    const AddressRange shown = shown_range(shell, buffer);
     ScrollBar& bar = controls_of(shell, buffer.kind).bar;
-    bar.set_range(0, (buffer.view_high - buffer.view_low) / bytes_per_line - lines_left_at_bottom);
+    bar.set_range(0, (shown.last - shown.first) / bytes_per_line - lines_left_at_bottom);
     vscFile_Change(shell, index_of(buffer.kind));
 }
 

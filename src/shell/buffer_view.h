@@ -2,6 +2,7 @@
 // lines that fit are ever drawn; view_lines says how many.
 #pragma once
 
+#include "image/range_rules.h"
 #include "shell/shell.h"
 
 #include <cstdint>
@@ -37,11 +38,14 @@ void show_effective_lengths(Shell& shell);
 // out.
 void render(Shell& shell, const FileBuffer& buffer, std::int32_t first_address, std::int32_t last_address);
 
-// Index 0 is the code buffer, 1 the EEPROM buffer. A bar's value is the first line shown, from view_low on.
+// What the scroll bar reaches: all merged loads, and a valid number wherever it lies. What is downloaded and saved does
+// not grow by it.
+AddressRange shown_range(Shell& shell, const FileBuffer& buffer);
+
+// Index 0 is the code buffer, 1 the EEPROM buffer. A bar's value is the first line shown, from that range's first on.
 void vscFile_Change(Shell& shell, int index);
 
-// After the bytes of a buffer have changed: the span shown takes in a valid number, the scroll bar follows, the view is
-// drawn anew.
-void update_view(Shell& shell, FileBuffer& buffer);
+// After the bytes of a buffer or its number have changed: the scroll bar follows, the view is drawn anew.
+void update_view(Shell& shell, const FileBuffer& buffer);
 
 } // namespace vrk

@@ -6,6 +6,7 @@
 #include "shell/buffer_view.h"
 #include "shell/device.h"
 #include "shell/file_watch.h"
+#include "shell/kept_settings.h"
 #include "shell/messages.h"
 #include "shell/monitor_pages.h"
 #include "shell/open_file.h"
@@ -35,6 +36,7 @@ void comClear_OK_Count_Click(Shell& shell)
         return;
     shell.form.txtWrite_OK_Count.set_text("0");
     shell.platform.settings.set("Settings", "Write_OK_Count", "0");
+    keep_settings(shell);
 }
 
 // A project may be chosen in the dialog of either buffer.

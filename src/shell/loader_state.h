@@ -13,7 +13,9 @@ struct LoaderState {
     std::string code_path; // of the code file that is open: what a reload brings in again
     std::string current_path; // the last file chosen in any dialog, whichever buffer it went to
     std::string reload_watch_path; // what Timer12 watches
-    std::string reload_watch_stamp; // last modification time seen
+    std::string reload_watch_stamp; // size and time of the file as it was loaded, or looked at first
+    std::string reload_watch_seen; // of a change that has not lasted long enough yet; empty: none
+    std::int64_t reload_watch_seen_us = 0; // when that was seen first, on the loop's clock
     std::uint32_t acts[2] = {}; // clears and loads of each buffer so far, by BufferKind
 };
 

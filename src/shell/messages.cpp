@@ -11,6 +11,28 @@ namespace {
 constexpr std::string_view program_title = "VRK-ISP"; // over boxes that have no title of their own
 constexpr int beep_spacing_ms = 150;
 
+// A dialog stands, for as long as this does.
+class OpenDialog {
+public:
+    explicit OpenDialog(Shell& shell)
+        : shell_(shell)
+    {
+        ++shell_.dialogs_open;
+    }
+    ~OpenDialog() { --shell_.dialogs_open; }
+    OpenDialog(const OpenDialog&) = delete;
+    OpenDialog& operator=(const OpenDialog&) = delete;
+
+private:
+    Shell& shell_;
+};
+
+Reply show(Shell& shell, const MessageBox& box)
+{
+    const OpenDialog open(shell);
+    return shell.platform.dialogs.show(box);
+}
+
 MessageBox make_box(std::string_view text, std::string_view title)
 {
     MessageBox box;
@@ -32,17 +54,20 @@ void append_message(Shell& shell, const Line& line)
         shell.form.textMsg.append("\n" + line.in(shell.language_is_english));
 }
 
-void show_box(Shell& shell, std::string_view text, std::string_view title)
-{
-    shell.platform.dialogs.show(make_box(text, title));
-}
+void show_box(Shell& shell, std::string_view text, std::string_view title) { show(shell, make_box(text, title)); }
 
 bool ask_yes_no(Shell& shell, std::string_view text, std::string_view title)
 {
     MessageBox box = make_box(text, title);
     box.buttons = Buttons::yes_no;
     box.default_reply = Reply::no;
-    return shell.platform.dialogs.show(box) == Reply::yes;
+    return show(shell, box) == Reply::yes;
+}
+
+std::optional<std::string> choose_path(Shell& shell, const FileDialog& dialog)
+{
+    const OpenDialog open(shell);
+    return shell.platform.dialogs.choose(dialog);
 }
 
 void beep(Shell& shell, int n)

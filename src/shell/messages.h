@@ -1,9 +1,11 @@
-// The report pane, message boxes and beeps.
+// The report pane, message boxes, file dialogs and beeps.
 #pragma once
 
 #include "report/text.h"
 #include "shell/shell.h"
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace vrk {
@@ -16,6 +18,9 @@ void append_message(Shell& shell, const Line& line);
 void show_box(Shell& shell, std::string_view text, std::string_view title = {});
 // A question with Yes and No; No is the default.
 bool ask_yes_no(Shell& shell, std::string_view text, std::string_view title = {});
+
+// The file dialog, from its opening to its end. Nothing: cancelled.
+std::optional<std::string> choose_path(Shell& shell, const FileDialog& dialog);
 
 // n system beeps 150 ms apart. Yields; not ended by a stop.
 void beep(Shell& shell, int n);

@@ -7,6 +7,7 @@
 #include "platform/text_number.h"
 #include "shell/buffer_view.h"
 #include "shell/event_service.h"
+#include "shell/kept_settings.h"
 #include "shell/messages.h"
 #include "shell/screen_report.h"
 #include "shell/serial_numbers.h"
@@ -30,10 +31,48 @@ constexpr const char* section = "Settings";
 //                               Chinese                                   English
 constexpr Text file_not_found = {"Can not find the file./找不到文件", "Can not find the file."};
 constexpr Text no_data = {"文件中没有数据。", "The file contains no data."};
+constexpr Text numbers_off = {"打开文件后自动增量已关闭，需要时请重新启用。",
+    "Opening a file has switched the automatic increment off. Switch it on again where it is wanted."};
+constexpr Text is_utf16 = {
+    "文件是 UTF-16 文本，请另存为 ASCII 或 UTF-8。", "The file is UTF-16 text. Please save it as ASCII or UTF-8."};
+constexpr Text changed_meanwhile = {
+    "读取文件时文件发生了变化，请重新打开。", "The file has changed while it was read. Please open it again."};
+constexpr Text no_end_record = {"HEX 文件没有结束记录，可能还没有写完。",
+    "The HEX file has no end record: it may not have been written to its end."};
 constexpr Text not_loaded_again = {
     "文件未能重新加载，未下载。", "The file could not be loaded again. Nothing was programmed."};
 
 constexpr int scroll_past_all = 32767; // the bar goes to its end, wherever that will be
+
+// Of a file that is larger than any that can be meant: its size and the limit.
+Line too_large(std::uintmax_t size)
+{
+    const std::string bytes = std::to_string(size);
+    const std::string limit = std::to_string(ImageFile::most_bytes);
+    Line line;
+    line.zh = "文件太大: " + bytes + " 字节。最大允许 " + limit + " 字节 (64 MB)。";
+    line.en = "The file is too large: " + bytes + " bytes. At most " + limit + " bytes (64 MB) can be opened.";
+    return line;
+}
+
+// False: the user has been told why the file is of no use.
+bool is_usable(const ImageFile& file, Boxes& boxes)
+{
+    switch (file.fault) {
+    case FileFault::none:
+        return true;
+    case FileFault::not_found:
+        boxes.show_box(file_not_found);
+        break;
+    case FileFault::too_large:
+        boxes.show_box(too_large(file.size), file.path);
+        break;
+    case FileFault::utf16:
+        boxes.show_box(is_utf16, file.path);
+        break;
+    }
+    return false;
+}
 
 const FileRole& role_of(BufferKind kind) { return roles[index_of(kind)]; }
 
@@ -42,11 +81,38 @@ std::string stored_path(Shell& shell, BufferKind kind)
     return shell.platform.settings.get(section, role_of(kind).stored_path, shell.loader.application_dir);
 }
 
+void keep_path(Shell& shell, BufferKind kind, const std::string& path)
+{
+    shell.platform.settings.set(section, role_of(kind).stored_path, path);
+    keep_settings(shell);
+}
+
 void show_path(Shell& shell, BufferKind kind, const std::string& path)
 {
     const BufferControls controls = controls_of(shell, kind);
     shell.loader.current_path = path;
     controls.path_frame.set_caption(std::string{controls.path_caption} + path);
+}
+
+// What is told of a load that has left the buffer as it was. A question about wrong checksums was told already.
+void tell_end(Shell& shell, LoadEnd end, const std::string& path)
+{
+    ScreenReport screen{shell};
+    Boxes& boxes = screen;
+    switch (end) {
+    case LoadEnd::no_data:
+        return boxes.show_box(no_data, path);
+    case LoadEnd::unreadable:
+        return boxes.show_box(file_not_found);
+    case LoadEnd::changed:
+        return boxes.show_box(changed_meanwhile, path);
+    case LoadEnd::no_end_record: // nobody stands by to press a button
+        return append_message(shell, no_end_record);
+    case LoadEnd::done:
+    case LoadEnd::refused:
+    case LoadEnd::overtaken:
+        return;
+    }
 }
 
 // The one place where a load becomes what the program holds and shows.
@@ -67,12 +133,12 @@ void take_over(Shell& shell, Loaded& loaded, FileBuffer& buffer)
 
 // Under the boxes and in a long file events are served: a timer or the user may clear the buffer or load another file.
 // That later act stands, and the rest of this load is dropped without a word.
-LoadEnd load_into(Shell& shell, const ImageFile& file, FileBuffer& buffer)
+LoadEnd load_into(Shell& shell, ImageFile& file, FileBuffer& buffer, EndRecord end_record)
 {
     const std::uint32_t& acts = shell.loader.acts[index_of(buffer.kind)];
     const std::uint32_t this_act = ++shell.loader.acts[index_of(buffer.kind)];
     const std::int32_t shown_ap_last = hex_address_4(shell.form.LabISP_reange[1].caption());
-    const LoadTerms terms{shell.selected, shown_ap_last, shell.file_loaded};
+    const LoadTerms terms{shell.selected, shown_ap_last, shell.file_loaded, end_record == EndRecord::wanted};
     if (!load_adds(buffer, terms.file_open))
         shell.file_loaded = false; // what stands in the buffer until this load is done is not to be downloaded
 
@@ -83,17 +149,21 @@ LoadEnd load_into(Shell& shell, const ImageFile& file, FileBuffer& buffer)
         return acts == this_act;
     };
     Loaded loaded = load_image(buffer, file, terms, boxes, still_wanted);
-    if (loaded.end == LoadEnd::no_data) {
-        shell.file_loaded = terms.file_open; // what was there is still there
-        boxes.show_box(no_data, file.path);
-    } else if (loaded.end == LoadEnd::refused) {
+    if (loaded.end == LoadEnd::refused) {
         stop_stamping(shell);
         clear_buffer(shell, 0, buffer);
         shell.file_loaded = false;
+    } else if (loaded.end != LoadEnd::done && loaded.end != LoadEnd::overtaken) {
+        shell.file_loaded = terms.file_open; // what was there is still there
     }
+    tell_end(shell, loaded.end, file.path);
     if (loaded.end != LoadEnd::done)
         return loaded.end;
     take_over(shell, loaded, buffer);
+    if (buffer.kind == BufferKind::code) {
+        shell.loader.reload_watch_path = file.path;
+        shell.loader.reload_watch_stamp = file.stamp;
+    }
     for (const RangeReport& report : loaded.reports) {
         if (acts != this_act)
             return LoadEnd::overtaken;
@@ -106,7 +176,10 @@ Chosen load_chosen(Shell& shell, const std::string& path, FileBuffer& buffer)
 {
     if (names_project(path))
         return Chosen::project;
+    const bool had_numbers = numbers_in_use(shell).any();
     load_file(shell, path, buffer);
+    if (had_numbers && !numbers_in_use(shell).any())
+        append_message(shell, numbers_off);
     return Chosen::file;
 }
 
@@ -118,7 +191,7 @@ Chosen comLoadFile_Click(Shell& shell)
 {
     const std::string path = choose_file(shell, BufferKind::code);
     if (path.empty()) {
-        shell.platform.settings.set(section, role_of(BufferKind::code).stored_path, shell.loader.application_dir);
+        keep_path(shell, BufferKind::code, shell.loader.application_dir);
         return Chosen::nothing;
     }
     return load_chosen(shell, path, shell.code_buffer);
@@ -143,7 +216,7 @@ std::string choose_file(Shell& shell, BufferKind kind)
     if (is_file(last) && last.back() != '\\')
         dialog.file_name = last;
 
-    const auto path = shell.platform.dialogs.choose(dialog);
+    const auto path = choose_path(shell, dialog);
     if (!path || path->empty())
         return {};
     take_path(shell, kind, *path);
@@ -155,7 +228,7 @@ void take_path(Shell& shell, BufferKind kind, const std::string& path)
     show_path(shell, kind, path);
     if (kind == BufferKind::code && !names_project(path))
         shell.loader.code_path = path;
-    shell.platform.settings.set(section, role_of(kind).stored_path, path);
+    keep_path(shell, kind, path);
 }
 
 void read_load_parameters(Shell& shell, FileBuffer& buffer)
@@ -165,7 +238,7 @@ void read_load_parameters(Shell& shell, FileBuffer& buffer)
     buffer.clear_first = controls.clear_first.value();
 }
 
-bool load_file(Shell& shell, const std::string& path, FileBuffer& buffer)
+bool load_file(Shell& shell, const std::string& path, FileBuffer& buffer, EndRecord end_record)
 {
     if (trimmed(path).empty())
         return false;
@@ -174,25 +247,25 @@ bool load_file(Shell& shell, const std::string& path, FileBuffer& buffer)
         show_box(shell, in_language(shell, start_refused(buffer.kind)));
         return false;
     }
-    const ImageFile file = read_image_file(path, buffer.data.size());
-    if (!file.found) {
-        show_box(shell, in_language(shell, file_not_found));
+    ImageFile file = open_image_file(path, buffer.data.size());
+    ScreenReport boxes{shell};
+    if (!is_usable(file, boxes))
         return false;
-    }
     shell.platform.dialogs.set_busy(true);
-    const LoadEnd end = load_into(shell, file, buffer);
+    const LoadEnd end = load_into(shell, file, buffer, end_record);
     shell.platform.dialogs.set_busy(false);
-    return end != LoadEnd::no_data && buffer.loaded; // a refused one has left it empty, and so may a later act have
+    // A load that another one has overtaken has brought what that one did.
+    return (end == LoadEnd::done || end == LoadEnd::overtaken) && buffer.loaded;
 }
 
-bool reload_code_file(Shell& shell)
+bool reload_code_file(Shell& shell, EndRecord end_record)
 {
     if (shell.loader.code_is_project || shell.loader.code_path.empty())
         return true; // what the project holds is in the buffer
     const FileBuffer before = shell.code_buffer;
     const NumbersInUse numbers = numbers_in_use(shell);
     const std::string path = shell.loader.code_path; // a copy: the load may serve events
-    if (load_file(shell, path, shell.code_buffer) && put_numbers_back(shell, numbers))
+    if (load_file(shell, path, shell.code_buffer, end_record) && put_numbers_back(shell, numbers))
         return true;
     append_message(shell, not_loaded_again);
     shell.code_buffer = before;

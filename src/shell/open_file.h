@@ -24,15 +24,18 @@ void take_path(Shell& shell, BufferKind kind, const std::string& path);
 // see load_base.
 void read_load_parameters(Shell& shell, FileBuffer& buffer);
 
+// HEX files in the field may lack their end record. Where nobody looks on, one is wanted: the file is whole then.
+enum class EndRecord { may_lack, wanted };
+
 // The whole load into one of the shell's buffers. Until the file has been read, the buffer holds what it held before,
-// and it keeps that where the path is empty, the file cannot be read or brings no data, or the start address lies past
-// the device; all but the empty path are told. False also if the user gave up on wrong checksums: the buffer is empty
-// then.
-bool load_file(Shell& shell, const std::string& path, FileBuffer& buffer);
+// and it keeps that where the path is empty, the file cannot be read, is too large, changes meanwhile or brings no
+// data, or the start address lies past the device; all but the empty path are told. False also if the user gave up on
+// wrong checksums: the buffer is empty then.
+bool load_file(Shell& shell, const std::string& path, FileBuffer& buffer, EndRecord end_record = EndRecord::may_lack);
 
 // The code file that is open once more, before a download or after it has changed on disk; a number that is set is
 // checked and stamped into the fresh image. False: it could not be brought in whole, or its number does not fit. The
 // user has been told then, and the buffer is as it was. Nothing is loaded while a project is open.
-bool reload_code_file(Shell& shell);
+bool reload_code_file(Shell& shell, EndRecord end_record = EndRecord::may_lack);
 
 } // namespace vrk

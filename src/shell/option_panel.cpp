@@ -148,8 +148,7 @@ void build_from_page(Shell& shell)
 
 void show_fixed_options(Shell& shell)
 {
-    const std::vector<std::string> lines =
-        fixed_option_lines(shell.option_table, shell.selected, shell.language_is_english);
+    const std::vector<std::string> lines = fixed_option_lines(shell.selected, shell.language_is_english);
     for (std::size_t i = 0; i < lines.size(); ++i) {
         shell.form.LabOption[i].set_caption(lines[i]);
         shell.form.LabOption[i].set_visible(!lines[i].empty());

@@ -16,7 +16,10 @@
 #include "shell/messages.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <optional>
 #include <span>
+#include <system_error>
 
 namespace vrk {
 
@@ -31,6 +34,7 @@ constexpr Text save_title      = { "保存工程文件 *.VRK",                  
 constexpr Text open_title      = { "Open Project File *.VRK",                        "Open Project File *.VRK" };
 constexpr Text no_code_file    = { "Please open code file./请打开应用程序文件。",         "Please open code file." };
 constexpr Text not_saved       = { "工程文件无法保存，原有文件没有改变。\n",               "The project file can not be saved. A former file is as it was.\n" };
+constexpr Text replace_it      = { "文件已存在，要替换吗(Y/N)? \n",                        "The file exists already. Do you want to replace it (Y/N)?\n" };
 constexpr Text not_found       = { "Can not find the file./找不到文件",                "Can not find the file." };
 constexpr Text old_version     = { "您使用的是旧版本的工程文件，打开文件后请仔细核对各选项是否正确。",
                                    "What you are using is an old project file, carefully check each options please." };
@@ -58,6 +62,21 @@ FileDialog project_dialog(const Shell& shell, FileDialog::Kind kind, const Text&
 }
 
 // ---- saving
+
+constexpr const char* suffix = ".VRK"; // by which the dialogs find a project again
+
+// Nothing: the name with its suffix is that of another project, which is to stay.
+std::optional<std::string> with_suffix(Shell& shell, const std::string& path)
+{
+    if (std::filesystem::path{path}.has_extension())
+        return path;
+    const std::string named = path + suffix;
+    std::error_code fault;
+    const bool taken = std::filesystem::exists(named, fault); // the dialog has asked for the name without it
+    if (taken && !ask_yes_no(shell, std::string{in_language(shell, replace_it)} + named))
+        return std::nullopt;
+    return named;
+}
 
 std::span<const std::uint8_t> loaded_bytes(const FileBuffer& buffer)
 {
@@ -108,8 +127,7 @@ bool select_model(Shell& shell, const std::string& model)
 
 void clear_job(Shell& shell)
 {
-    shell.code_increase.valid = false;
-    shell.data_increase.valid = false;
+    stop_stamping(shell);
     clear_buffer(shell, 0, shell.code_buffer);
     clear_buffer(shell, 0, shell.data_buffer);
 }
@@ -130,18 +148,8 @@ void take_image(Shell& shell, const ProjectImage& image, FileBuffer& buffer, con
 // The number in the image is the one for the next chip: it is not stamped anew.
 void take_up_numbers(Shell& shell)
 {
-    const bool code_on = shell.form.cheAuto_Increase.value();
-    const bool data_on = shell.form.cheData_Auto_Increase.value();
-    if (!code_on && !data_on)
-        return;
-    read_records(shell);
-    if (code_on)
-        check_record(shell, shell.code_increase);
-    if (data_on)
-        check_record(shell, shell.data_increase);
-    vscFile_Change(shell, 0);
-    vscFile_Change(shell, 1);
-    show_box(shell, in_language(shell, check_number));
+    if (take_up_project_numbers(shell))
+        show_box(shell, in_language(shell, check_number));
 }
 
 } // namespace
@@ -151,14 +159,17 @@ void comSaveBatchFile_Click(Shell& shell)
     if (!shell.file_loaded)
         return show_box(shell, in_language(shell, no_code_file));
     make_folder(project_folder(shell.loader));
-    const auto chosen = shell.platform.dialogs.choose(project_dialog(shell, FileDialog::Kind::save, save_title));
+    const auto chosen = choose_path(shell, project_dialog(shell, FileDialog::Kind::save, save_title));
     if (chosen && !trimmed(*chosen).empty())
         save_project(shell, *chosen);
 }
 
 void save_project(Shell& shell, const std::string& chosen)
 {
-    const std::string path{trimmed(chosen)};
+    const auto named = with_suffix(shell, std::string{trimmed(chosen)});
+    if (!named)
+        return;
+    const std::string& path = *named;
     shell.form.texBatchFileName.set_text(path);
     ProjectContent content{project_values(shell), loaded_bytes(shell.code_buffer), std::nullopt};
     if (shell.data_buffer.loaded)
@@ -172,7 +183,7 @@ void save_project(Shell& shell, const std::string& chosen)
 
 void comOpenBatchFile_Click(Shell& shell)
 {
-    const auto chosen = shell.platform.dialogs.choose(project_dialog(shell, FileDialog::Kind::open, open_title));
+    const auto chosen = choose_path(shell, project_dialog(shell, FileDialog::Kind::open, open_title));
     if (chosen && !trimmed(*chosen).empty())
         open_project(shell, *chosen);
 }

@@ -15,7 +15,8 @@ void comLockOptions_Click(Shell& shell);
 void comUnlockOptions_Click(Shell& shell);
 void Command1_Click(Shell& shell); // tells what projects are for
 
-// The user is told of a file that cannot be written; what was there before is whole then.
+// A path without a suffix gets that of projects. The user is told of a file that cannot be written; what was there
+// before is whole then.
 void save_project(Shell& shell, const std::string& path);
 
 // Until it is clear that the file is a project of a model in the catalogue nothing has changed but the name shown.

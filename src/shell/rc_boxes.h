@@ -9,6 +9,8 @@ namespace vrk {
 void fill_low_voltage_list(Shell& shell, int default_index);
 
 void sync_rc_divider(Shell& shell); // com_RC_frequency(3) from (1); the setting will be saved
+// False: a typed frequency is none that the oscillator can be asked for, and the user has been told the range.
+bool rc_frequencies_fit(Shell& shell);
 void com_RC_frequency_Click(Shell& shell); // of all indices
 
 } // namespace vrk

@@ -5,6 +5,7 @@
 #include "image/dump.h"
 #include "platform/text_number.h"
 #include "shell/buffer_view.h"
+#include "shell/kept_settings.h"
 #include "shell/messages.h"
 #include "shell/option_panel.h"
 
@@ -17,6 +18,9 @@ namespace vrk {
 namespace {
 
 constexpr int lines_above_number = 3; // it does not stand at the upper edge of the view
+
+constexpr Text project_number_off = {"工程文件的自动增量未能启用，未下载。",
+    "The automatic increment of the project is not in use. Nothing was programmed."};
 
 enum Field { address_field, bytes_field, next_field, increment_field };
 
@@ -98,36 +102,79 @@ void save_side(Shell& shell, const NumberSide& side)
     settings.set(side.section, system_key, std::to_string(chosen_system(side.systems)));
 }
 
-// False, and the user is told, if the value does not fit.
+// Always false: for a check that has failed.
+bool refuse(Shell& shell, const AutoIncrease& record, const Line& why)
+{
+    show_box(shell, why.in(shell.language_is_english), in_language(shell, increase_title(record.kind)));
+    return false;
+}
+
+// These tell the user what is wrong.
+bool fields_are_numbers(Shell& shell, const AutoIncrease& record, FieldFault fault)
+{
+    return fault == FieldFault::none || refuse(shell, record, field_text(fault));
+}
+bool place_fits(Shell& shell, const AutoIncrease& record)
+{
+    const PlaceFault fault = place_fault(shell.selected, record.kind, record.address, record.bytes);
+    return fault == PlaceFault::none || refuse(shell, record, place_text(fault, shell.selected));
+}
 bool value_fits(Shell& shell, const AutoIncrease& record)
 {
     const ValueFault fault = value_fault(record);
-    if (fault == ValueFault::none)
-        return true;
-    show_box(shell, in_language(shell, value_text(fault)), in_language(shell, increase_title(record.kind)));
-    return false;
+    return fault == ValueFault::none || refuse(shell, record, value_text(fault));
+}
+
+bool all_fits(Shell& shell, const NumberSide& side)
+{
+    const auto& fields = side.fields;
+    const FieldFault counts = counts_fault(fields[bytes_field].text(), fields[increment_field].text());
+    return fields_are_numbers(shell, side.record, counts) && place_fits(shell, side.record) &&
+        fields_are_numbers(shell, side.record, address_fault(fields[address_field].text())) &&
+        value_fits(shell, side.record);
+}
+
+// A number is of use only where the one behind it survives: else the next run would begin with it again. Tells why not,
+// each time.
+bool next_can_be_kept(Shell& shell)
+{
+    shell.settings_fault_told = false;
+    return keep_settings(shell);
 }
 
 void scroll_to_number(Shell& shell, const NumberSide& side)
 {
-    side.bar.set_value((side.record.address - side.buffer.view_low) / bytes_per_line - lines_above_number);
+    side.bar.set_value(
+        (side.record.address - shown_range(shell, side.buffer).first) / bytes_per_line - lines_above_number);
     vscFile_Change(shell, index_of(side.record.kind));
+}
+
+// The box of a number that cannot be used comes off again: ticked, it would promise what no chip gets.
+void take_up(Shell& shell, const NumberSide& side)
+{
+    side.record.valid = all_fits(shell, side) && next_can_be_kept(shell);
+    side.record.left_behind = side.record.left_behind && !side.record.valid;
+    side.box.set_value(side.record.valid);
+    enable_number_fields(shell);
 }
 
 void box_clicked(Shell& shell, const NumberSide& side)
 {
     enable_number_fields(shell);
+    const bool was_in_use = side.record.valid;
     side.record.valid = false;
-    if (!side.box.value())
-        return;
-    read_records(shell);
-    check_record(shell, side.record);
-    save_increase_settings(shell);
-    if (!side.record.valid)
-        return;
-    stamp_number(shell, side.record);
-    update_view(shell, side.buffer);
-    scroll_to_number(shell, side);
+    if (side.box.value()) {
+        read_records(shell);
+        save_side(shell, side);
+        take_up(shell, side);
+    }
+    if (side.record.valid) {
+        stamp(side.record, side.buffer);
+        update_view(shell, side.buffer);
+        scroll_to_number(shell, side);
+    } else if (was_in_use) {
+        update_view(shell, side.buffer);
+    }
 }
 
 bool move_valid(Shell& shell, const NumberSide& side)
@@ -136,9 +183,9 @@ bool move_valid(Shell& shell, const NumberSide& side)
         return true;
     side.record.next_value = advanced_value(side.record);
     side.fields[next_field].set_text(side.record.next_value);
-    const bool stamped = stamp_number(shell, side.record);
+    const bool stamped = stamp(side.record, side.buffer);
     vscFile_Change(shell, index_of(side.record.kind));
-    save_increase_settings(shell);
+    save_side(shell, side);
     return stamped;
 }
 
@@ -146,6 +193,7 @@ void stop_side(const NumberSide& side)
 {
     side.box.set_value(false);
     side.record.valid = false;
+    side.record.left_behind = false;
 }
 
 } // namespace
@@ -156,42 +204,42 @@ void read_records(Shell& shell)
     read_record(side_of(shell, BufferKind::data));
 }
 
-void check_record(Shell& shell, AutoIncrease& record)
-{
-    const PlaceFault fault = place_fault(shell.selected, record.kind, record.address, record.bytes);
-    record.valid = fault == PlaceFault::none;
-    if (!record.valid) {
-        show_box(shell, place_text(fault, shell.selected).in(shell.language_is_english),
-            in_language(shell, increase_title(record.kind)));
-    }
-}
-
-bool stamp_number(Shell& shell, const AutoIncrease& record)
-{
-    return value_fits(shell, record) && stamp(record, buffer_of(shell, record.kind));
-}
-
 void load_increase_settings(Shell& shell)
 {
     load_side(shell, side_of(shell, BufferKind::code));
     load_side(shell, side_of(shell, BufferKind::data));
 }
 
-void save_increase_settings(Shell& shell)
-{
-    save_side(shell, side_of(shell, BufferKind::code));
-    save_side(shell, side_of(shell, BufferKind::data));
-}
-
 void cheAuto_Increase_Click(Shell& shell) { box_clicked(shell, side_of(shell, BufferKind::code)); }
 void cheData_Auto_Increase_Click(Shell& shell) { box_clicked(shell, side_of(shell, BufferKind::data)); }
 
+bool take_up_project_numbers(Shell& shell)
+{
+    if (!shell.form.cheAuto_Increase.value() && !shell.form.cheData_Auto_Increase.value())
+        return false;
+    read_records(shell);
+    for (const BufferKind kind : {BufferKind::code, BufferKind::data}) {
+        const NumberSide side = side_of(shell, kind);
+        side.record.left_behind = side.box.value();
+        if (side.box.value())
+            take_up(shell, side);
+        vscFile_Change(shell, index_of(kind));
+    }
+    return true;
+}
+
 bool numbers_fit(Shell& shell)
 {
+    if (shell.code_increase.left_behind || shell.data_increase.left_behind) {
+        show_box(shell, in_language(shell, project_number_off));
+        return false;
+    }
     const auto fits = [&shell](const AutoIncrease& record) { return !record.valid || value_fits(shell, record); };
     const bool code = fits(shell.code_increase);
     return fits(shell.data_increase) && code;
 }
+
+bool numbers_are_safe(Shell& shell) { return !numbers_in_use(shell).any() || next_can_be_kept(shell); }
 
 bool move_numbers(Shell& shell)
 {
@@ -209,8 +257,8 @@ bool put_numbers_back(Shell& shell, const NumbersInUse& numbers)
             return true;
         side.box.set_value(true);
         read_records(shell);
-        check_record(shell, side.record);
-        const bool stamped = side.record.valid && stamp_number(shell, side.record);
+        side.record.valid = all_fits(shell, side);
+        const bool stamped = side.record.valid && stamp(side.record, side.buffer);
         if (stamped)
             update_view(shell, side.buffer);
         return stamped;

@@ -8,23 +8,24 @@ namespace vrk {
 
 // Both records as the controls have them now; the address comes out in upper case. `valid` stays.
 void read_records(Shell& shell);
-// Sets `valid`; tells the user why not.
-void check_record(Shell& shell, AutoIncrease& record);
-// Writes the number into its buffer. False: the value does not fit or the place lies outside the buffer, and not a byte
-// has changed; of the value the user has been told.
-bool stamp_number(Shell& shell, const AutoIncrease& record);
 
 void load_increase_settings(Shell& shell);
-void save_increase_settings(Shell& shell);
 
+// A box that was set: the number is checked, stored and stamped. Where it cannot be used, the user has been told why
+// and the box is off again.
 void cheAuto_Increase_Click(Shell& shell);
 void cheData_Auto_Increase_Click(Shell& shell);
+// The same for the boxes that a project has set; its numbers stand in its images already. False: it has set none.
+bool take_up_project_numbers(Shell& shell);
 
 // For the sequences. A number that is valid stands in the buffer already: it was stamped when its box was set or came
-// with its project. Before the first chip it is only seen to that it fits. After each good chip the next number takes
-// its place, in the buffer, on the screen and in the settings. False: a number does not fit any more, and the user has
-// been told; what stands in the buffer belongs to a chip that has it already.
+// with its project. Before a chip it is only seen to that it fits, that none came with its project and is not in use,
+// and that the one behind it will be on the disk; the user is told why not.
 bool numbers_fit(Shell& shell);
+bool numbers_are_safe(Shell& shell);
+// After each good chip the next number takes its place, in the buffer, on the screen and in the settings, which are to
+// be written through. False: it does not fit any more, as numbers_fit will tell; what stands in the buffer belongs to a
+// chip that has it already.
 bool move_numbers(Shell& shell);
 
 // Which numbers are switched on, to be put back into an image that has been loaded again. False: one does not fit any
@@ -32,6 +33,7 @@ bool move_numbers(Shell& shell);
 struct NumbersInUse {
     bool code = false;
     bool data = false;
+    bool any() const { return code || data; }
 };
 NumbersInUse numbers_in_use(const Shell& shell);
 bool put_numbers_back(Shell& shell, const NumbersInUse& numbers);

@@ -5,6 +5,8 @@
 #include "catalog/families.h"
 #include "platform/text_number.h"
 #include "shell/device.h"
+#include "shell/kept_settings.h"
+#include "shell/ports.h"
 #include "shell/settings_table.h"
 
 #include <algorithm>
@@ -175,6 +177,12 @@ void load_beep(Shell& shell)
 }
 void save_beep(Shell& shell) { set(shell, "BeepYesNo", on_text(shell.form.optBeepYes.value())); }
 
+// Places in the list change with what is plugged in: the path wins over the place that its row has chosen.
+constexpr const char* port_key = "COM_port_path";
+
+void load_port(Shell& shell) { choose_port(shell, get(shell, port_key, chosen_port(shell))); }
+void save_port(Shell& shell) { set(shell, port_key, chosen_port(shell)); }
+
 struct PlaceKey {
     const char* key;
     float WindowPlace::*field;
@@ -203,6 +211,13 @@ void load_window(Shell& shell)
         splitter_held(stored_place(shell, splitter_key, standard.frame24_width), shell.form.window);
 }
 
+void set_window(Shell& shell)
+{
+    for (const PlaceKey& row : place_keys)
+        set(shell, row.key, place_text(shell.form.window.*row.field));
+    set(shell, splitter_key, place_text(shell.form.window.frame24_width));
+}
+
 bool is_option_button(std::string_view name)
 {
     constexpr std::string_view word = "Option";
@@ -224,6 +239,7 @@ void load_settings(Shell& shell)
 {
     restore_device(shell);
     load_rows(shell);
+    load_port(shell);
     load_beep(shell);
     load_window(shell);
 }
@@ -233,15 +249,16 @@ void save_settings(Shell& shell)
     save_device(shell);
     save_for_the_record(shell);
     save_rows(shell);
+    save_port(shell);
     save_beep(shell);
-    save_window(shell);
+    set_window(shell);
+    keep_settings(shell);
 }
 
 void save_window(Shell& shell)
 {
-    for (const PlaceKey& row : place_keys)
-        set(shell, row.key, place_text(shell.form.window.*row.field));
-    set(shell, splitter_key, place_text(shell.form.window.frame24_width));
+    set_window(shell);
+    keep_settings(shell);
 }
 
 void arm_save_after(Shell& shell, const Control& control)

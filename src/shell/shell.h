@@ -19,6 +19,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,7 @@ struct Shell {
     ControlRegistry& controls; // and this for those who know them by name
     Port port;
     std::vector<std::string> port_paths; // behind the captions of combCommPort, item by item
+    std::string chosen_port; // its path; stays while the port is gone
 
     // Timers with an event of their own; what is nothing but a wait is a deadline where it is waited for.
     Timer Timer3; // a saved setting has changed: saves all of them
@@ -57,6 +59,7 @@ struct Shell {
     LoaderState loader;
     AutoIncrease code_increase{BufferKind::code};
     AutoIncrease data_increase{BufferKind::data};
+    int dialogs_open = 0; // boxes and file dialogs that stand, one over the other
     bool edit_confirmed = false; // the user has agreed to edit the buffers
 
     TerminalDesk desk; // the terminal and the monitor
@@ -68,6 +71,9 @@ struct Shell {
     SessionFacts last_talk; // what the last one knew when it ended
     bool succeeded = false; // the last cycle's result, as far as it has one: report, count and beep follow it
     bool number_for_next = true; // the serial number of the next chip stands in the buffer, where one is wanted
+
+    std::optional<SettingsFault> settings_fault; // why the settings are not on the disk
+    bool settings_fault_told = false; // once for all the failures until a write goes well again
 
     bool closing = false; // the window was asked to close
     bool unloaded = false; // and everything has wound down: the program may end

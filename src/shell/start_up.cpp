@@ -8,16 +8,16 @@
 #include "shell/captions.h"
 #include "shell/device.h"
 #include "shell/events.h"
+#include "shell/kept_settings.h"
 #include "shell/lists.h"
 #include "shell/option_pins.h"
+#include "shell/ports.h"
 #include "shell/press.h"
 #include "shell/screen_report.h"
 #include "shell/serial_numbers.h"
 #include "shell/settings.h"
 #include "shell/tabs.h"
 #include "shell/terminal_page.h"
-
-#include <algorithm>
 
 namespace vrk {
 
@@ -90,6 +90,7 @@ void start_up(Shell& shell)
     load_increase_settings(shell);
     cheAuto_Increase_Click(shell);
     cheData_Auto_Increase_Click(shell);
+    keep_settings(shell); // nothing has changed yet, but a store that is refused says so before anybody relies on it
     shell.form.comStop_Download.set_enabled(false);
     shell.Timer12.start();
 }
@@ -99,25 +100,6 @@ void close_request(Shell& shell)
     shell.closing = true;
     comStop_Download_Click(shell);
     shell.TimerUnload.start();
-}
-
-void refresh_ports(Shell& shell)
-{
-    const std::vector<PortInfo> ports = shell.platform.ports.list();
-    std::vector<std::string> paths;
-    std::vector<std::string> captions;
-    for (const PortInfo& port : ports) {
-        paths.push_back(port.path);
-        captions.push_back(port.caption);
-    }
-    if (captions == shell.form.combCommPort.items() && paths == shell.port_paths)
-        return;
-    const std::string chosen = shell.form.combCommPort.text();
-    shell.port_paths = std::move(paths);
-    shell.form.combCommPort.set_items(captions);
-    const auto still_there = std::find(captions.begin(), captions.end(), chosen);
-    shell.form.combCommPort.choose(
-        still_there == captions.end() ? 0 : static_cast<int>(still_there - captions.begin()));
 }
 
 } // namespace vrk

@@ -12,7 +12,4 @@ void start_up(Shell& shell);
 // The user wants to leave. Stops what runs; TimerUnload ends the program when it has wound down: see `unloaded`.
 void close_request(Shell& shell);
 
-// The ports in the list: those of the system as they are now. The chosen one stays chosen if it is still there.
-void refresh_ports(Shell& shell);
-
 } // namespace vrk

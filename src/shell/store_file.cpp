@@ -34,7 +34,7 @@ std::optional<std::string> ask_for_file(Shell& shell)
     dialog.title = "Save .bin file";
     dialog.filter = "(*.bin)|*.bin|All Files (*.*)|*.*";
     dialog.initial_dir = folder_of_code(shell);
-    return shell.platform.dialogs.choose(dialog);
+    return choose_path(shell, dialog);
 }
 
 } // namespace

@@ -119,6 +119,15 @@ void Binder::bind(Control& control, QWidget* widget, std::function<void()> show)
     shows_[&control] = std::move(show_all);
 }
 
+void Binder::follow(const Control& control, std::function<void()> show)
+{
+    show();
+    shows_[&control] = [before = std::move(shows_[&control]), show = std::move(show)] {
+        before();
+        show();
+    };
+}
+
 void Binder::changed()
 {
     const qint64 elapsed = since_refresh_.elapsed();

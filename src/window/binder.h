@@ -48,6 +48,9 @@ public:
     // A widget of one's own: `show` puts the control's state on it, now and after each change.
     void bind(Control& control, QWidget* widget, std::function<void()> show);
 
+    // More that hangs on a control which has its widget: `show` runs now and behind each showing of the control.
+    void follow(const Control& control, std::function<void()> show);
+
     Shell& shell() { return shell_; }
 
 private:

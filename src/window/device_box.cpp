@@ -3,6 +3,7 @@
 #include "form/main_form.h"
 
 #include "shell/events.h"
+#include "shell/messages.h"
 
 #include <QEvent>
 
@@ -15,6 +16,7 @@ namespace {
 
 constexpr int key_role = Qt::UserRole;
 constexpr int tree_rows = 18; // as high as so many lines, where the window allows it
+constexpr Text no_such_model = {"找不到 MCU 型号: ", "No MCU type has: "};
 constexpr qint64 typing_pause_ms = 1500; // after it the next letter begins a new name
 
 QTreeWidgetItem* first_model(QTreeWidget& tree, const QString& typed)
@@ -65,9 +67,15 @@ void DeviceBox::fill()
 void DeviceBox::show_tree()
 {
     if (!shell_.form.TreeViewDevice.visible()) {
+        if (tree_->hasFocus()) { // a tree that goes hands its focus to any neighbour
+            box_->setEnabled(shell_.form.txtDevice.enabled()); // it may be shown behind the tree
+            box_->setFocus();
+        }
         tree_->hide();
         return;
     }
+    if (!tree_->isVisible())
+        end_search();
     if (tree_->topLevelItemCount() == 0)
         fill();
     QWidget* over = tree_->parentWidget();
@@ -95,8 +103,12 @@ void DeviceBox::pick(QTreeWidgetItem* item)
     if (item->childCount() > 0)
         item->setExpanded(!item->isExpanded());
     choose_node(shell_, shell_.form.TreeViewDevice, from_qt(item->data(0, key_role).toString()));
-    if (!shell_.form.TreeViewDevice.visible())
-        box_->setFocus();
+}
+
+void DeviceBox::end_search()
+{
+    typed_.clear();
+    tree_->setHeaderHidden(true);
 }
 
 // True: the key was a letter of a name, or took one back.
@@ -107,18 +119,42 @@ bool DeviceBox::search(const QKeyEvent& key)
     if (!back && !letter)
         return false;
     if (!since_typed_.isValid() || since_typed_.elapsed() > typing_pause_ms)
-        typed_.clear();
+        end_search();
     since_typed_.restart();
     if (back)
         typed_.chop(1);
     else
         typed_ += key.text();
     QTreeWidgetItem* item = typed_.isEmpty() ? nullptr : first_model(*tree_, typed_);
+    tree_->setHeaderHidden(typed_.isEmpty() || item != nullptr);
+    tree_->setHeaderLabel(to_qt(in_language(shell_, no_such_model)) + typed_);
     if (item != nullptr) {
         tree_->setCurrentItem(item);
         tree_->scrollToItem(item, QAbstractItemView::PositionAtCenter);
     }
     return true;
+}
+
+bool DeviceBox::take_key(const QKeyEvent& key)
+{
+    switch (key.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (tree_->isHeaderHidden())
+            pick(tree_->currentItem());
+        return true;
+    case Qt::Key_Escape:
+        press_key(shell_, shell_.form.TreeViewDevice, "Esc");
+        return true;
+    default:
+        break;
+    }
+    if (search(key))
+        return true;
+    if (!key.text().isEmpty() || key.key() == Qt::Key_Shift)
+        return false;
+    end_search(); // an arrow: the highlight goes its own way from here
+    return false;
 }
 
 bool DeviceBox::eventFilter(QObject* watched, QEvent* event)
@@ -130,18 +166,10 @@ bool DeviceBox::eventFilter(QObject* watched, QEvent* event)
         click(shell_, shell_.form.txtDevice);
         return true;
     }
-    if (watched == tree_ && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
-        pick(tree_->currentItem());
-        return true;
-    }
-    if (watched == tree_ && key != 0 && search(*static_cast<QKeyEvent*>(event)))
-        return true;
-    if (watched == tree_ && (key == Qt::Key_Escape || event->type() == QEvent::FocusOut)) {
+    if (watched == tree_ && key != 0)
+        return take_key(*static_cast<QKeyEvent*>(event)) || QObject::eventFilter(watched, event);
+    if (watched == tree_ && event->type() == QEvent::FocusOut)
         press_key(shell_, shell_.form.TreeViewDevice, "Esc");
-        if (key == Qt::Key_Escape)
-            box_->setFocus();
-        return key != 0;
-    }
     return QObject::eventFilter(watched, event);
 }
 

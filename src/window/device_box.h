@@ -1,5 +1,6 @@
 // The model's box with the tree that drops down from it. Letters typed into the tree move the highlight to the first
-// model whose name begins with them, or else holds them; the pick itself is Enter or a click.
+// model whose name begins with them, or else holds them; the pick itself is Enter or a click. Where no model has them
+// the head of the tree says so, and Enter picks none: it was meant for another one than stands highlighted.
 #pragma once
 
 #include "window/binder.h"
@@ -23,6 +24,8 @@ private:
     void show_tree();
     void pick(QTreeWidgetItem* item);
     bool search(const QKeyEvent& key);
+    void end_search();
+    bool take_key(const QKeyEvent& key);
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     Shell& shell_;

@@ -15,6 +15,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <span>
 
 namespace vrk {
 
@@ -34,7 +35,22 @@ constexpr KeyRow key_rows[] = {
     {Qt::Key_Down, "Down"},
     {Qt::Key_Left, "Left"},
     {Qt::Key_Right, "Right"},
+    {Qt::Key_Home, "Home"},
+    {Qt::Key_End, "End"},
 };
+constexpr KeyRow control_key_rows[] = {
+    {Qt::Key_Home, "CtrlHome"},
+    {Qt::Key_End, "CtrlEnd"},
+};
+
+// Null: the key has no name of its own.
+const char* name_of(const QKeyEvent& key)
+{
+    const bool control = key.modifiers().testFlag(Qt::ControlModifier);
+    const auto rows = control ? std::span<const KeyRow>{control_key_rows} : std::span<const KeyRow>{key_rows};
+    const auto found = std::ranges::find(rows, key.key(), &KeyRow::key);
+    return found == rows.end() ? nullptr : found->name;
+}
 
 // The box ends its lines with CR LF, the pane has one place for both.
 int place_in_pane(const std::string& text, int position)
@@ -217,13 +233,13 @@ void DumpView::take_selection()
 
 bool DumpView::take_key(const QKeyEvent& key)
 {
-    if ((key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0 ||
-        key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab)
+    const char* name = name_of(key);
+    const bool others = (key.modifiers() & (Qt::AltModifier | Qt::MetaModifier)) != 0 ||
+        (key.modifiers().testFlag(Qt::ControlModifier) && name == nullptr);
+    if (others || key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab)
         return false;
-    const auto named = std::find_if(
-        std::begin(key_rows), std::end(key_rows), [&key](const KeyRow& row) { return row.key == key.key(); });
-    if (named != std::end(key_rows))
-        press_key(shell_, box_, named->name);
+    if (name != nullptr)
+        press_key(shell_, box_, name);
     else if (key.text().size() == 1)
         press_key(shell_, box_, from_qt(key.text()));
     return true;

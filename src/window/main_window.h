@@ -17,6 +17,7 @@ public:
 
     // Beside everything else, for programs that have more to show.
     void add_panel(QWidget* panel);
+    Binder& binder() { return binder_; }
 
 private:
     QWidget* make_left();

@@ -220,6 +220,84 @@ INSTANTIATE_TEST_SUITE_P(InKilohertz, EveryClock,
         1000, 2000, 3579, 4000, 6000, 8000, 12000, 14318, 18432, 20000, 22118, 24000, 33000, 40000, 72000),
     [](const auto& row) { return std::to_string(row.param); });
 
+// 1.8432 MHz over 16 is 115200 itself.
+TEST(Negotiation, TakesADivisorOfOne)
+{
+    Station bench(with_clock("Juniper-8", 1843200));
+    bench.download();
+    EXPECT_TRUE(bench.shell.succeeded);
+    EXPECT_TRUE(bench.report_says("Current Baud is: 115200 bps."));
+    EXPECT_TRUE(bench.chip_holds_the_code());
+    EXPECT_EQ(bench.chip.violations(), "");
+}
+
+TEST(Negotiation, TriesNothingBehindADivisorOfOne)
+{
+    Station bench(with_clock("Juniper-8", 1843200));
+    bench.chip.overhear(0x8F, 1000);
+    bench.download();
+    bench.expect_failed_honestly();
+    EXPECT_EQ(bench.chip.frame_count(0x8F), 3);
+    EXPECT_TRUE(bench.report_says("Connection failed. (End: "));
+}
+
+TEST(Negotiation, SendsNothingWhereNoDivisorFits)
+{
+    Station bench(with_clock("Juniper-8", 17000)); // below 1200 baud even over 16
+    bench.download();
+    bench.expect_failed_honestly();
+    EXPECT_EQ(bench.chip.frame_count(0x8F), 0);
+}
+
+TEST(Negotiation, OfTheTwoRcFamiliesNamesTheBaudInFull)
+{
+    Station bench("Holly-4");
+    bench.form.list("cobBaudMin").set_text("115200");
+    bench.download();
+    EXPECT_TRUE(bench.report_says("\nCurrent Baud is: 115200 bps."));
+    EXPECT_TRUE(bench.chip_holds_the_code());
+}
+
+namespace {
+
+// The frame before a change of the line is long gone when the line changes, also at the slowest baud.
+class SlowFrames : public ::testing::TestWithParam<const char*> { };
+
+} // namespace
+
+TEST_P(SlowFrames, HaveLeftBeforeTheLineIsSwitchedOrClosed)
+{
+    Station bench(GetParam());
+    bench.ports.closing = sim::Wire::Closing::drops;
+    bench.form.list("cobBaudMin").set_text("1200");
+    FrameTape tape(bench);
+    bench.download();
+    EXPECT_TRUE(bench.shell.succeeded);
+    EXPECT_EQ(tape.frames(0x8F).size(), 1U);
+    EXPECT_EQ(tape.frames(0x8E).size(), 1U);
+    EXPECT_EQ(tape.frames(0x82).size(), 1U);
+    EXPECT_EQ(bench.chip.state(), sim::Chip::State::user_code);
+    EXPECT_EQ(bench.chip.violations() + bench.chip.line_faults(), "");
+}
+
+TEST_P(SlowFrames, HaveLeftWhereBothBaudsAreTheSlowest)
+{
+    Station bench(GetParam());
+    bench.ports.closing = sim::Wire::Closing::drops;
+    bench.form.list("cobBaudMin").set_text("1200");
+    bench.form.list("cobBaudMax").set_text("1200");
+    FrameTape tape(bench);
+    bench.download();
+    EXPECT_TRUE(bench.shell.succeeded);
+    EXPECT_EQ(tape.frames().size(), static_cast<std::size_t>(bench.chip.frame_count())) << "all that began has ended";
+    EXPECT_EQ(tape.frames(0x82).size(), 1U);
+    EXPECT_EQ(bench.chip.state(), sim::Chip::State::user_code);
+    EXPECT_EQ(bench.chip.violations() + bench.chip.line_faults(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(OfAModel, SlowFrames, ::testing::Values("Alder-64", "Aspen-16", "Birch-8", "Juniper-8"),
+    [](const auto& row) { return std::string(row.param).substr(0, 5); });
+
 TEST(NewerProtocol, AsksForTheStatusUpToThreeTimes)
 {
     Station bench;

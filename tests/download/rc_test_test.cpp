@@ -114,3 +114,47 @@ TEST(RcReport, OfAFrequencyOutOfReachBeepsAndIsNotCounted)
     EXPECT_TRUE(bench.report_says("\n您设置的 RC 振荡器的频率可能在此片 MCU 的频率盲区内，\n频率盲区：0 -- 0MHz"));
     EXPECT_TRUE(bench.buttons_are_free());
 }
+
+namespace {
+
+class TypedFrequency : public ::testing::TestWithParam<const char*> { };
+
+} // namespace
+
+TEST_P(TypedFrequency, OutOfRangeIsRefusedWithItsRangeBeforeAnythingIsSent)
+{
+    Station bench(GetParam());
+    bench.press_download();
+    bench.run_until_idle();
+    EXPECT_FALSE(bench.shell.succeeded);
+    ASSERT_EQ(bench.dialogs.shown.size(), 1U);
+    EXPECT_EQ(bench.dialogs.shown[0].box.text, "The RC frequency must be a number from 1 to 100 MHz.");
+    EXPECT_EQ(bench.chip.frame_count(), 0);
+    EXPECT_TRUE(bench.buttons_are_free());
+    bench.form.list("com_RC_frequency", 5).set_text("11.0592");
+    bench.expect_a_clean_next_download();
+}
+
+INSTANTIATE_TEST_SUITE_P(InEveryShape, TypedFrequency,
+    ::testing::Values("", "0", "-11.0592", "eleven", "0.9", "110592", "100.1", "1e300"),
+    [](const auto& row) { return "Case" + std::to_string(row.index); });
+
+TEST(TypedFrequency, WantedIsRefusedInChineseToo)
+{
+    Station bench("11.0592", false, "Poplar-4L");
+    bench.form.list("com_RC_frequency", 0).set_text("18432");
+    bench.press_download();
+    bench.run_until_idle();
+    ASSERT_EQ(bench.dialogs.shown.size(), 1U);
+    EXPECT_EQ(bench.dialogs.shown[0].box.text, "RC 频率必须是 1 到 100 MHz 之间的数。");
+    bench.form.list("com_RC_frequency", 0).choose(0); // the heading of the list names none
+    bench.download();
+    EXPECT_TRUE(bench.shell.succeeded);
+}
+
+TEST(TypedFrequency, OfAFamilyWithoutTheBoxesIsNotLookedAt)
+{
+    Station bench("110592", true, "Juniper-8");
+    bench.download();
+    EXPECT_TRUE(bench.shell.succeeded);
+}

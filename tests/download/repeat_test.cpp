@@ -121,7 +121,7 @@ TEST_P(RepeatDelay, IsCountedDownInChinese)
 INSTANTIATE_TEST_SUITE_P(
     Seconds, RepeatDelay, ::testing::Values(0, 1, 2, 5, 9), [](const auto& row) { return std::to_string(row.param); });
 
-TEST(RepeatStop, InTheDelayActsWhenTheDelayHasRunOut)
+TEST(RepeatStop, InTheDelayEndsItAtOnceBelowTheReportOfTheChip)
 {
     Bench bench("Juniper-8");
     bench.open_code(Bench::pattern(0x300));
@@ -134,9 +134,65 @@ TEST(RepeatStop, InTheDelayActsWhenTheDelayHasRunOut)
     bench.press_download(1);
     bench.power_up_after_ms(300);
     bench.run_until_idle();
-    EXPECT_GE(bench.loop.now_us() - left_us, 10'000'000);
+    EXPECT_EQ((bench.loop.now_us() - left_us) / 1'000'000, 2) << "two seconds to the stop, and its beep";
+    EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.count(), 1);
+    EXPECT_TRUE(bench.report_says("Program OK"));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\nOperation stopped. "));
     EXPECT_EQ(bench.times_said("\nOperation stopped. "), 1);
-    EXPECT_FALSE(bench.report_says("OK")) << "the next connection has cleared the report";
+    EXPECT_EQ(bench.chip.power_ups(), 1);
     EXPECT_TRUE(bench.buttons_are_free());
+}
+
+TEST(RepeatStop, InTheDelayIsToldInChinese)
+{
+    Bench bench("Juniper-8", false);
+    bench.open_code(Bench::pattern(0x300));
+    bench.when(sim::Chip::State::user_code, [&bench] { bench.press_stop_after_ms(500); });
+    bench.press_download(1);
+    bench.power_up_after_ms(300);
+    bench.run_until_idle();
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\nOperation stopped. / 操作被停止."));
+}
+
+// While the next second runs the panel belongs to the sequence: a press of Download in it would start a second one.
+TEST(RepeatStop, InTheDelayFreesThePanelWhenTheSequenceHasEnded)
+{
+    Bench bench("Juniper-8");
+    bench.open_code(Bench::pattern(0x300));
+    bool was_free = false;
+    bench.when(sim::Chip::State::user_code, [&bench, &was_free] {
+        bench.after_ms(500, [&bench, &was_free] {
+            click(bench.shell, bench.form.button("comStop_Download"));
+            was_free = bench.buttons_are_free();
+        });
+    });
+    bench.press_download(1);
+    bench.power_up_after_ms(300);
+    bench.run_until_idle();
+    EXPECT_FALSE(was_free);
+    EXPECT_TRUE(bench.buttons_are_free());
+}
+
+// In the beep of success: the chip is complete and counts, and no other one is called.
+TEST(RepeatStop, BehindACompleteChipEndsTheRepeat)
+{
+    Bench bench("Juniper-8");
+    bench.open_code(Bench::pattern(0x300));
+    bool stopped = false;
+    bench.loop.before_sleep = [&] {
+        if (!stopped && bench.report_says("Program OK")) {
+            stopped = true;
+            click(bench.shell, bench.form.button("comStop_Download"));
+        }
+        return false;
+    };
+    bench.press_download(1);
+    bench.power_up_after_ms(300);
+    bench.run_until_idle();
+    EXPECT_EQ(bench.count(), 1);
+    EXPECT_TRUE(bench.shell.succeeded);
+    EXPECT_FALSE(bench.report_says("re-connection will continue"));
+    EXPECT_TRUE(bench.form.text_box("textMsg").text().ends_with("\nOperation stopped. "));
+    EXPECT_EQ(bench.chip.power_ups(), 1);
 }

@@ -245,3 +245,15 @@ TEST(TwoRuns, OfTheSameDownloadAreTheSameByteForByte)
     EXPECT_EQ(first, run());
     EXPECT_GT(first.second, 1000U);
 }
+
+// A time server may set the wall clock back by a day in the middle of a chip: "Total: -1439:-56".
+TEST(Durations, AreNotThoseOfTheWallClock)
+{
+    Station bench("Birch-8");
+    bench.when(sim::Chip::State::speed_set, [&bench] { bench.loop.turn_wall_clock(-86400); });
+    bench.when(sim::Chip::State::writing, [&bench] { bench.loop.turn_wall_clock(-86400); });
+    bench.download();
+    EXPECT_TRUE(bench.shell.succeeded);
+    EXPECT_TRUE(bench.report_says("Verify  OK ( Total: 00:0"));
+    EXPECT_TRUE(bench.shell.talk().erase_time.starts_with("00:0")) << bench.shell.talk().erase_time;
+}

@@ -161,19 +161,19 @@ TEST(SerialNumbers, ACheckedOneThatFailedItsCheckStampsNothing)
     EXPECT_EQ(bench.dialogs.shown.size(), 1U);
 }
 
-TEST(SerialNumbers, OneThatDoesNotFitIsToldBeforeEachDownload)
+TEST(SerialNumbers, OneThatDoesNotFitAnyMoreIsToldBeforeEachDownload)
 {
     NumberedLine bench("Juniper-8");
-    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), false);
-    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 1), "1");
-    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 2), "256");
-    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), true);
-    EXPECT_EQ(bench.dialogs.shown.size(), 1U);
-    bench.press_download();
-    bench.press_stop_after_ms(1000);
-    bench.run_until_idle();
-    EXPECT_EQ(bench.dialogs.shown.size(), 2U);
-    EXPECT_EQ(bench.dialogs.shown[1].box.text, "The number of bytes is too small.");
+    bench.shell.code_increase.next_value = "4294967295";
+    for (const std::size_t boxes : {1U, 2U}) {
+        bench.press_download();
+        bench.power_up_after_ms(300);
+        bench.run_for_ms(3000);
+        ASSERT_EQ(bench.dialogs.shown.size(), boxes);
+        EXPECT_EQ(bench.dialogs.shown.back().box.text, "The Next Value must be less than 2147483648.");
+        EXPECT_EQ(bench.chip.frame_count(), 0);
+        bench.chip.power_off();
+    }
 }
 
 // The line used to go on with the number of the chip before.
@@ -216,28 +216,77 @@ TEST(SerialNumbers, ThatHaveRunOutStartNoDownload)
     EXPECT_EQ(panel_state(bench.shell), 0);
 }
 
-TEST(SerialNumbers, BehindTheEndOfTheFileAreNotWrittenAndTheReportSaysSo)
+namespace {
+
+// Four bytes of a number, as the hand sets them.
+void number_at(Bench& bench, const char* address, const char* next, const char* side = "")
+{
+    const std::string fields = std::string{"tex"} + side + "Auto_Increase";
+    const auto type = [&](std::size_t field, const char* text) {
+        type_text(bench.shell, bench.form.text_box(fields, field), text);
+    };
+    type(0, address);
+    type(1, "4");
+    type(2, next);
+    type(3, "1");
+    choose_option(bench.shell, bench.form.option(std::string{"opt"} + side + "Auto_Increase", AutoIncrease::hex));
+    set_checked(bench.shell, bench.form.check_box(std::string{"che"} + side + "Auto_Increase"), true);
+}
+
+constexpr const char* outside =
+    "The auto increment number lies outside of what a download writes. Nothing was programmed.";
+
+void expect_refused_at_the_press(Bench& bench)
+{
+    bench.press_download();
+    bench.power_up_after_ms(300);
+    bench.run_for_ms(3000);
+    ASSERT_EQ(bench.dialogs.shown.size(), 1U);
+    EXPECT_EQ(bench.dialogs.shown[0].box.text, outside);
+    EXPECT_EQ(bench.chip.frame_count(), 0) << "the port was not even opened";
+    EXPECT_EQ(bench.count(), 0);
+    EXPECT_TRUE(bench.buttons_are_free());
+}
+
+} // namespace
+
+// The chip used to be programmed and counted, with a note behind "Program OK".
+TEST(SerialNumbers, BehindTheEndOfTheFileAreRefusedAtThePress)
 {
     Bench bench("Juniper-8");
     bench.open_code(Bench::pattern(0x300));
-    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 0), "1203");
-    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 1), "4");
-    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 2), "77");
-    choose_option(bench.shell, bench.form.option("optAuto_Increase", AutoIncrease::hex));
-    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), true);
+    number_at(bench, "1203", "77");
     ASSERT_TRUE(bench.shell.code_increase.valid);
-    bench.download();
-    EXPECT_TRUE(bench.shell.succeeded);
-    EXPECT_NE(bench.flash(0x1200, 0x1203), (std::vector<std::uint8_t>{0, 0, 0, 77}));
-    EXPECT_EQ(bench.times_said("lies outside of what a download writes, and was not programmed."), 1);
+    expect_refused_at_the_press(bench);
 }
 
-TEST(SerialNumbers, InsideTheFileNeedNoSuchNote)
+TEST(SerialNumbers, AcrossTheEndOfTheFileAreRefusedToo)
 {
-    NumberedLine bench("Juniper-8");
-    bench.download();
-    EXPECT_TRUE(bench.shell.succeeded);
-    EXPECT_FALSE(bench.report_says("was not programmed"));
+    Bench bench("Juniper-8");
+    bench.open_code(Bench::pattern(0x400));
+    number_at(bench, "0601", "77");
+    expect_refused_at_the_press(bench);
+}
+
+// A model without a file buffer for its EEPROM: how far it is written goes by the version of its boot loader.
+TEST(SerialNumbers, BehindWhatThisBootLoaderTakesAreRefusedBeforeTheChipIsErased)
+{
+    auto setup = setup_of("Elm-16");
+    setup.version = 0x50;
+    Bench bench(setup);
+    bench.open_code(Bench::pattern(0x3200));
+    number_at(bench, "3103", "77");
+    ASSERT_TRUE(bench.shell.code_increase.valid);
+    bench.wipe_chip();
+    const auto before = bench.chip.flash();
+    bench.press_download();
+    bench.power_up_after_ms(300);
+    bench.run_until_idle();
+    ASSERT_EQ(bench.dialogs.shown.size(), 1U);
+    EXPECT_EQ(bench.dialogs.shown[0].box.text, outside);
+    EXPECT_EQ(bench.chip.flash(), before);
+    EXPECT_EQ(bench.count(), 0);
+    EXPECT_FALSE(bench.report_says("OK"));
 }
 
 // With an EEPROM file the whole code area is written, whatever the length of the code file.
@@ -246,31 +295,19 @@ TEST(SerialNumbers, BehindTheEndOfTheFileAreWrittenWhereTheWholeAreaIs)
     Bench bench("Juniper-32Q");
     bench.open_code(Bench::pattern(0x300));
     bench.open_data(Bench::pattern(0x40));
-    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 0), "1203");
-    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 1), "4");
-    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 2), "77");
-    choose_option(bench.shell, bench.form.option("optAuto_Increase", AutoIncrease::hex));
-    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), true);
-    type_text(bench.shell, bench.form.text_box("texData_Auto_Increase", 0), "3");
-    type_text(bench.shell, bench.form.text_box("texData_Auto_Increase", 1), "4");
-    type_text(bench.shell, bench.form.text_box("texData_Auto_Increase", 2), "5");
-    set_checked(bench.shell, bench.form.check_box("cheData_Auto_Increase"), true);
+    number_at(bench, "1203", "77");
+    number_at(bench, "3", "5", "Data_");
     bench.download();
     EXPECT_TRUE(bench.shell.succeeded);
     EXPECT_EQ(bench.flash(0x1200, 0x1203), (std::vector<std::uint8_t>{0, 0, 0, 77}));
-    EXPECT_FALSE(bench.report_says("was not programmed"));
+    EXPECT_TRUE(bench.dialogs.shown.empty());
 }
 
-TEST(SerialNumbers, OfAnEepromFileThatIsNotOpenAreNamedToo)
+TEST(SerialNumbers, OfAnEepromFileThatIsNotOpenAreRefusedToo)
 {
     Bench bench("Juniper-32Q");
     bench.open_code(Bench::pattern(0x300));
-    type_text(bench.shell, bench.form.text_box("texData_Auto_Increase", 0), "3");
-    type_text(bench.shell, bench.form.text_box("texData_Auto_Increase", 1), "4");
-    type_text(bench.shell, bench.form.text_box("texData_Auto_Increase", 2), "5");
-    set_checked(bench.shell, bench.form.check_box("cheData_Auto_Increase"), true);
+    number_at(bench, "3", "5", "Data_");
     ASSERT_TRUE(bench.shell.data_increase.valid);
-    bench.download();
-    EXPECT_TRUE(bench.shell.succeeded);
-    EXPECT_TRUE(bench.report_says("was not programmed"));
+    expect_refused_at_the_press(bench);
 }

@@ -75,3 +75,26 @@ TEST(Stop, InTheNegotiationIsToldWithOneBeep)
     EXPECT_EQ(bench.dialogs.beeps, 1);
     EXPECT_EQ(bench.chip.frame_count(0x8F), 1);
 }
+
+// The code is in and the chip has not said that it goes on to its options. Nobody knows what it would have said.
+TEST(Stop, InTheWaitForTheEndOfTheCodeIsAStop)
+{
+    Bench bench("Juniper-8");
+    bench.open_code(Bench::pattern(0x500));
+    bench.when(sim::Chip::State::code_ended, [&bench] { click(bench.shell, bench.form.button("comStop_Download")); });
+    bench.download();
+    bench.expect_failed_honestly();
+    EXPECT_EQ(bench.times_said("\nOperation stopped. "), 1);
+    EXPECT_EQ(bench.chip.frame_count(0x8D), 0);
+}
+
+TEST(Stop, BeforeTheOptionsAreWrittenIsAStop)
+{
+    Bench bench("Juniper-8");
+    bench.open_code(Bench::pattern(0x500));
+    bench.when(sim::Chip::State::code_ended, [&bench] { bench.press_stop_after_ms(50); });
+    bench.download();
+    bench.expect_failed_honestly();
+    EXPECT_EQ(bench.times_said("\nOperation stopped. "), 1);
+    EXPECT_EQ(bench.chip.frame_count(0x8D), 0);
+}

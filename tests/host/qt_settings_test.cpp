@@ -2,8 +2,8 @@
 // down.
 #include "host/qt_settings.h"
 
-#include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -20,6 +20,7 @@
 #include <random>
 
 using vrk::QtSettings;
+using vrk::SettingsFault;
 
 namespace {
 
@@ -32,7 +33,7 @@ struct QtStore : testing::Test {
 
     std::string in_folder(const QString& name) const { return folder.filePath(name).toStdString(); }
     std::string path() const { return in_folder(QString("settings_%1.ini").arg(files)); }
-    // Another file each time: the one that this process knows already would not be read again.
+    // Another file each time: QSettings would not read again the one that this process knows already.
     void write(const QByteArray& bytes)
     {
         ++files;
@@ -60,8 +61,14 @@ struct QtStore : testing::Test {
     // A value that one store takes and another, later, finds.
     std::string round_trip(const std::string& value)
     {
-        QtSettings(path()).set("Settings", "texSendText", value);
+        store("Settings", "texSendText", value);
         return stored("texSendText");
+    }
+    void store(const char* section, const char* key, const std::string& value) const
+    {
+        QtSettings settings(path());
+        settings.set(section, key, value);
+        EXPECT_FALSE(settings.write_through());
     }
 
     QTemporaryDir folder;
@@ -77,17 +84,6 @@ void save_all(QtSettings& settings, const std::string& value)
         settings.set("Settings", key_of(n), value);
 }
 
-// The event loop turns as often as there is something to do.
-void let_it_write() { QCoreApplication::processEvents(); }
-
-struct WithEvents : QtStore {
-    int count = 1;
-    char name[5] = "test";
-    char* arguments[2] = {name, nullptr};
-    QCoreApplication application{count, arguments};
-};
-using QtStoreInTheProgram = WithEvents;
-
 ino_t file_number(const std::string& path)
 {
     struct stat facts { };
@@ -97,13 +93,10 @@ ino_t file_number(const std::string& path)
 // Saves without end, each time all keys with one number; killed from outside.
 [[noreturn]] void save_for_ever(const std::string& path)
 {
-    int count = 0;
-    char* none = nullptr;
-    QCoreApplication application(count, &none);
     QtSettings settings(path);
     for (int round = 0;; ++round) {
         save_all(settings, std::to_string(round));
-        let_it_write();
+        settings.write_through();
     }
 }
 
@@ -124,21 +117,38 @@ TEST_F(QtStore, KeepsSectionsApart)
         QtSettings settings(path());
         settings.set("Auto_Increase", "address", "FFFF");
         settings.set("Data_Auto_Increase", "address", "01FF");
+        settings.set("", "address", "above all sections");
+        settings.set("General", "address", "of the section of that name");
+        settings.write_through();
     }
     EXPECT_EQ(stored("address", "Auto_Increase"), "FFFF");
     EXPECT_EQ(stored("address", "Data_Auto_Increase"), "01FF");
     EXPECT_EQ(stored("address", "Settings"), absent);
+    EXPECT_EQ(stored("address", ""), "above all sections");
+    EXPECT_EQ(stored("address", "General"), "of the section of that name");
+}
+
+TEST_F(QtStore, HasKeysOfAnyCharacters)
+{
+    for (const char* key : {"a b", "50%", "a/b", "a=b", "[a]", "ÄÖ", "a.b-c_d", "\\"}) {
+        store("Settings", key, "found");
+        EXPECT_EQ(stored(key), "found") << key;
+    }
 }
 
 TEST_F(QtStore, HasAKeyInChinese)
 {
-    QtSettings(path()).set("Settings", "安全锁", "5");
+    store("Settings", "安全锁", "5");
     EXPECT_EQ(stored("安全锁"), "5");
 }
 
 TEST_F(QtStore, OfTheUserLiesInHisConfigurationDirectoryUnderTheTitle)
 {
-    QtSettings().set("Settings", "DeviceProducts", "Juniper-60Q");
+    {
+        QtSettings settings;
+        settings.set("Settings", "DeviceProducts", "Juniper-60Q");
+        settings.write_through();
+    }
     EXPECT_TRUE(QFile::exists(folder.filePath("VRK-ISP/VRK-ISP.ini")));
     EXPECT_EQ(QtSettings().get("Settings", "DeviceProducts", absent), "Juniper-60Q");
 }
@@ -149,54 +159,148 @@ TEST_F(QtStore, ComesBackKeyByKey)
         QtSettings settings(path());
         for (int n = 0; n < keys_of_a_save; ++n)
             settings.set("Settings", key_of(n), "value " + std::to_string(n * n));
+        settings.write_through();
     }
     const auto again = next_program();
     for (int n = 0; n < keys_of_a_save; ++n)
         EXPECT_EQ(again->get("Settings", key_of(n), absent), "value " + std::to_string(n * n));
 }
 
-TEST_F(QtStoreInTheProgram, WritesASaveOnceAndOnlyInTheNextTurn)
+// It used to be written in the next turn of the event loop: what was told of before that turn was not on the disk.
+TEST_F(QtStore, IsOnTheDiskWhenTheWriteReturns)
 {
     QtSettings settings(path());
     save_all(settings, "1");
     EXPECT_EQ(file_number(path()), 0U) << "written while the save was still running";
-    let_it_write();
-    const ino_t first = file_number(path());
-    EXPECT_NE(first, 0U);
-    let_it_write();
-    EXPECT_EQ(file_number(path()), first) << "written twice";
+    EXPECT_FALSE(settings.write_through());
     EXPECT_EQ(stored("key_99"), "1");
 }
 
-TEST_F(QtStoreInTheProgram, LeavesTheFileAloneWhereNothingHasChanged)
+TEST_F(QtStore, LeavesTheFileAloneWhereNothingHasChanged)
 {
     QtSettings settings(path());
     save_all(settings, "1");
-    let_it_write();
+    settings.write_through();
     const ino_t first = file_number(path());
     save_all(settings, "1");
-    let_it_write();
+    settings.write_through();
     EXPECT_EQ(file_number(path()), first);
     settings.set("Settings", "key_5", "2");
-    let_it_write();
+    settings.write_through();
     EXPECT_NE(file_number(path()), first) << "a change puts another file in its place";
 }
 
-TEST_F(QtStoreInTheProgram, StaysQuietWhereItCannotBeWritten)
+// It used to keep quiet.
+TEST_F(QtStore, ThatCannotBeWrittenTellsPathAndReason)
 {
     write("not a folder");
     QtSettings below_a_file(path() + "/below.ini");
     below_a_file.set("Settings", "COM_port", "3");
-    let_it_write();
+    const auto fault = below_a_file.write_through();
+    ASSERT_TRUE(fault);
+    EXPECT_EQ(fault->kind, SettingsFault::Kind::unwritable);
+    EXPECT_EQ(fault->path, path() + "/below.ini");
+    EXPECT_NE(fault->reason, "");
     EXPECT_EQ(below_a_file.get("Settings", "COM_port", absent), "3") << "for the rest of this run";
     EXPECT_EQ(bytes(), "not a folder");
+}
 
+TEST_F(QtStore, IsWrittenByTheNextTryOnceItsFolderIsThere)
+{
+    write("in the way");
+    QtSettings settings(path() + "/below.ini");
+    settings.set("Settings", "COM_port", "3");
+    ASSERT_TRUE(settings.write_through());
+    QFile::remove(QString::fromStdString(path()));
+    QDir().mkpath(QString::fromStdString(path()));
+    EXPECT_FALSE(settings.write_through());
+    QtSettings second(path() + "/below.ini");
+    EXPECT_EQ(second.get("Settings", "COM_port", absent), "3");
+    ASSERT_TRUE(second.write_through());
+    EXPECT_EQ(second.write_through()->kind, SettingsFault::Kind::held);
+}
+
+// A device node used to be replaced by a file.
+TEST_F(QtStore, OnWhatIsNoFileIsRefusedAndLeavesItAsItIs)
+{
     QDir(folder.path()).mkdir("taken");
-    QtSettings on_a_folder(in_folder("taken"));
-    on_a_folder.set("Settings", "COM_port", "3");
-    let_it_write();
-    EXPECT_EQ(on_a_folder.get("Settings", "COM_port", absent), "3");
+    mkfifo(in_folder("pipe").c_str(), 0600);
+    symlink("/dev/null", in_folder("device").c_str());
+    for (const char* name : {"taken", "pipe", "device"}) {
+        QtSettings settings(in_folder(name));
+        ASSERT_TRUE(settings.write_through()) << name << ": told before anything is set";
+        EXPECT_EQ(settings.write_through()->kind, SettingsFault::Kind::no_file) << name;
+        settings.set("Settings", "COM_port", "3");
+        EXPECT_TRUE(settings.write_through());
+        EXPECT_EQ(settings.get("Settings", "COM_port", absent), "3");
+    }
     EXPECT_TRUE(QFileInfo(folder.filePath("taken")).isDir());
+    EXPECT_TRUE(QFileInfo(folder.filePath("device")).isSymLink());
+    EXPECT_FALSE(QFileInfo(folder.filePath("pipe")).isFile());
+}
+
+TEST_F(QtStore, BehindALinkStaysBehindIt)
+{
+    write("");
+    symlink(path().c_str(), in_folder("link.ini").c_str());
+    QtSettings settings(in_folder("link.ini"));
+    settings.set("Settings", "COM_port", "3");
+    EXPECT_FALSE(settings.write_through());
+    EXPECT_TRUE(QFileInfo(folder.filePath("link.ini")).isSymLink());
+    EXPECT_EQ(stored("COM_port"), "3");
+}
+
+// Two programs used to write over each other's numbers; a lock was waited for half a minute without a sign of life.
+TEST_F(QtStore, InUseByAnotherProgramIsReadAndNotWritten)
+{
+    store("Auto_Increase", "next_value", "41");
+    QtSettings first(path());
+    QElapsedTimer clock;
+    clock.start();
+    QtSettings second(path());
+    EXPECT_LT(clock.elapsed(), 5000);
+    EXPECT_FALSE(first.write_through());
+    ASSERT_TRUE(second.write_through());
+    EXPECT_EQ(second.write_through()->kind, SettingsFault::Kind::held);
+    EXPECT_EQ(second.get("Auto_Increase", "next_value", absent), "41");
+    second.set("Auto_Increase", "next_value", "99");
+    second.write_through();
+    EXPECT_EQ(stored("next_value", "Auto_Increase"), "41");
+    first.set("Auto_Increase", "next_value", "42");
+    EXPECT_FALSE(first.write_through());
+    EXPECT_EQ(stored("next_value", "Auto_Increase"), "42");
+}
+
+TEST_F(QtStore, OfAProgramThatWasKilledIsFree)
+{
+    store("Settings", "COM_port", "1");
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0)
+        save_for_ever(path());
+    usleep(100'000);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    EXPECT_FALSE(QtSettings(path()).write_through());
+}
+
+// The lock file of a killed program names a process number that a program of that name has by now: this one.
+TEST_F(QtStore, OfAKilledProgramWhoseProcessNumberIsInUseAgainIsFree)
+{
+    store("Settings", "COM_port", "1");
+    const QString lock = QString::fromStdString(path()) + ".lock";
+    QByteArray left_behind;
+    {
+        const QtSettings killed(path());
+        QFile file(lock);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        left_behind = file.readAll();
+    }
+    QFile file(lock);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(left_behind);
+    file.close();
+    EXPECT_FALSE(QtSettings(path()).write_through());
 }
 
 TEST_F(QtStore, ReadsRubbishAsNothingStored)
@@ -229,7 +333,7 @@ TEST_F(QtStore, ReadsALineWrittenByHandWithCommas)
 TEST_F(QtStore, IsMendedByTheNextSave)
 {
     write(QByteArray("[Sett\0ings\n\xFF\xFE\nDeviceProducts=\xC3", 30));
-    QtSettings(path()).set("Settings", "DeviceProducts", "Oak-20");
+    store("Settings", "DeviceProducts", "Oak-20");
     EXPECT_EQ(stored("DeviceProducts"), "Oak-20");
 }
 
@@ -237,7 +341,7 @@ TEST_F(QtStore, IsMendedByTheNextSave)
 TEST_F(QtStore, CutOffAnywhereIsStillRead)
 {
     round_trip("中文 and, more");
-    QtSettings(path()).set("Settings", "安全锁", "5");
+    store("Settings", "安全锁", "5");
     const QByteArray whole = bytes();
     ASSERT_GT(whole.size(), 60);
     for (qsizetype size = 0; size < whole.size(); ++size) {
@@ -250,7 +354,7 @@ TEST_F(QtStore, CutOffAnywhereIsStillRead)
 TEST_F(QtStore, WithBytesDamagedIsStillReadAndWritten)
 {
     round_trip("中文 and, \"more\"\n");
-    QtSettings(path()).set("Auto_Increase", "address", "FFFF");
+    store("Auto_Increase", "address", "FFFF");
     const QByteArray whole = bytes();
     std::mt19937 random(20240301);
     for (int round = 0; round < 500; ++round) {
@@ -259,7 +363,7 @@ TEST_F(QtStore, WithBytesDamagedIsStillReadAndWritten)
             damaged[static_cast<qsizetype>(random() % static_cast<unsigned>(whole.size()))] =
                 static_cast<char>(random());
         write(damaged);
-        QtSettings(path()).set("Settings", "COM_port", "2");
+        store("Settings", "COM_port", "2");
         EXPECT_EQ(stored("COM_port"), "2") << "seed 20240301, round " << round;
     }
 }
@@ -270,6 +374,7 @@ TEST_F(QtStore, KilledInTheMiddleOfASaveLeavesAWholeOne)
     { // one to begin with
         QtSettings settings(path());
         save_all(settings, "0");
+        settings.write_through();
     }
     for (int round = 0; round < 40; ++round) {
         const pid_t child = fork();

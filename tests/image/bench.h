@@ -5,10 +5,8 @@
 #include "catalog/ranges.h"
 #include "catalog/rows.h"
 #include "image/load.h"
+#include "own_folder.h"
 #include "platform/text_number.h"
-
-#include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <deque>
 #include <filesystem>
@@ -77,8 +75,7 @@ struct Folder {
         return file_path;
     }
 
-    const std::string path = std::filesystem::temp_directory_path().string() + "/vrk_image_" +
-        std::to_string(::getpid()) + "_" + ::testing::UnitTest::GetInstance()->current_test_info()->name();
+    const std::string path = vrk::own_folder("image");
 };
 
 // Boxes as they came, answered from a queue; No once it is empty.
@@ -122,10 +119,10 @@ struct LoadBench : Folder {
 
     vrk::LoadEnd load(const std::string& file_path)
     {
-        const vrk::ImageFile file = vrk::read_image_file(file_path, buffer.data.size());
+        vrk::ImageFile file = vrk::open_image_file(file_path, buffer.data.size());
         const std::int32_t shown_ap_last = vrk::derive_isp_start(record).shown_last & 0xFFFF;
-        vrk::Loaded loaded =
-            vrk::load_image(buffer, file, {record, shown_ap_last, file_open}, boxes, [this] { return wanted(); });
+        vrk::Loaded loaded = vrk::load_image(
+            buffer, file, {record, shown_ap_last, file_open, end_record_wanted}, boxes, [this] { return wanted(); });
         if (loaded.end == vrk::LoadEnd::done) {
             buffer = loaded.buffer;
             file_open = true;
@@ -139,6 +136,7 @@ struct LoadBench : Folder {
     vrk::McuRecord record;
     vrk::FileBuffer buffer;
     bool file_open = false;
+    bool end_record_wanted = false;
     WrittenBoxes boxes;
     std::function<bool()> wanted = [] { return true; };
 

@@ -107,22 +107,13 @@ TEST(HexLine, BytesBehindThe261stAreNotLookedAt)
     EXPECT_FALSE(record.checksum_ok) << "byte 261 stands where the checksum is looked for";
 }
 
-TEST(HexLine, LinesEndAtCrLfAtLfAndAtCr)
+TEST(HexLine, BlanksTabsAndNulsBehindTheDigitsAreNoPartOfIt)
 {
-    std::string_view rest = "a\r\nb\nc\r\rd";
-    EXPECT_EQ(take_line(rest), "a");
-    EXPECT_EQ(take_line(rest), "b");
-    EXPECT_EQ(take_line(rest), "c");
-    EXPECT_EQ(take_line(rest), "");
-    EXPECT_EQ(take_line(rest), "d");
-    EXPECT_TRUE(rest.empty());
-}
-
-TEST(HexLine, ALastLineWithItsEndLeavesNothing)
-{
-    std::string_view rest = "a\r\n";
-    EXPECT_EQ(take_line(rest), "a");
-    EXPECT_TRUE(rest.empty());
+    for (const std::string& behind : {std::string{" "}, std::string{"   "}, std::string{"\t"}, std::string(3, '\0')}) {
+        const HexRecord record = parse_hex_line(":02000000ABCD86" + behind);
+        EXPECT_TRUE(record.checksum_ok);
+        EXPECT_EQ(data_of(record), (Bytes{0xAB, 0xCD}));
+    }
 }
 
 TEST(HexTarget, BytesFromTheLimitOnAreCountedButNotStored)

@@ -57,6 +57,38 @@ TEST(HexLoader, AMissingEndRecordIsNoFault)
     EXPECT_TRUE(bench.boxes.shown.empty());
 }
 
+TEST(HexLoader, AMissingEndRecordIsAFaultWhereOneIsWanted)
+{
+    LoadBench bench{"Juniper-60"};
+    bench.end_record_wanted = true;
+    EXPECT_EQ(bench.load(fixture("ends_without_end_record.hex")), LoadEnd::no_end_record);
+    EXPECT_FALSE(bench.buffer.loaded);
+    EXPECT_EQ(bench.load(bench.file("cut.hex", ":0100000041BE\n:00000001")), LoadEnd::no_end_record);
+    EXPECT_TRUE(bench.boxes.shown.empty()) << "nothing is told of half a record";
+    EXPECT_EQ(bench.load(fixture("hundred_bytes.hex")), LoadEnd::done);
+    EXPECT_EQ(bench.load(fixture("hundred_bytes.bin")), LoadEnd::done) << "binary files have none";
+}
+
+// A checksum became a data byte, and stood over that of the record's neighbour.
+TEST(HexLoader, BlanksBehindARecordDoNotTouchItsNeighbour)
+{
+    LoadBench bench{"Juniper-60"};
+    bench.load(bench.file("blanks.hex", ":0100010042BC\n:0100000041BE \t\n:00000001FF  \n"));
+    EXPECT_TRUE(bench.boxes.shown.empty());
+    EXPECT_EQ(bench.buffer.data[0], 0x41);
+    EXPECT_EQ(bench.buffer.data[1], 0x42);
+    EXPECT_EQ(bench.buffer.checksum, 0x83);
+}
+
+TEST(HexLoader, AFileThatIsWrittenWhileItIsReadIsLeft)
+{
+    LoadBench bench{"Juniper-60"};
+    const std::string path = bench.file("lamp.hex", ":0100000041BF\n:0100010042BC\n" + end_line);
+    bench.boxes.act = [&] { bench.file("lamp.hex", "the linker begins anew"); };
+    EXPECT_EQ(bench.load(path), LoadEnd::changed);
+    EXPECT_FALSE(bench.buffer.loaded);
+}
+
 TEST(HexLoader, NothingIsReadBehindTheEndRecord)
 {
     LoadBench bench{"Juniper-60"};

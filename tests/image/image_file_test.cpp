@@ -57,26 +57,107 @@ TEST(ImageFile, AHexFileLongerThanTheBufferIsReadToItsEnd)
 TEST(ImageFile, TheNameOrTheContentTellsTheKind)
 {
     const Folder folder;
-    EXPECT_EQ(read_image_file(folder.file("lamp.Hex", "no records"), 16).kind, FileKind::hex);
-    EXPECT_EQ(read_image_file(folder.file("lamp.txt", ":00\n:00\n:00\n"), 16).kind, FileKind::hex);
-    EXPECT_EQ(read_image_file(folder.file("lamp", ":00\n:00\ntext\n"), 16).kind, FileKind::bin);
-    EXPECT_EQ(read_image_file(folder.file("empty", ""), 16).kind, FileKind::bin);
+    EXPECT_EQ(open_image_file(folder.file("lamp.Hex", "no records"), 16).kind, FileKind::hex);
+    EXPECT_EQ(open_image_file(folder.file("lamp.txt", ":00\n:00\n:00\n"), 16).kind, FileKind::hex);
+    EXPECT_EQ(open_image_file(folder.file("lamp", ":00\n:00\ntext\n"), 16).kind, FileKind::bin);
+    EXPECT_EQ(open_image_file(folder.file("empty", ""), 16).kind, FileKind::bin);
 }
 
 TEST(ImageFile, ABinaryOneIsReadOneByteFurtherThanTheBufferReaches)
 {
     const Folder folder;
-    EXPECT_EQ(read_image_file(folder.file("long.bin", std::string(100, 'x')), 16).contents.size(), 17U);
-    EXPECT_EQ(read_image_file(folder.file("short.bin", "xyz"), 16).contents, "xyz");
+    EXPECT_EQ(open_image_file(folder.file("long.bin", std::string(100, 'x')), 16).contents.size(), 17U);
+    EXPECT_EQ(open_image_file(folder.file("short.bin", "xyz"), 16).contents, "xyz");
 }
 
-TEST(ImageFile, OneThatCannotBeReadCountsAsEmpty)
+TEST(ImageFile, OneThatCannotBeReadIsToldFromAnEmptyOne)
 {
     const Folder folder;
-    EXPECT_EQ(read_image_file(folder.path + "/missing.hex", 16).contents, "");
-    EXPECT_EQ(read_image_file(folder.path, 16).contents, "");
+    EXPECT_EQ(open_image_file(folder.path + "/missing.hex", 16).fault, FileFault::not_found);
+    EXPECT_EQ(open_image_file(folder.path, 16).fault, FileFault::not_found);
+    EXPECT_EQ(open_image_file(folder.file("empty.bin", ""), 16).fault, FileFault::none);
     EXPECT_FALSE(is_file(folder.path + "/missing.hex"));
     EXPECT_FALSE(is_file(folder.path));
+}
+
+// It used to be read as a whole, however long it was: 64 GB ended the program.
+TEST(ImageFile, AboveSixtyFourMegabytesIsNotReadAtAll)
+{
+    const Folder folder;
+    for (const char* name : {"long.hex", "long.bin"}) {
+        const std::string path = folder.file(name, "");
+        std::filesystem::resize_file(path, ImageFile::most_bytes);
+        EXPECT_EQ(open_image_file(path, 16).fault, FileFault::none);
+        std::filesystem::resize_file(path, std::uintmax_t{64} << 30U);
+        const ImageFile file = open_image_file(path, 16);
+        EXPECT_EQ(file.fault, FileFault::too_large);
+        EXPECT_EQ(file.size, std::uintmax_t{64} << 30U);
+        EXPECT_EQ(file.contents, "");
+    }
+}
+
+// The first record was passed over as a line of text, and the chip lacked its reset vector.
+TEST(ImageFile, AMarkOfUtf8InFrontOfHexIsPassedOver)
+{
+    for (const char* name : {"lamp.hex", "lamp.txt"}) {
+        LoadBench bench{"Juniper-60"};
+        bench.load(bench.file(name,
+            "\xEF\xBB\xBF" + image_test::hex_line(0, {0x42}) + image_test::hex_line(1, {0x43}) + image_test::end_line));
+        EXPECT_EQ(bench.buffer.data[0], 0x42) << name;
+        EXPECT_EQ(bench.buffer.data[1], 0x43) << name;
+    }
+}
+
+TEST(ImageFile, ABinaryFileKeepsWhatOnlyLooksLikeAMark)
+{
+    const Folder folder;
+    for (const char* contents : {"\xEF\xBB\xBFtext", "\xFF\xFEtext", "\xFE\xFFtext"}) {
+        const ImageFile file = open_image_file(folder.file("code.bin", contents), 16);
+        EXPECT_EQ(file.fault, FileFault::none);
+        EXPECT_EQ(file.contents, contents);
+    }
+}
+
+// Its digits were read as zeros.
+TEST(ImageFile, HexInUtf16IsNoHex)
+{
+    const Folder folder;
+    const std::string little{":\0"
+                             "0\0"
+                             "0\0"
+                             "\n\0",
+        8};
+    const std::string big{"\0:"
+                          "\0"
+                          "0\0"
+                          "0\0\n",
+        8};
+    for (const std::string& text : {"\xFF\xFE" + little, "\xFE\xFF" + big, little, big})
+        EXPECT_EQ(open_image_file(folder.file("lamp.hex", text), 16).fault, FileFault::utf16);
+    for (const std::string& text : {"\xFF\xFE" + little, "\xFE\xFF" + big})
+        EXPECT_EQ(open_image_file(folder.file("lamp.txt", text), 16).fault, FileFault::utf16);
+    EXPECT_EQ(open_image_file(folder.file("lamp.bin", little), 16).fault, FileFault::none) << "code may begin so";
+}
+
+TEST(ImageFile, OneWhoseBytesTheDiskDoesNotGiveIsNotFound)
+{
+    const Folder folder;
+    std::filesystem::create_symlink("/proc/self/mem", folder.path + "/dead.bin"); // there, and no byte 0 in it
+    EXPECT_EQ(open_image_file(folder.path + "/dead.bin", 16).fault, FileFault::not_found);
+    std::filesystem::create_symlink("/proc/self/mem", folder.path + "/dead.hex");
+    LoadBench bench{"Juniper-60"};
+    EXPECT_EQ(bench.load(folder.path + "/dead.hex"), LoadEnd::unreadable);
+}
+
+TEST(FileStamp, ChangesWithTheSizeAlone)
+{
+    const Folder folder;
+    const std::string path = folder.file("lamp.bin", "old");
+    const auto time = std::filesystem::last_write_time(path);
+    const auto before = file_stamp(path);
+    folder.file("lamp.bin", "longer");
+    std::filesystem::last_write_time(path, time);
+    EXPECT_NE(file_stamp(path), before);
 }
 
 TEST(FileStamp, ChangesWithTheFileAndIsMissingWithIt)

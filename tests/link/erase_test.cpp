@@ -1,5 +1,6 @@
 #include "link/erase.h"
-#include "link/program.h"
+#include "link/image_writes.h"
+#include "link/write_range.h"
 
 #include <gtest/gtest.h>
 

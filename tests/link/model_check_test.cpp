@@ -182,16 +182,25 @@ TEST(LetterE, WantsTheSizesToAgree)
     EXPECT_FALSE(fir.takes('E', "E668"));
 }
 
-TEST(LetterF, LooksAtTheSizeOfTheChipAlone)
+TEST(LetterF, LooksAtTheSizeOfTheChipAndAtItsFamily)
 {
-    Pair pair("Juniper-60Q");
+    Pair pair("Elm-8R");
     EXPECT_FALSE(pair.takes('F', "E06C")) << "12 KB";
     EXPECT_TRUE(pair.takes('F', "E070")) << "16 KB";
     EXPECT_TRUE(pair.takes('F', "E07C")) << "28 KB";
-    EXPECT_TRUE(pair.takes('F', "E67E")) << "30 KB";
-    EXPECT_FALSE(pair.takes('F', "D170")) << "32 KB";
-    EXPECT_FALSE(pair.takes('F', "D26C")) << "no size that counts";
     EXPECT_FALSE(pair.takes('F', "DFFE")) << "unknown";
+    Pair fir("Fir-8R");
+    EXPECT_TRUE(fir.takes('F', "E67E")) << "30 KB";
+}
+
+TEST(LetterF, TakesNoChipOfAnotherFamily)
+{
+    Pair pair("Elm-8R");
+    EXPECT_FALSE(pair.takes('F', "E67E")) << "30 KB of the next family";
+    Pair juniper("Juniper-60Q");
+    EXPECT_FALSE(juniper.takes('F', "E070"));
+    EXPECT_FALSE(juniper.takes('F', "D170")) << "32 KB";
+    EXPECT_FALSE(juniper.takes('F', "D26C")) << "no size that counts";
 }
 
 TEST(LetterWithoutARule, TakesAnything)

@@ -48,7 +48,8 @@ void expect_rows(const std::string& letter, const Layout& layout, bool is_of_six
     frame[2] = static_cast<std::uint8_t>(length);
     StatusBytes rows;
     rows.fill(untouched);
-    decode_status_frame(frame, StatusLayout::power_up, letter, layout.version, is_of_sixteen_rows, 0, rows);
+    const auto fields = std::span{frame}.first(static_cast<std::size_t>(length - 2));
+    decode_status_frame(fields, StatusLayout::power_up, letter, layout.version, is_of_sixteen_rows, 0, rows);
     for (std::size_t row = 0; row < 16; ++row) {
         const int byte = layout.byte_of_row[row];
         std::int16_t wanted = untouched;

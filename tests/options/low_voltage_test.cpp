@@ -1,6 +1,5 @@
-// The words that depend on a model: the voltages of the low-voltage rows, and the lines of a model with fixed options.
+// The words that depend on a model: the voltages of the low-voltage rows.
 #include "options/codec.h"
-#include "options/fixed_options.h"
 #include "options/option_tables.h"
 #include "options/voltage_texts.h"
 
@@ -124,37 +123,4 @@ TEST(LowVoltageTexts, OfLettersWithoutVoltagesStay)
 {
     EXPECT_EQ(PageOfModel(7, "Juniper-8L").for_report('I').captions(), "<1.33V Voltage Reset | Used as P4.6/LVD");
     EXPECT_EQ(PageOfModel(6, "Hazel-1L").for_report('H').captions(), "<1.33V Voltage Reset | Used as P1.2/LVD");
-}
-
-TEST(FixedOptions, OfHazelHaveTheirOwnWords)
-{
-    PageOfModel hazel(6, "Hazel-5");
-    const auto english = fixed_option_lines(hazel.table, hazel.record, true);
-    ASSERT_EQ(english.size(), 7U);
-    EXPECT_EQ(english[0], "Next Power-Up-Reset, use External Crystal/Clock");
-    EXPECT_EQ(english[6], "Next Cold Start WatchDog did not start.");
-    const auto chinese = fixed_option_lines(hazel.table, hazel.record, false);
-    ASSERT_EQ(chinese.size(), 7U);
-    EXPECT_EQ(chinese[5], "P1.2 仍为 LVD 脚");
-    EXPECT_EQ(chinese[6], "");
-}
-
-TEST(FixedOptions, OfTheOthersAreTheChoicesOfTheFactory)
-{
-    PageOfModel larch(8, "Larch-8");
-    const auto lines = fixed_option_lines(larch.table, larch.record, true);
-    ASSERT_EQ(lines.size(), 7U);
-    EXPECT_EQ(lines[0], "Next Power-Up-Reset, use External Crystal/Clock");
-    EXPECT_EQ(lines[1], "RESET/P4.7 is used as RESET");
-    EXPECT_EQ(lines[6], "Low Voltage Reset, when MCU-VCC < 3.3V");
-}
-
-TEST(FixedOptions, AreToldOfSeries5To17)
-{
-    PageOfModel elm(4, "Elm-8");
-    EXPECT_TRUE(fixed_option_lines(elm.table, elm.record, true).empty());
-    PageOfModel fir(5, "Fir-8");
-    EXPECT_FALSE(fixed_option_lines(fir.table, fir.record, true).empty());
-    PageOfModel teak(18, "Teak-1");
-    EXPECT_TRUE(fixed_option_lines(teak.table, teak.record, true).empty());
 }

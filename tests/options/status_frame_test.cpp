@@ -29,6 +29,7 @@ struct StatusBench {
     bool sixteen_rows = false;
     std::uint8_t option_row_16 = 0;
     StatusBytes rows{};
+    ToldRows told;
 
     explicit StatusBench(const char* its_letter, const char* its_version = "6.3", std::uint8_t length = 62)
         : letter(its_letter)
@@ -38,7 +39,9 @@ struct StatusBench {
     }
     void decode(StatusLayout layout = StatusLayout::power_up)
     {
-        decode_status_frame(frame, layout, letter, version, sixteen_rows, option_row_16, rows);
+        const std::size_t fields_end = frame[2] < 2 ? 0 : frame[2] - 2U;
+        told = decode_status_frame(
+            std::span{frame}.first(fields_end), layout, letter, version, sixteen_rows, option_row_16, rows);
     }
 };
 

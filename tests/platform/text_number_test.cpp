@@ -77,8 +77,3 @@ TEST(Times, ReadAsHoursMinutesSeconds)
     EXPECT_EQ(clock_text({2024, 3, 1, 8, 5, 9}), "08:05:09");
     EXPECT_EQ(minutes_text(61), "01:01");
 }
-
-TEST(Times, CountSecondsAcrossMidnight)
-{
-    EXPECT_EQ(seconds_between({2024, 2, 29, 23, 59, 58}, {2024, 3, 1, 0, 0, 3}), 5);
-}

@@ -16,6 +16,7 @@ public:
     {
     }
     void power(bool on) override { chip_.power(on); }
+    bool has_power() const override { return chip_.state() != sim::Chip::State::off; }
     Json describe() const override { return {{"flash", hex_bytes(chip_.flash(0, 15))}}; }
 
 private:
@@ -34,6 +35,8 @@ struct ScriptBench : Bench {
                   }
                   std::string line = lines.front();
                   lines.pop_front();
+                  if (on_line)
+                      on_line(line);
                   return line;
               },
               [this](const Answer& answer) { answers.push_back(answer); }, stop_at_failure})
@@ -53,6 +56,7 @@ struct ScriptBench : Bench {
     std::string error(std::size_t n) const { return answers.at(n).error; }
 
     std::deque<std::string> lines;
+    std::function<void(const std::string& line)> on_line; // as it is handed out, before it runs
     std::vector<Answer> answers;
     ChipPower power;
     Runner runner;

@@ -16,6 +16,7 @@ struct HandPort final : vrk::SerialPort {
     bool open(const vrk::LineSettings&) override { return opened = true; }
     void close() override { opened = false; }
     bool is_open() const override { return opened; }
+    bool gone() const override { return false; }
     bool set_line(const vrk::LineSettings&) override { return true; }
     std::size_t bytes_available() const override { return in.size(); }
     std::size_t read(std::span<std::uint8_t> into) override

@@ -153,6 +153,18 @@ TEST(Reception, LosesBytesPastTheEndOfTheBufferAndNothingElse)
     EXPECT_TRUE(link.session.rx.reply_ok);
 }
 
+// A reply to the frame before, in the time that the line gets to settle. What is left of it must not vouch for the next
+// frame either, when a stray byte follows.
+TEST(ExpectedReply, IsNotOneThatComesBeforeItsFrameGoesOut)
+{
+    HandLink link;
+    link.loop.call_at(link.loop.now_us() + 2000, [&link] { link.arrive({0x68, 0x00, 0x06, 0x80, 0xEE, 0x16}); });
+    EXPECT_TRUE(link.session.expect_reply(16));
+    EXPECT_FALSE(link.session.rx.reply_ok);
+    link.arrive({0x00});
+    EXPECT_FALSE(link.session.rx.reply_ok);
+}
+
 // 5A A5 00 08 B0 01 B7 16: the sum of the bytes before it is 01B7.
 TEST(DemonstrationReception, TakesAWholeFrame)
 {

@@ -12,9 +12,6 @@
 #include "shell/shell.h"
 #include "sim/virtual_loop.h"
 
-#include <gtest/gtest.h>
-#include <unistd.h>
-
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -69,8 +66,7 @@ template <typename Loop> struct BenchOn {
     const std::string& box_text(std::size_t n) { return dialogs.shown.at(n).box.text; }
     const std::string& box_title(std::size_t n) { return dialogs.shown.at(n).box.title; }
 
-    const std::string folder = std::filesystem::temp_directory_path().string() + "/vrk_shell_" +
-        std::to_string(::getpid()) + "_" + ::testing::UnitTest::GetInstance()->current_test_info()->name();
+    const std::string folder = vrk::own_folder("shell");
     Loop loop;
     NoPorts ports;
     vrk::ScriptedDialogs dialogs;

@@ -337,3 +337,47 @@ TEST(EditKeys, LeftAndRightGoFromDigitToDigit)
     bench.press("Right");
     EXPECT_EQ(bench.box().sel_start(), place(1, 1));
 }
+
+TEST(DumpKeys, HomeAndEndGoToTheEndsOfTheLine)
+{
+    EditBench bench;
+    bench.click(place(2, 5));
+    bench.press("End");
+    EXPECT_EQ(bench.box().sel_start(), place(2, 15, 1));
+    EXPECT_EQ(bench.box().sel_length(), 1);
+    bench.press("End");
+    EXPECT_EQ(bench.box().sel_start(), place(2, 15, 1));
+    bench.press("Home");
+    EXPECT_EQ(bench.box().sel_start(), place(2, 0));
+    EXPECT_EQ(bench.box().sel_length(), 1);
+    bench.press("Home");
+    EXPECT_EQ(bench.box().sel_start(), place(2, 0));
+}
+
+TEST(DumpKeys, WithControlTheyGoToTheEndsOfTheBuffer)
+{
+    EditBench bench;
+    bench.click(place(2, 5));
+    bench.press("CtrlEnd");
+    const auto last = static_cast<std::size_t>(bench.box().sel_start());
+    const auto byte = dump_byte_at(bench.box().text(), last);
+    ASSERT_TRUE(byte);
+    EXPECT_EQ(byte->address, bench.code.view_high);
+    EXPECT_EQ(last, byte->digits + 1);
+    for (int twice = 0; twice < 2; ++twice) {
+        bench.press("CtrlHome");
+        EXPECT_EQ(bench.first_address(), "000000");
+        EXPECT_EQ(bench.box().sel_start(), place(0, 0));
+        EXPECT_EQ(bench.box().sel_length(), 1);
+    }
+}
+
+TEST(DumpKeys, InADumpWithoutBytesDoNothing)
+{
+    EditBench bench;
+    bench.form.text_box("txtBuffer2").set_text("");
+    for (const char* key : {"Home", "End"}) {
+        bench.press(key);
+        EXPECT_EQ(bench.box().sel_length(), 0) << key;
+    }
+}

@@ -1,5 +1,6 @@
 // What the user, or a timer, does while a load serves events.
 #include "named_controls.h"
+#include "shell/acting_dialogs.h"
 #include "shell/buffer_bench.h"
 #include "shell/open_file.h"
 #include "shell/serial_numbers.h"
@@ -7,6 +8,7 @@
 #include <functional>
 
 using namespace vrk;
+using buffer_test::ActingDialogs;
 using buffer_test::BenchOn;
 using buffer_test::end_line;
 using buffer_test::hex_line;
@@ -33,24 +35,6 @@ struct SlowLoop final : EventLoop {
     }
 };
 using SlowBench = BenchOn<SlowLoop>;
-
-// Answers its first box after an act of the test's choice: a box is open for a while, and timers go on.
-struct ActingDialogs final : Dialogs {
-    std::function<void()> act;
-    int boxes = 0;
-    bool busy = false;
-
-    Reply show(const MessageBox& box) override
-    {
-        ++boxes;
-        if (const auto once = std::exchange(act, {}))
-            once();
-        return box.default_reply;
-    }
-    std::optional<std::string> choose(const FileDialog&) override { return std::nullopt; }
-    void beep() override { }
-    void set_busy(bool now_busy) override { busy = now_busy; }
-};
 
 // A bench on which a second file, "later", is opened while the first box of a load stands.
 struct BoxBench : SlowBench {
@@ -139,7 +123,7 @@ TEST(LoadService, AReloadWhileABoxAboutAChecksumIsOpenIsTheOneThatStands)
     BoxBench bench{"Juniper-60"};
     Shell& shell = bench.boxes_shell;
     load_file(shell, buffer_test::fixture("three_bad_checksums.hex"), shell.code_buffer);
-    EXPECT_EQ(bench.boxes.boxes, 1);
+    EXPECT_EQ(bench.boxes.boxes.size(), 1U);
     EXPECT_EQ(shell.code_buffer.data[0], 'l');
     EXPECT_TRUE(shell.file_loaded);
     EXPECT_FALSE(bench.boxes.busy);
@@ -150,9 +134,24 @@ TEST(LoadService, AReloadWhileARangeMessageIsOpenIsTheOneThatStands)
     BoxBench bench{"Juniper-60Q"};
     Shell& shell = bench.boxes_shell;
     load_file(shell, bench.file("long.bin", std::string(0xF800, 'x')), shell.code_buffer);
-    EXPECT_EQ(bench.boxes.boxes, 1);
+    EXPECT_EQ(bench.boxes.boxes.size(), 1U);
     EXPECT_EQ(shell.code_buffer.high, 511);
     EXPECT_EQ(shell.code_buffer.view_high, 511);
+}
+
+TEST(LoadService, AFileThatIsWrittenWhileABoxIsOpenIsRefusedAndTheBufferIsAsItWas)
+{
+    BoxBench bench{"Juniper-60"};
+    Shell& shell = bench.boxes_shell;
+    bench.boxes.act = {};
+    load_file(shell, bench.file("early.bin", "early"), shell.code_buffer);
+    const std::string path = bench.file("lamp.hex", ":0100000041BF\n" + end_line);
+    bench.boxes.act = [&] { bench.file("lamp.hex", "the linker begins anew"); };
+    EXPECT_FALSE(load_file(shell, path, shell.code_buffer));
+    ASSERT_EQ(bench.boxes.boxes.size(), 2U);
+    EXPECT_EQ(bench.boxes.boxes[1], "读取文件时文件发生了变化，请重新打开。");
+    EXPECT_EQ(shell.code_buffer.data[0], 'e');
+    EXPECT_TRUE(shell.file_loaded);
 }
 
 TEST(LoadService, UntilTheFileHasBeenReadTheBufferHoldsTheOneBefore)

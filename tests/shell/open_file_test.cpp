@@ -135,6 +135,48 @@ TEST(LoadFile, AFileThatIsNotThereIsToldAndTheBufferIsAsItWas)
     EXPECT_TRUE(bench.shell.file_loaded);
 }
 
+TEST(LoadFile, OneAboveSixtyFourMegabytesIsRefusedWithItsSizeAndTheLimit)
+{
+    Bench bench{"Juniper-60"};
+    load_file(bench.shell, bench.file("there.bin", "there"), bench.code);
+    const std::string path = bench.file("long.hex", "");
+    std::filesystem::resize_file(path, 64 * 1024 * 1024 + 1);
+    EXPECT_FALSE(load_file(bench.shell, path, bench.code));
+    bench.shell.language_is_english = true;
+    EXPECT_FALSE(load_file(bench.shell, path, bench.code));
+    EXPECT_EQ(bench.box_text(0), "文件太大: 67108865 字节。最大允许 67108864 字节 (64 MB)。");
+    EXPECT_EQ(
+        bench.box_text(1), "The file is too large: 67108865 bytes. At most 67108864 bytes (64 MB) can be opened.");
+    EXPECT_EQ(bench.box_title(1), path);
+    EXPECT_EQ(bench.code.data[0], 't');
+    EXPECT_TRUE(bench.shell.file_loaded);
+}
+
+TEST(LoadFile, HexInUtf16IsRefusedWithABox)
+{
+    Bench bench{"Juniper-60"};
+    bench.shell.language_is_english = true;
+    load_file(bench.shell, bench.file("there.bin", "there"), bench.code);
+    EXPECT_FALSE(load_file(bench.shell, bench.file("lamp.hex", std::string{"\xFF\xFE:\0", 4}), bench.code));
+    EXPECT_EQ(bench.box_text(0), "The file is UTF-16 text. Please save it as ASCII or UTF-8.");
+    EXPECT_EQ(bench.code.data[0], 't');
+    EXPECT_TRUE(bench.shell.file_loaded);
+}
+
+TEST(LoadFile, OneWhoseBytesTheDiskDoesNotGiveLeavesTheBufferAsItWas)
+{
+    Bench bench{"Juniper-60"};
+    load_file(bench.shell, bench.file("there.bin", "there"), bench.code);
+    for (const char* name : {"dead.hex", "dead.bin"}) {
+        std::filesystem::create_symlink("/proc/self/mem", bench.folder + "/" + name); // no byte 0 in it
+        EXPECT_FALSE(load_file(bench.shell, bench.folder + "/" + name, bench.code)) << name;
+    }
+    EXPECT_EQ(bench.dialogs.shown.size(), 2U);
+    EXPECT_EQ(bench.box_text(1), "Can not find the file./找不到文件");
+    EXPECT_EQ(bench.code.data[0], 't');
+    EXPECT_TRUE(bench.shell.file_loaded);
+}
+
 TEST(LoadParameters, AnEmptyTextMeansZero)
 {
     Bench bench{"Juniper-60"};

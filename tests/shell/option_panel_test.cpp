@@ -83,14 +83,14 @@ TEST(OptionPanel, OfAModelWithFixedOptionsTellsThem)
     EXPECT_EQ(shown_strips(bench.shell), "11111110000000");
 }
 
-TEST(OptionPanel, OfFixedOptionsTellsThemInTheWordsOfTheFamily)
+TEST(OptionPanel, OfFixedOptionsThatAreNotKnownTellsOnlyThatTheyAreFixed)
 {
     PanelBench bench("Larch-2L");
     bench.select("Larch-8");
     bench.shell.selected.cap_no_option_write = true;
     build_option_panel(bench.shell);
-    EXPECT_EQ(bench.form.label("LabOption", 1).caption(), "RESET/P4.7 is used as RESET");
-    EXPECT_EQ(bench.form.label("LabOption", 6).caption(), "Low Voltage Reset, when MCU-VCC < 3.3V");
+    EXPECT_EQ(bench.form.label("LabOption", 0).caption(), "Fixed at the factory.");
+    EXPECT_EQ(shown_strips(bench.shell), "10000000000000");
     EXPECT_FALSE(bench.form.option("Option1", 0).visible());
 }
 

@@ -86,6 +86,20 @@ TEST(SaveProject, ChangesNothingButTheNameShown)
     EXPECT_EQ(panel_state(bench.shell), 0);
 }
 
+// A number far behind the file used to make the saved image longer.
+TEST(SaveProject, IsAsLongAsTheFileWhereverItsNumberLies)
+{
+    ProjectBench bench{"Juniper-60Q"};
+    bench.put(bench.shell.code_buffer, Bench::pattern(600));
+    bench.fill_in_numbers();
+    type_text(bench.shell, bench.form.text_box("texAuto_Increase", 0), "2FFF");
+    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), true);
+    ASSERT_TRUE(bench.shell.code_increase.valid);
+    EXPECT_EQ(bench.shell.code_buffer.view_high, 599);
+    bench.save();
+    EXPECT_EQ(parse_project(bench.saved()).code.bytes, Bench::pattern(600));
+}
+
 TEST(OpenProjectDialog, ProposesTheLastProjectAndCancelChangesNothing)
 {
     ProjectBench bench;
@@ -243,9 +257,10 @@ TEST(SaveProject, WhereNothingCanBeWrittenSaysSo)
     save_project(bench.shell, "/proc/job.VRK");
     EXPECT_EQ(bench.next_box(),
         "The project file can not be saved. A former file is as it was.\n/proc/job.VRK\nNo such file or directory");
-    save_project(bench.shell, bench.folder);
+    std::filesystem::create_directory(bench.path);
+    bench.save();
     EXPECT_NE(bench.next_box().find("can not be saved"), std::string::npos) << "a folder is no file";
-    EXPECT_EQ(files_in(bench.folder), 0U);
+    EXPECT_EQ(files_in(bench.folder), 1U);
 }
 
 TEST(SaveProject, AWriteProtectedProjectIsLeftAlone)
@@ -269,6 +284,34 @@ TEST(SaveProject, ThroughALinkReplacesWhatItLeadsTo)
     bench.save();
     EXPECT_TRUE(std::filesystem::is_symlink(bench.path));
     EXPECT_TRUE(parse_project(ProjectBench::contents(real)).code.sum_is_right);
+}
+
+// Without the suffix no dialog found it again.
+TEST(SaveProject, WithoutASuffixGetsThatOfProjects)
+{
+    ProjectBench bench;
+    bench.open_code(Bench::pattern(600));
+    save_project(bench.shell, bench.folder + "/job");
+    EXPECT_TRUE(parse_project(bench.saved()).code.sum_is_right);
+    EXPECT_EQ(bench.form.text_box("texBatchFileName").text(), bench.path);
+    save_project(bench.shell, bench.folder + "/job.backup");
+    EXPECT_TRUE(parse_project(ProjectBench::contents(bench.folder + "/job.backup")).code.sum_is_right);
+    EXPECT_EQ(files_in(bench.folder), 2U);
+}
+
+// The dialog has asked about the name as it was typed.
+TEST(SaveProject, AsksBeforeTheSuffixMakesItAnotherProjectsName)
+{
+    ProjectBench bench;
+    bench.open_code(Bench::pattern(600));
+    ProjectBench::write(bench.path, "another");
+    save_project(bench.shell, bench.folder + "/job");
+    EXPECT_EQ(bench.next_box(), "The file exists already. Do you want to replace it (Y/N)?\n" + bench.path);
+    EXPECT_EQ(bench.saved(), "another");
+    EXPECT_EQ(bench.form.text_box("texBatchFileName").text(), "");
+    bench.dialogs.replies = {Reply::yes};
+    save_project(bench.shell, bench.folder + "/job");
+    EXPECT_TRUE(parse_project(bench.saved()).code.sum_is_right);
 }
 
 // ---- the lock

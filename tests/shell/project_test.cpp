@@ -232,7 +232,7 @@ TEST(OpenProject, ReadyToDownloadTheChipGetsTheImage)
 TEST(ProjectValues, TrueFalseAndNumbersCheckAndUncheck)
 {
     ProjectBench bench{"Hazel-1"};
-    const std::string head = "VER: 1.2\r\nMCU_Type: Hazel-1\r\n";
+    const std::string head = "VER: 1.2\r\nMCU_Type: Hazel-1\r\nAuto_Increase_Address: 01FF\r\n";
     bench.open_text(head + "Auto_Increase_Enable: True\r\nHalf_Gain_YES: 1\r\nHalf_Gain_NO: 0\r\nEND\r\n");
     EXPECT_TRUE(bench.form.check_box("cheAuto_Increase").value());
     EXPECT_TRUE(bench.chosen("Option2(1)"));
@@ -476,6 +476,7 @@ TEST(ProjectNumber, IsTakenUpAsItStandsAndTheUserIsAskedToCheckIt)
     EXPECT_FALSE(bench.shell.data_increase.valid);
 }
 
+// The box used to stay ticked, and every chip went out without a number.
 TEST(ProjectNumber, WithABadAddressIsToldAndNotTakenUp)
 {
     ProjectBench bench{"Hazel-1"};
@@ -485,6 +486,7 @@ TEST(ProjectNumber, WithABadAddressIsToldAndNotTakenUp)
     EXPECT_EQ(bench.next_box(),
         "The project file has atomatic increment function. \n"
         "Please check the next value whether it is correct or not(10 base).");
+    EXPECT_FALSE(bench.form.check_box("cheAuto_Increase").value());
     EXPECT_FALSE(bench.shell.code_increase.valid);
 }
 

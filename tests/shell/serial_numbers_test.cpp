@@ -78,7 +78,8 @@ TEST(NumberSettings, EachRecordHasASectionOfItsOwn)
     NumberBench bench;
     bench.fill("0FF0", "4", "12", "3", AutoIncrease::hex);
     bench.fill_data("10", "2", "77", "1", AutoIncrease::ascii);
-    save_increase_settings(bench.shell);
+    bench.enable();
+    bench.enable_data();
     EXPECT_EQ(bench.stored("Auto_Increase", "address"), "0FF0");
     EXPECT_EQ(bench.stored("Auto_Increase", "Length"), "4");
     EXPECT_EQ(bench.stored("Auto_Increase", "next_value"), "12");
@@ -160,7 +161,7 @@ TEST(EnableNumber, OutsideTheFileTheBarReachesItAndTheLengthDoesNotGrow)
     NumberBench bench;
     bench.fill("E003", "4", "9", "1", AutoIncrease::hex);
     bench.enable();
-    EXPECT_EQ(bench.code.view_high, 0xE003);
+    EXPECT_EQ(bench.code.view_high, 0xFFF) << "what is downloaded and saved does not grow by a number";
     EXPECT_EQ(bench.code.high, 0xFFF);
     EXPECT_EQ(bench.form.scroll_bar("vscFile", 0).max(), 0xE00 - 3);
     EXPECT_NE(bench.form.text_box("txtBuffer2").text().find("00E000   00 00 00 09"), std::string::npos);
@@ -174,7 +175,7 @@ TEST(EnableNumber, BelowAMergedFileItComesIntoViewToo)
     load_file(bench.shell, bench.file("high.bin", std::string(0x400, 'h')), bench.code);
     bench.fill("0103", "4", "9", "1", AutoIncrease::hex);
     bench.enable();
-    EXPECT_EQ(bench.code.view_low, 0xFF);
+    EXPECT_EQ(bench.code.view_low, 0x2000);
     EXPECT_NE(bench.form.text_box("txtBuffer2").text().find("000100   00 00 00 09"), std::string::npos);
 }
 
@@ -184,6 +185,8 @@ TEST(EnableNumber, TheDefaultAddressIsRefusedOnASmallChipAtOnce)
     const Bytes before = bench.code.data;
     bench.enable();
     EXPECT_FALSE(bench.shell.code_increase.valid);
+    EXPECT_FALSE(bench.form.check_box("cheAuto_Increase").value()) << "the box comes off";
+    EXPECT_TRUE(bench.form.text_box("texAuto_Increase", 0).enabled()) << "and the fields can be put right";
     ASSERT_EQ(bench.dialogs.shown.size(), 1U);
     EXPECT_EQ(bench.box_title(0), "设置程序文件自动增量");
     EXPECT_EQ(bench.box_text(0), "文件缓冲区自动增量存放地址太大");
@@ -200,6 +203,84 @@ TEST(EnableNumber, AValueThatDoesNotFitLeavesTheBufferUntouched)
     EXPECT_EQ(bench.box_title(0), "设置程序文件自动增量");
     EXPECT_EQ(bench.box_text(0), "自动增量字节数太小");
     EXPECT_EQ(bench.code.data, before);
+    EXPECT_FALSE(bench.form.check_box("cheAuto_Increase").value());
+    EXPECT_FALSE(bench.shell.code_increase.valid);
+}
+
+namespace {
+
+struct Slip {
+    const char* name;
+    const char* address;
+    const char* bytes;
+    const char* next;
+    const char* increment;
+    const char* box;
+};
+void PrintTo(const Slip& slip, std::ostream* out) { *out << slip.name; }
+
+class SlipOfTheHand : public ::testing::TestWithParam<Slip> { };
+
+constexpr const char* below_zero =
+    "The address of auto increament in the code buffer is too small or the number of bytes is too big.";
+
+} // namespace
+
+// The box used to stay ticked over a number that no chip got, or that all chips got.
+TEST_P(SlipOfTheHand, IsToldAndTheBoxComesOffAgain)
+{
+    NumberBench bench;
+    bench.shell.language_is_english = true;
+    const Bytes before = bench.code.data;
+    bench.fill(GetParam().address, GetParam().bytes, GetParam().next, GetParam().increment, AutoIncrease::bcd);
+    bench.enable();
+    ASSERT_EQ(bench.dialogs.shown.size(), 1U);
+    EXPECT_EQ(bench.box_text(0), GetParam().box);
+    EXPECT_EQ(bench.box_title(0), "Set Program Automatic Increment");
+    EXPECT_FALSE(bench.form.check_box("cheAuto_Increase").value());
+    EXPECT_FALSE(bench.shell.code_increase.valid);
+    EXPECT_TRUE(bench.form.text_box("texAuto_Increase", 3).enabled());
+    EXPECT_EQ(bench.code.data, before);
+}
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(In, SlipOfTheHand, ::testing::Values(
+    //   name                  address  bytes    next   increment  box
+    Slip{"AddressOfWords",     "ZZZZ",  "4",     "1",   "1",       below_zero},
+    Slip{"AddressHalfHex",     "08Z3",  "4",     "1",   "1",       "The address must be a hexadecimal number."},
+    Slip{"AddressMissing",     "",      "1",     "1",   "1",       "The address must be a hexadecimal number."},
+    Slip{"BytesInWords",       "803",   "four",  "1",   "1",       "The number of bytes must be a whole number."},
+    Slip{"BytesBroken",        "803",   "4.5",   "1",   "1",       "The number of bytes must be a whole number."},
+    Slip{"BytesNone",          "803",   "0",     "0",   "1",       "The number of bytes is too small."},
+    Slip{"BytesBelowZero",     "803",   "-4",    "0",   "1",       "The number of bytes is too small."},
+    Slip{"IncrementInWords",   "803",   "4",     "1",   "xyz",     "The increment must be a whole number."},
+    Slip{"IncrementMissing",   "803",   "4",     "1",   "",        "The increment must be a whole number."},
+    Slip{"IncrementBroken",    "803",   "4",     "1",   "1.5",     "The increment must be a whole number."},
+    Slip{"IncrementWithTail",  "803",   "4",     "1",   "1x",      "The increment must be a whole number."},
+    Slip{"IncrementTooLarge",  "803",   "4",     "1",   "32768",   "The increment must be a whole number from -32768 to 32767."},
+    Slip{"IncrementTooSmall",  "803",   "4",     "1",   "-32769",  "The increment must be a whole number from -32768 to 32767."},
+    Slip{"ValueMissing",       "803",   "4",     "",    "1",       "The format of Next Value must be 10 base."}),
+    [](const auto& row) { return row.param.name; });
+// clang-format on
+
+TEST(EnableNumber, WithAnIncrementAtTheEndsOf16BitsIsTaken)
+{
+    for (const char* increment : {"32767", "-32768", " +7 "}) {
+        NumberBench bench;
+        bench.fill("0803", "4", "100000", increment, AutoIncrease::hex);
+        bench.enable();
+        EXPECT_TRUE(bench.shell.code_increase.valid) << increment;
+    }
+}
+
+TEST(EnableNumber, SwitchedOffItWidensTheViewNoMore)
+{
+    NumberBench bench;
+    const int reach = bench.form.scroll_bar("vscFile", 0).max();
+    bench.fill("E003", "4", "9", "1", AutoIncrease::hex);
+    bench.enable();
+    EXPECT_GT(bench.form.scroll_bar("vscFile", 0).max(), reach);
+    bench.enable(false);
+    EXPECT_EQ(bench.form.scroll_bar("vscFile", 0).max(), reach);
 }
 
 TEST(EnableNumber, TheEepromNumberGoesIntoItsOwnBuffer)
@@ -296,7 +377,8 @@ TEST(MoveNumbers, AnExhaustedCounterIsToldAndTheLastNumberIsNotOverwritten)
     NumberBench bench;
     bench.fill("0803", "1", "255", "1", AutoIncrease::hex);
     bench.enable();
-    move_numbers(bench.shell);
+    EXPECT_FALSE(move_numbers(bench.shell));
+    EXPECT_FALSE(numbers_fit(bench.shell));
     ASSERT_EQ(bench.dialogs.shown.size(), 1U);
     EXPECT_EQ(bench.box_text(0), "自动增量字节数太小");
     EXPECT_EQ(bench.code.data[0x803], 255);
@@ -332,6 +414,24 @@ TEST(AnyLoad, SwitchesBothNumbersOffAndBringsTheFilesOwnBytes)
     EXPECT_EQ(bench.form.text_box("texAuto_Increase", 2).text(), "10");
 }
 
+TEST(AnotherFile, SwitchesTheNumbersOffAndTheReportSaysSo)
+{
+    NumberBench bench;
+    bench.shell.language_is_english = true;
+    constexpr const char* note = "Opening a file has switched the automatic increment off.";
+    bench.fill("0803", "2", "10", "5", AutoIncrease::hex);
+    bench.enable();
+    bench.dialogs.choices = {bench.file("other.bin", std::string(0x1000, 'o'))};
+    comLoadFile_Click(bench.shell);
+    EXPECT_FALSE(bench.form.check_box("cheAuto_Increase").value());
+    EXPECT_NE(bench.form.text_box("textMsg").text().find(note), std::string::npos);
+
+    bench.form.text_box("textMsg").set_text("");
+    bench.dialogs.choices = {bench.file("third.bin", std::string(0x1000, 't'))};
+    comLoadFile_Click(bench.shell);
+    EXPECT_EQ(bench.form.text_box("textMsg").text(), "") << "nothing was on";
+}
+
 TEST(AnyLoad, ThatIsRefusedLeavesTheNumberOn)
 {
     NumberBench bench;
@@ -344,7 +444,7 @@ TEST(AnyLoad, ThatIsRefusedLeavesTheNumberOn)
     EXPECT_TRUE(bench.shell.code_increase.valid);
 }
 
-TEST(AnyLoad, ButAReloadSwitchesThemOff)
+TEST(AnyLoad, ButAReloadKeepsThemOn)
 {
     NumberBench bench;
     take_path(bench.shell, BufferKind::code, bench.folder + "/k.bin");

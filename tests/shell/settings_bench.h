@@ -30,6 +30,7 @@ public:
         ++writes[key];
         inner.set(section, key, value);
     }
+    std::optional<SettingsFault> write_through() override { return inner.write_through(); }
 
     MemoryStore inner;
     std::map<std::string, int> writes;

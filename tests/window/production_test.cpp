@@ -218,6 +218,23 @@ TEST(DumpView, TheWheelScrollsThreeLinesANotch)
     EXPECT_EQ(bench.line(0).left(6), "000030");
 }
 
+TEST(DumpEditor, HomeAndEndActInTheLineAndWithControlInTheBuffer)
+{
+    ProductionBench bench;
+    bench.click_digit(1, 5);
+    bench.press(Qt::Key_End);
+    EXPECT_EQ(bench.pane->textCursor().selectionStart(), bench.pane->document()->findBlockByNumber(2).position() - 3);
+    EXPECT_EQ(bench.highlighted(), bench.line(1).trimmed().right(1));
+    bench.press(Qt::Key_Home);
+    EXPECT_EQ(bench.highlighted(), bench.line(1).mid(dump_data_column, 1));
+    QTest::keyClick(bench.pane, Qt::Key_End, Qt::ControlModifier);
+    QTest::qWait(60);
+    EXPECT_EQ(bench.form.vscFile[0].value(), bench.form.vscFile[0].max());
+    QTest::keyClick(bench.pane, Qt::Key_Home, Qt::ControlModifier);
+    QTest::qWait(60);
+    EXPECT_EQ(bench.line(0).left(6), "000000");
+}
+
 TEST(SerialNumberPage, TheCheckBoxStampsAndTheNumberStandsOut)
 {
     ProductionBench bench;
@@ -246,7 +263,7 @@ TEST(SerialNumberPage, TheCheckBoxStampsAndTheNumberStandsOut)
     EXPECT_TRUE(bench.find<QLineEdit>("texAuto_Increase(2)")->isEnabled());
 }
 
-TEST(SerialNumberPage, AFailedCheckIsABoxAndTheBoxStaysOn)
+TEST(SerialNumberPage, AFailedCheckIsABoxAndTheTickComesOffAgain)
 {
     ProductionBench bench;
     bench.choose_tab("AUTO_INCREASE");
@@ -261,6 +278,9 @@ TEST(SerialNumberPage, AFailedCheckIsABoxAndTheBoxStaysOn)
     EXPECT_EQ(title, "Set Program Automatic Increment");
     EXPECT_EQ(text, "The address of auto increament in the data buffer is too big.");
     EXPECT_FALSE(bench.shell.code_increase.valid);
+    auto* tick = bench.find<QCheckBox>("cheAuto_Increase");
+    EXPECT_TRUE(QTest::qWaitFor([tick] { return !tick->isChecked(); }, 2000));
+    EXPECT_TRUE(bench.find<QLineEdit>("texAuto_Increase(0)")->isEnabled()) << "the address can be put right";
 }
 
 TEST_P(ProductionPage, ShowsAllItsTextsWhole)

@@ -1,0 +1,19 @@
+// The text of an INI file as QSettings reads it. It is written here, since QSettings neither waits for the disk nor
+// says why it could not write.
+#pragma once
+
+#include <QByteArray>
+
+#include <map>
+#include <string>
+#include <utility>
+
+namespace vrk {
+
+using IniValues = std::map<std::pair<std::string, std::string>, std::string>; // by section and key
+
+QByteArray ini_text(const IniValues& values); // UTF-8, whatever the values hold
+// Of a file that exists. What is damaged, or no text, counts as missing.
+IniValues read_ini(const std::string& path);
+
+} // namespace vrk
