@@ -174,6 +174,15 @@ void register_controls(MainForm& form)
     all.add(form.comDebugSend, "comDebugSend");
     all.add(form.comAutoSend, "comAutoSend");
     all.add(form.LabDebug, "LabDebug");
+    all.add(form.che_DebugTime, "che_DebugTime");
+    all.add(form.comDebugLog, "comDebugLog");
+    all.add(form.optDebugLog, "optDebugLog");
+    all.add(form.texDebugFind, "texDebugFind");
+    all.add(form.comDebugFind, "comDebugFind");
+    all.add(form.labDebugFound, "labDebugFound");
+    all.add(form.che_DebugDTR, "che_DebugDTR");
+    all.add(form.che_DebugRTS, "che_DebugRTS");
+    all.add(form.labDebugLines, "labDebugLines");
     all.add(form.optHexSend, "optHexSend");
     all.add(form.texSendCycle, "texSendCycle");
 
@@ -238,6 +247,7 @@ void group_buttons(MainForm& form)
     group(form.optHexSend);
     group(form.optFillbyte);
     group(form.optReceiveHex);
+    group(form.optDebugLog);
 }
 
 } // namespace

@@ -198,6 +198,17 @@ struct MainForm {
     Button comDebugSend;
     Button comAutoSend;
     Label LabDebug[8];
+
+    // Beyond the talk itself: a time before each line, a log, a search, the control lines.
+    CheckBox che_DebugTime;
+    Button comDebugLog; // begins and ends the log; the caption is the state
+    OptionButton optDebugLog[2]; // ReceiveLog::Kind
+    TextBox texDebugFind;
+    Button comDebugFind;
+    Label labDebugFound; // where nothing was found
+    CheckBox che_DebugDTR;
+    CheckBox che_DebugRTS;
+    Label labDebugLines; // of the other side
     OptionButton optHexSend[2]; // 0: as text, 1: as hexadecimal bytes
     TextBox texSendCycle; // ms
 

@@ -157,6 +157,23 @@ void QtPort::write(std::span<const std::uint8_t> bytes)
     port_.flush();
 }
 
+void QtPort::set_outputs(bool dtr, bool rts)
+{
+    if (is_pseudo_terminal_)
+        return;
+    port_.setDataTerminalReady(dtr);
+    port_.setRequestToSend(rts);
+}
+
+std::optional<ControlInputs> QtPort::inputs()
+{
+    if (is_pseudo_terminal_)
+        return std::nullopt;
+    const QSerialPort::PinoutSignals signals_on = port_.pinoutSignals();
+    return ControlInputs{signals_on.testFlag(QSerialPort::ClearToSendSignal),
+        signals_on.testFlag(QSerialPort::DataSetReadySignal), signals_on.testFlag(QSerialPort::DataCarrierDetectSignal)};
+}
+
 void QtPort::discard() { port_.clear(); } // both ways in one call to the driver, Qt's buffers too
 
 } // namespace vrk

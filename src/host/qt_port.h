@@ -25,6 +25,8 @@ public:
     std::size_t bytes_to_write() const override;
     void write(std::span<const std::uint8_t> bytes) override;
     void discard() override;
+    void set_outputs(bool dtr, bool rts) override;
+    std::optional<ControlInputs> inputs() override;
 
 private:
     bool open_with(const LineSettings& line);

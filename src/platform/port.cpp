@@ -69,6 +69,12 @@ void Port::drop()
         port_->discard();
 }
 
+void Port::set_outputs(bool dtr, bool rts)
+{
+    if (is_open())
+        port_->set_outputs(dtr, rts);
+}
+
 std::span<const std::uint8_t> Port::take(std::size_t at_most)
 {
     input_.resize(std::min(waiting(), at_most));

@@ -41,6 +41,9 @@ public:
     std::span<const std::uint8_t> take(std::size_t at_most = all); // of what waits. The view holds until the next call
     bool send(std::span<const std::uint8_t> bytes); // queues them in one piece. On a closed port they are lost: false
 
+    void set_outputs(bool dtr, bool rts); // of the open port; on at every opening
+    std::optional<ControlInputs> inputs() const { return is_open() ? port_->inputs() : std::nullopt; }
+
     std::function<void()> on_receive; // bytes wait; runs inside yields only
 
 private:

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -28,6 +29,13 @@ constexpr int bits_per_byte(const LineSettings& line)
 }
 
 // One port. All calls come from our thread; none of them blocks for longer than the driver needs.
+// What the other side says on its control lines.
+struct ControlInputs {
+    bool cts = false;
+    bool dsr = false;
+    bool dcd = false;
+};
+
 class SerialPort {
 public:
     virtual ~SerialPort() = default;
@@ -44,6 +52,10 @@ public:
     virtual std::size_t bytes_to_write() const = 0; // still in the queue
     virtual void write(std::span<const std::uint8_t> bytes) = 0; // queues all of it and starts sending
     virtual void discard() = 0; // what has come and what is still in the queue
+
+    // The control lines. A port without them, a pseudo terminal for one, takes no notice and tells nothing.
+    virtual void set_outputs(bool /*dtr*/, bool /*rts*/) { }
+    virtual std::optional<ControlInputs> inputs() { return std::nullopt; }
 
     // Called inside a yield, when bytes have arrived. May yield itself, and then looks for what came meanwhile before
     // it returns: it is up to the port whether it is called again inside.

@@ -17,6 +17,7 @@ constexpr std::string_view free_while_running[] = {
     "com_Debug_COM", "com_Debug_Baud", "com_Debug_DataBits", "com_Debug_ParityCheck", "com_Debug_StopBits",
     "che_AutoOpenPort", "texSend", "optHexSend", "texSendCycle", "texSpreadSend", "cheSpreadHex", "texSpreadSendCycle",
     "texReceive", "optReceiveHex", "combDebugCodePage", "comDebugClear", "ImgSplitter",
+    "che_DebugTime", "texDebugFind", "comDebugFind",
 };
 constexpr std::string_view dumps[] = { "txtBuffer2", "tetDataFlash2" };
 // clang-format on

@@ -2,7 +2,10 @@
 
 #include "form/main_form.h"
 
+#include "shell/terminal_page.h"
+
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace vrk {
@@ -31,9 +34,10 @@ void refresh_ports(Shell& shell)
     if (captions == shell.form.combCommPort.items() && paths == shell.port_paths)
         return;
     const std::string chosen = chosen_port(shell);
-    shell.port_paths = std::move(paths);
+    const std::vector<std::string> paths_before = std::exchange(shell.port_paths, std::move(paths));
     shell.form.combCommPort.set_items(std::move(captions));
     choose_port(shell, chosen);
+    terminal_ports_Change(shell, paths_before);
 }
 
 void choose_port(Shell& shell, const std::string& path)

@@ -16,10 +16,14 @@ struct TerminalDesk {
     int repeats_left = 0; // that a damaged frame may be asked for
     int spread_current = 0; // row of the list of strings that comes next
 
+    std::string chosen_port; // the device behind the number, also while it is not there
+    std::string lost_port; // the device that went while the terminal had it open; opened again when it comes back
+
     Timer TimerDebug; // a frame is waited for; asks for it again
     Timer TimerDebugDisplay; // shows what has come in
     Timer TimerDebugAutoSend;
     Timer TimerSpreadAutoSend;
+    Timer TimerDebugPort; // while the port is open: is it still there, and what do its control lines say
 };
 
 } // namespace vrk

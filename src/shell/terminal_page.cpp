@@ -28,6 +28,12 @@ constexpr Text cannot_open = {"串口已被其它程序打开或该串口不存�
 constexpr Text no_such_line = {"该串口不支持所选的参数。", "The COM port does not take these settings."};
 constexpr Text too_long = {"   显示文本太大，请点击串口调试助手‘清接收区’按钮。\n                     串口已关闭。",
     "The display text is too long, please click the Clear Receive button."};
+constexpr Text port_gone = {"串口已断开。", "The serial port is gone."};
+constexpr Text log_begin = {"保存到文件...", "Log to File..."};
+constexpr Text log_end = {"停止保存", "Stop Log"};
+constexpr Text log_title = {"接收数据保存到文件", "Log what is received"};
+constexpr Text log_failed = {
+    "无法写入文件，已停止保存，接收继续。", "The file cannot be written. The log has ended, receiving goes on."};
 constexpr Text no_file = {"    Please open code file./请打开文件。    ", "    Please open code file.   "};
 
 std::string chosen_path(const Shell& shell)
@@ -77,6 +83,49 @@ void show_port_state(Shell& shell)
     shell.form.imgNotOpen.set_visible(!open);
 }
 
+void show_log_state(Shell& shell)
+{
+    shell.form.comDebugLog.set_caption(in_language(shell, shell.desk.terminal.log.is_on() ? log_end : log_begin));
+    for (OptionButton& kind : shell.form.optDebugLog)
+        kind.set_enabled(!shell.desk.terminal.log.is_on());
+}
+
+void tell_log_failed(Shell& shell, const std::string& path)
+{
+    show_log_state(shell);
+    show_box(shell, std::string{in_language(shell, log_failed)} + "\n" + path);
+}
+
+void log_bytes(Shell& shell, std::span<const std::uint8_t> bytes)
+{
+    ReceiveLog& log = shell.desk.terminal.log;
+    if (log.write(bytes, clock_text(shell.platform.loop.wall_time())))
+        return;
+    // The box waits until what has come is put away: a receiver does not stop for it.
+    shell.platform.loop.call_at(0, [&shell, path = log.path()] { tell_log_failed(shell, path); });
+}
+
+void show_control_inputs(Shell& shell)
+{
+    const auto inputs = shell.port.inputs();
+    std::string text;
+    if (inputs && shell.desk.terminal.has_port) {
+        const auto mark = [](bool on) { return on ? " \u25CF  " : " \u25CB  "; };
+        text = std::string{"CTS"} + mark(inputs->cts) + "DSR" + mark(inputs->dsr) + "DCD" + mark(inputs->dcd);
+    }
+    shell.form.labDebugLines.set_caption(text);
+}
+
+void look_after_port(Shell& shell)
+{
+    show_control_inputs(shell);
+    if (!shell.port.gone())
+        return;
+    shell.desk.lost_port = shell.port.path;
+    terminal_close(shell);
+    show_box(shell, in_language(shell, port_gone), in_language(shell, box_title));
+}
+
 void take_bytes(Shell& shell)
 {
     TerminalDesk& desk = shell.desk;
@@ -86,6 +135,7 @@ void take_bytes(Shell& shell)
         if (bytes.empty())
             break;
         desk.terminal.receive(bytes);
+        log_bytes(shell, bytes);
         look_for_monitor_frames(shell, {bytes.begin(), bytes.end()});
     }
     end_monitor_burst(shell);
@@ -118,6 +168,7 @@ void set_up_terminal(Shell& shell)
     desk.TimerDebug.on_tick = [&shell] { TimerDebug_Timer(shell); };
     desk.TimerDebugDisplay.on_tick = [&shell] { terminal_display_tick(shell); };
     desk.TimerDebugAutoSend.on_tick = [&shell] { comDebugSend_Click(shell); };
+    desk.TimerDebugPort.on_tick = [&shell] { look_after_port(shell); };
     desk.TimerSpreadAutoSend.on_tick = [&shell] { send_next_string(shell); };
     shell.form.comComp.set_visible(false);
     shell.form.combDebugCodePage.set_items({"UTF-8", "GBK", "Latin-1"});
@@ -125,6 +176,10 @@ void set_up_terminal(Shell& shell)
     shell.form.optReceiveHex[0].set_value(true);
     for (int row = 0; row < static_cast<int>(std::size(shell.form.comSpreadSendCom)); ++row)
         shell.form.comSpreadSendCom[row].set_caption(std::to_string(row + 1));
+    shell.form.optDebugLog[0].set_value(true);
+    shell.form.che_DebugDTR.set_value(true);
+    shell.form.che_DebugRTS.set_value(true);
+    show_log_state(shell);
     show_port_state(shell);
     show_terminal_port(shell);
     show_automatic_sends(shell);
@@ -147,6 +202,9 @@ bool terminal_open(Shell& shell)
     terminal.to_compare.clear();
     terminal.has_port = true;
     shell.port.on_receive = [&shell] { take_bytes(shell); };
+    shell.desk.lost_port.clear();
+    shell.desk.TimerDebugPort.start();
+    set_control_lines(shell);
     show_port_state(shell);
     return true;
 }
@@ -156,17 +214,20 @@ void terminal_close(Shell& shell)
     Terminal& terminal = shell.desk.terminal;
     stop_automatic_sends(shell);
     shell.desk.TimerDebug.stop();
+    shell.desk.TimerDebugPort.stop();
     shell.desk.scan.reset();
     if (!terminal.has_port)
         return;
     terminal.has_port = false;
     shell.port.on_receive = nullptr;
     shell.port.close();
+    show_control_inputs(shell);
     show_port_state(shell);
 }
 
 void comOpenCOM_Click(Shell& shell)
 {
+    shell.desk.lost_port.clear(); // the user has decided
     if (shell.desk.terminal.has_port)
         terminal_close(shell);
     else
@@ -195,13 +256,58 @@ void comDebugClear_Click(Shell& shell, int row)
     shell.desk.terminal.to_compare.clear();
 }
 
+void comDebugLog_Click(Shell& shell)
+{
+    Terminal& terminal = shell.desk.terminal;
+    if (terminal.log.is_on()) {
+        terminal.log.end();
+        return show_log_state(shell);
+    }
+    FileDialog dialog;
+    dialog.kind = FileDialog::Kind::save;
+    dialog.title = in_language(shell, log_title);
+    dialog.filter = "(*.log)|*.log|All Files (*.*)|*.*";
+    const auto path = choose_path(shell, dialog);
+    if (!path || path->empty())
+        return;
+    const auto kind = shell.form.optDebugLog[1].value() ? ReceiveLog::Kind::lines : ReceiveLog::Kind::bytes;
+    if (!terminal.log.begin(*path, kind, terminal.page))
+        return tell_log_failed(shell, *path);
+    show_log_state(shell);
+}
+
+void set_control_lines(Shell& shell)
+{
+    if (shell.desk.terminal.has_port)
+        shell.port.set_outputs(shell.form.che_DebugDTR.value(), shell.form.che_DebugRTS.value());
+    show_control_inputs(shell);
+}
+
+void terminal_ports_Change(Shell& shell, const std::vector<std::string>& paths_before)
+{
+    ComboBox& number = shell.form.com_Debug_COM;
+    std::string& chosen = shell.desk.chosen_port;
+    const auto place = static_cast<std::size_t>(number.index_chosen());
+    if (number.index_chosen() >= 0 && place < paths_before.size())
+        chosen = paths_before[place];
+    const auto found = std::ranges::find(shell.port_paths, chosen);
+    if (!chosen.empty())
+        number.choose(found == shell.port_paths.end() ? -1 : static_cast<int>(found - shell.port_paths.begin()));
+    show_terminal_port(shell);
+    if (!shell.desk.lost_port.empty() && chosen_path(shell) == shell.desk.lost_port)
+        terminal_open(shell);
+}
+
 void comComp_Click(Shell& shell) { compare(shell); }
 
 void terminal_display_tick(Shell& shell)
 {
     Terminal& terminal = shell.desk.terminal;
     TextBox& display = shell.form.texReceive;
-    const std::string chunk = terminal.take_text(shell.form.optReceiveHex[1].value());
+    const bool as_hex = shell.form.optReceiveHex[1].value();
+    const bool timed = shell.form.che_DebugTime.value() && !as_hex;
+    const std::string chunk =
+        timed ? terminal.take_timed_text(clock_text(shell.platform.loop.wall_time())) : terminal.take_text(as_hex);
     const int room = Terminal::display_limit - display.length();
     const std::string_view fits = first_characters(chunk, room);
     if (!fits.empty())
@@ -224,6 +330,12 @@ void show_terminal_counts(Shell& shell)
     show(shell.form.labSendCount, send_count, terminal.tx_count);
 }
 
-void show_terminal_port(Shell& shell) { shell.form.labDebugPort.set_caption(chosen_path(shell)); }
+void show_terminal_port(Shell& shell)
+{
+    constexpr std::string_view devices = "/dev/"; // what all of them have in common tells nothing
+    const std::string path = chosen_path(shell);
+    const bool is_device = path.starts_with(devices);
+    shell.form.labDebugPort.set_caption(is_device ? path.substr(devices.size()) : path);
+}
 
 } // namespace vrk

@@ -4,6 +4,9 @@
 
 #include "shell/shell.h"
 
+#include <string>
+#include <vector>
+
 namespace vrk {
 
 // Ties the timers and shows the captions of buttons with two states. Once, at the start.
@@ -19,6 +22,12 @@ void terminal_line_Change(Shell& shell); // an open port is closed and opened ag
 void combDebugCodePage_Click(Shell& shell);
 void comDebugClear_Click(Shell& shell, int row); // 0: the display, 1 and 2: the monitor's lists
 void comComp_Click(Shell& shell); // what came in against the code buffer, told in textMsg
+
+void comDebugLog_Click(Shell& shell); // asks for a file and begins a log, or ends the one that runs
+void set_control_lines(Shell& shell); // as the boxes stand
+// The list of devices has changed: the number follows the device that was chosen, and a terminal whose device has come
+// back is opened again.
+void terminal_ports_Change(Shell& shell, const std::vector<std::string>& paths_before);
 
 void terminal_display_tick(Shell& shell);
 void show_terminal_counts(Shell& shell);

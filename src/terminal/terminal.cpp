@@ -22,4 +22,6 @@ std::string Terminal::take_text(bool as_hex)
     return as_hex ? hex_pairs_text(bytes) : decoder.decode(bytes);
 }
 
+std::string Terminal::take_timed_text(std::string_view time) { return times.stamp(take_text(false), time); }
+
 } // namespace vrk

@@ -3,6 +3,8 @@
 
 #include "terminal/byte_ring.h"
 #include "terminal/code_page.h"
+#include "terminal/line_times.h"
+#include "terminal/receive_log.h"
 
 #include <cstdint>
 #include <span>
@@ -21,11 +23,15 @@ struct Terminal {
     CodePage page = CodePage::utf8;
     TextDecoder decoder{CodePage::utf8};
 
+    ReceiveLog log;
+    LineTimes times; // of the display
+
     void receive(std::span<const std::uint8_t> bytes);
     void use(CodePage new_page); // of what comes from now on
 
     // What has come since the last call, as it is shown: hexadecimal pairs, or text.
     std::string take_text(bool as_hex);
+    std::string take_timed_text(std::string_view time); // text with the time before each line
 };
 
 } // namespace vrk

@@ -44,9 +44,29 @@ QWidget* make_line_settings(Binder& binder)
     auto* open = row_of({binder.button(form.comOpenCOM[0]), binder.lamp(form.imgOpen, "\u25CF", "#2e9e44"),
         binder.lamp(form.imgNotOpen, "\u25CB", "#808080")});
     grid->addLayout(open, 0, 6);
-    grid->addWidget(binder.label(form.labDebugPort), 1, 6);
+    auto* lines = row_of({binder.label(form.labDebugPort), binder.check(form.che_DebugDTR),
+        binder.check(form.che_DebugRTS), binder.label(form.labDebugLines)});
+    lines->insertSpacing(1, 2 * gap);
+    lines->addStretch(1);
+    grid->addLayout(lines, 1, 6);
     grid->setColumnStretch(6, 1);
     return settings;
+}
+
+QHBoxLayout* make_search(Binder& binder, TerminalView& view)
+{
+    MainForm& form = binder.shell().form;
+    QLineEdit* text = binder.line(form.texDebugFind);
+    QPushButton* next = binder.button(form.comDebugFind);
+    const auto search = [&form, &view, text] {
+        const bool missed = !text->text().isEmpty() && !view.find_next(text->text());
+        form.labDebugFound.set_caption(missed ? "×" : "");
+    };
+    QObject::connect(next, &QPushButton::clicked, &view, search);
+    QObject::connect(text, &QLineEdit::returnPressed, &view, search);
+    QLabel* missed = binder.label(form.labDebugFound);
+    missed->setFixedWidth(2 * missed->fontMetrics().averageCharWidth());
+    return row_of({text, missed, next});
 }
 
 QWidget* make_conversation(Binder& binder)
@@ -56,15 +76,22 @@ QWidget* make_conversation(Binder& binder)
     auto* layout = new QVBoxLayout(pane);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(gap);
-    layout->addWidget(new TerminalView(binder, form.texReceive), 1);
-    auto* shown = row_of({binder.option(form.optReceiveHex[0]), binder.option(form.optReceiveHex[1]),
-        binder.button(form.comDebugClear[0])});
-    shown->insertStretch(2, 1);
+    auto* view = new TerminalView(binder, form.texReceive);
+    layout->addWidget(view, 1);
+    layout->addLayout(make_search(binder, *view));
+    auto* shown = row_of(
+        {binder.option(form.optReceiveHex[0]), binder.option(form.optReceiveHex[1]), binder.check(form.che_DebugTime)});
+    shown->addStretch(1);
     layout->addLayout(shown);
     auto* counts = row_of({binder.label(form.labReceiveCount), binder.label(form.labSendCount)});
     counts->insertSpacing(1, 3 * gap);
     counts->addStretch(1);
+    counts->addWidget(binder.button(form.comDebugClear[0]));
     layout->addLayout(counts);
+    auto* log = row_of({binder.option(form.optDebugLog[0]), binder.option(form.optDebugLog[1])});
+    log->addStretch(1);
+    log->addWidget(binder.button(form.comDebugLog));
+    layout->addLayout(log);
     auto* chip = row_of({binder.check(form.che_AutoOpenPort), binder.button(form.comCompareCode)});
     chip->insertStretch(1, 1);
     layout->addLayout(chip);

@@ -67,6 +67,20 @@ void TerminalView::append(std::string_view text)
     end.insertText(lines);
 }
 
+bool TerminalView::find_next(const QString& text)
+{
+    if (text.isEmpty())
+        return false;
+    if (find(text))
+        return true;
+    const QTextCursor stood = textCursor();
+    moveCursor(QTextCursor::Start);
+    if (find(text))
+        return true;
+    setTextCursor(stood);
+    return false;
+}
+
 // What is no character of the keyboard moves in the text, or copies from it.
 void TerminalView::keyPressEvent(QKeyEvent* event)
 {
