@@ -171,7 +171,8 @@ std::optional<ControlInputs> QtPort::inputs()
         return std::nullopt;
     const QSerialPort::PinoutSignals signals_on = port_.pinoutSignals();
     return ControlInputs{signals_on.testFlag(QSerialPort::ClearToSendSignal),
-        signals_on.testFlag(QSerialPort::DataSetReadySignal), signals_on.testFlag(QSerialPort::DataCarrierDetectSignal)};
+        signals_on.testFlag(QSerialPort::DataSetReadySignal),
+        signals_on.testFlag(QSerialPort::DataCarrierDetectSignal)};
 }
 
 void QtPort::discard() { port_.clear(); } // both ways in one call to the driver, Qt's buffers too

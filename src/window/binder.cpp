@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 
 namespace vrk {
 
@@ -85,6 +86,10 @@ void show_tabs(QTabBar& bar, const TabStrip& control)
 QString to_qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 std::string from_qt(const QString& text) { return text.toStdString(); }
+
+int pixels(float in_units) { return static_cast<int>(std::lround(in_units / WindowPlace::units_per_pixel)); }
+
+float units(int in_pixels) { return static_cast<float>(in_pixels) * WindowPlace::units_per_pixel; }
 
 QHBoxLayout* row_of(std::initializer_list<QWidget*> widgets)
 {
@@ -276,6 +281,7 @@ QTabBar* Binder::tabs(TabStrip& control)
 {
     auto* widget = new QTabBar;
     widget->setExpanding(false);
+    widget->setUsesScrollButtons(false); // a page that has to be scrolled to is not found
     widget->setDrawBase(true);
     connect(widget, &QTabBar::currentChanged, this,
         [this, &control](int tab) { after(control, choose_tab(shell_, control, tab)); });

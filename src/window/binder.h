@@ -68,6 +68,9 @@ private:
 QString to_qt(std::string_view text);
 std::string from_qt(const QString& text);
 
+int pixels(float in_units); // of a place in the window, see WindowPlace
+float units(int in_pixels);
+
 QHBoxLayout* row_of(std::initializer_list<QWidget*> widgets); // side by side
 
 } // namespace vrk

@@ -1,6 +1,7 @@
 #include "window/debug_pages.h"
 
 #include "form/main_form.h"
+#include "shell/arm_save.h"
 #include "window/terminal_view.h"
 
 #include <QFontDatabase>
@@ -16,6 +17,7 @@ namespace vrk {
 namespace {
 
 constexpr int gap = 4;
+constexpr int as_wide_as_can_be = 10000;
 
 QLineEdit* short_line(Binder& binder, TextBox& control)
 {
@@ -194,8 +196,14 @@ QWidget* make_terminal_page(Binder& binder)
     panes->setChildrenCollapsible(false);
     panes->addWidget(make_conversation(binder));
     panes->addWidget(make_strings(binder));
-    panes->setStretchFactor(0, 3);
-    panes->setStretchFactor(1, 1);
+    panes->setStretchFactor(0, 1);
+    panes->setStretchFactor(1, 0);
+    WindowPlace& place = form.window;
+    panes->setSizes({as_wide_as_can_be, pixels(place.frame24_width)});
+    QObject::connect(panes, &QSplitter::splitterMoved, panes, [&binder, &place, panes] {
+        place.frame24_width = units(panes->sizes().at(1));
+        arm_save(binder.shell()); // one save for the whole pull
+    });
     layout->addWidget(panes, 1);
     return page;
 }

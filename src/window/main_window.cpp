@@ -34,9 +34,6 @@ QPalette readable_when_disabled(QPalette palette)
     return palette;
 }
 
-int pixels(float in_units) { return static_cast<int>(std::lround(in_units / WindowPlace::units_per_pixel)); }
-float units(int in_pixels) { return static_cast<float>(in_pixels) * WindowPlace::units_per_pixel; }
-
 } // namespace
 
 MainWindow::MainWindow(Shell& shell)

@@ -10,8 +10,8 @@ class TerminalView final : public QPlainTextEdit {
 public:
     TerminalView(Binder& binder, TextBox& control);
 
-    // The next place behind the one that is selected, from the top again behind the last; shown and selected. False: the
-    // text is nowhere.
+    // The next place behind the one that is selected, from the top again behind the last; shown and selected. False:
+    // the text is nowhere.
     bool find_next(const QString& text);
 
     void keyPressEvent(QKeyEvent* event) override;

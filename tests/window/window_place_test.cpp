@@ -26,7 +26,7 @@ struct PlaceBench {
     std::unique_ptr<MainWindow> window;
 };
 
-constexpr int units = 15; // a pixel
+constexpr int units_per_pixel = 15; // a pixel
 
 } // namespace
 
@@ -78,8 +78,8 @@ TEST(WindowPlace, IsStoredHalfASecondAfterAResize)
     bench.open();
     const QSize wider = bench.window->size() + QSize(40, 8);
     bench.window->resize(wider);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return bench.stored("MainWidth") == wider.width() * units; }, 3000));
-    EXPECT_EQ(bench.stored("MainHeight"), wider.height() * units);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bench.stored("MainWidth") == wider.width() * units_per_pixel; }, 3000));
+    EXPECT_EQ(bench.stored("MainHeight"), wider.height() * units_per_pixel);
 }
 
 TEST(WindowPlace, IsStoredAtTheEnd)
@@ -87,9 +87,9 @@ TEST(WindowPlace, IsStoredAtTheEnd)
     PlaceBench bench;
     bench.open();
     bench.window->move(60, 40);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return bench.form.window.left == 60.0F * units; }, 3000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bench.form.window.left == 60.0F * units_per_pixel; }, 3000));
     bench.window->close();
     EXPECT_TRUE(QTest::qWaitFor([&] { return bench.shell.unloaded; }, 3000));
-    EXPECT_EQ(bench.stored("MainLeft"), 60 * units);
-    EXPECT_EQ(bench.stored("MainTop"), 40 * units);
+    EXPECT_EQ(bench.stored("MainLeft"), 60 * units_per_pixel);
+    EXPECT_EQ(bench.stored("MainTop"), 40 * units_per_pixel);
 }
