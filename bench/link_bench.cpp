@@ -11,9 +11,9 @@
 #include "bench/wire_peer.h"
 #include "form/main_form.h"
 
-#include "link/write_range.h"
 #include "session/frame.h"
 #include "session/session.h"
+#include "session/write_range.h"
 #include "shell/events.h"
 #include "shell/make_job.h"
 #include "shell/screen_report.h"

@@ -1,8 +1,8 @@
 #include "script/values.h"
 
 #include "catalog/attributes.h"
-#include "link/job.h"
 #include "platform/text_number.h"
+#include "session/write_range.h"
 #include "shell/panel_state.h"
 
 namespace vrk::script {
@@ -218,7 +218,7 @@ constexpr VariableRow variables[] = {
     { "succeeded",           [](const Shell& f) -> Json { return f.succeeded; } },
     { "sequence_running",    [](const Shell& f) -> Json { return f.running; } },
     { "panel_state",         [](const Shell& f) -> Json { return panel_state(f); } },
-    { "write_chunk",         [](const Shell&  ) -> Json { return Job::write_chunk; } },
+    { "write_chunk",         [](const Shell&  ) -> Json { return write_chunk; } },
     { "erase_time",          [](const Shell& f) -> Json { return f.talk().erase_time; } },
     { "program_time",        [](const Shell& f) -> Json { return f.talk().program_time; } },
     { "option_bytes",        [](const Shell& f) -> Json { return option_byte_rows(f); } },

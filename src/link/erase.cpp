@@ -1,10 +1,9 @@
 #include "link/erase.h"
 
-#include "link/shared_texts.h"
-
 #include "catalog/attributes.h"
 #include "options/status_frame.h"
 #include "options/status_report.h"
+#include "session/shared_texts.h"
 
 #include <algorithm>
 

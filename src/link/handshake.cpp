@@ -1,10 +1,8 @@
 #include "link/handshake.h"
 
 #include "link/clock.h"
-#include "link/guidance.h"
 #include "link/model_check.h"
 #include "link/negotiate.h"
-#include "link/shared_texts.h"
 
 #include "catalog/attributes.h"
 #include "catalog/rows.h"
@@ -12,6 +10,8 @@
 #include "options/status_frame.h"
 #include "options/status_report.h"
 #include "platform/text_number.h"
+#include "session/guidance.h"
+#include "session/shared_texts.h"
 
 #include <algorithm>
 

@@ -2,10 +2,10 @@
 
 #include "link/baud.h"
 #include "link/rc_test.h"
-#include "link/shared_texts.h"
 
 #include "catalog/attributes.h"
 #include "platform/text_number.h"
+#include "session/shared_texts.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,10 +1,10 @@
 #include "link/option_commit.h"
 
 #include "link/handshake.h"
-#include "link/shared_texts.h"
 
 #include "catalog/attributes.h"
 #include "options/status_frame.h"
+#include "session/shared_texts.h"
 
 #include <algorithm>
 #include <array>

@@ -2,17 +2,17 @@
 
 #include "link/erase.h"
 #include "link/handshake.h"
-#include "link/image_writes.h"
 #include "link/option_commit.h"
-#include "link/program.h"
 #include "link/rc_test.h"
-#include "link/shared_texts.h"
-#include "link/write_range.h"
 
 #include "catalog/attributes.h"
 #include "image/download_plan.h"
 #include "options/status_frame.h"
 #include "platform/text_number.h"
+#include "session/image_writes.h"
+#include "session/program.h"
+#include "session/shared_texts.h"
+#include "session/write_range.h"
 
 namespace vrk {
 
@@ -43,7 +43,7 @@ bool firmware_is_supported(const ChipFacts& chip, const Job& job)
 
 bool block_1_is_guarded(const Session& session, const Job& job)
 {
-    return job.guards_block_1 && block_bytes(session.model()) == Job::write_chunk;
+    return job.guards_block_1 && block_bytes(session.model()) == write_chunk;
 }
 
 void make_plan(Session& session, const Job& job, Report& report)

@@ -1,5 +1,7 @@
 #include "session/frame.h"
 
+#include "session/crc16.h"
+
 #include "platform/text_number.h"
 
 #include <algorithm>
@@ -31,7 +33,7 @@ void append_check(Bytes& frame, std::span<const std::uint8_t> checked, Check che
         break;
     }
     case Check::crc16: {
-        const std::uint16_t crc = crc16(checked);
+        const std::uint16_t crc = crc16_of(checked);
         frame.insert(frame.end(), {low(crc), high(crc)});
         break;
     }
@@ -84,17 +86,6 @@ bool has_short_form(std::uint8_t code)
 std::uint32_t byte_sum(std::span<const std::uint8_t> bytes)
 {
     return std::accumulate(bytes.begin(), bytes.end(), std::uint32_t{0});
-}
-
-std::uint16_t crc16(std::span<const std::uint8_t> bytes)
-{
-    std::uint32_t crc = 0xFFFF;
-    for (const std::uint8_t byte : bytes) {
-        crc ^= byte;
-        for (int bit = 0; bit < 8; ++bit)
-            crc = (crc & 1) != 0 ? (crc >> 1) ^ 0xA001U : crc >> 1;
-    }
-    return static_cast<std::uint16_t>(crc);
 }
 
 Bytes build_command_frame(std::uint8_t code, std::span<const std::uint8_t> parameters, Check check)
@@ -172,7 +163,7 @@ bool reply_check_good(std::span<const std::uint8_t> frame, Check check)
     case Check::sum16:
         return found[0] == high(byte_sum(checked)) && found[1] == low(byte_sum(checked));
     case Check::crc16:
-        return found[0] == low(crc16(checked)) && found[1] == high(crc16(checked));
+        return found[0] == low(crc16_of(checked)) && found[1] == high(crc16_of(checked));
     }
     return false;
 }

@@ -46,8 +46,6 @@ constexpr std::uint8_t high(std::uint32_t value) { return static_cast<std::uint8
 constexpr std::array<std::uint8_t, 2> sync_pair = {0x7F, 0x7F}; // what the boot loader listens for at power-up
 
 std::uint32_t byte_sum(std::span<const std::uint8_t> bytes);
-// CRC-16 of the reflected polynomial A001, start value FFFF; goes on the wire low byte first.
-std::uint16_t crc16(std::span<const std::uint8_t> bytes);
 
 Bytes build_command_frame(std::uint8_t code, std::span<const std::uint8_t> parameters, Check check);
 

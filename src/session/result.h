@@ -9,6 +9,7 @@ namespace vrk {
 enum class Result {
     good, // the chip holds the job, or has told what it holds
     stopped, // the user has ended it
+    refused, // what is asked for cannot be done; nothing was written
     no_port, // the port could not be opened
     port_gone, // the port went while the chip was being worked on
     no_answer, // the chip fell silent before it was known, or answered out of order
@@ -33,6 +34,8 @@ constexpr std::string_view word_of(Result result)
         return "good";
     case Result::stopped:
         return "stopped";
+    case Result::refused:
+        return "refused";
     case Result::no_port:
         return "no-port";
     case Result::port_gone:

@@ -172,6 +172,30 @@ bool Session::wait_reply(int ms)
     return rx.reply_ok;
 }
 
+bool Session::wait_demo_reply(int ms)
+{
+    const Deadline end(loop, ms);
+    while (!is_over() && !rx.demo_reply_ok && !end.passed())
+        loop.yield();
+    return rx.demo_reply_ok;
+}
+
+bool Session::wait_answer(const Deadline& end)
+{
+    while (!rx.reply_bad && !rx.reply_ok && !is_over() && !end.passed())
+        loop.yield();
+    rx.reply_timeout = end.passed();
+    return rx.reply_ok;
+}
+
+bool Session::pause(int ms)
+{
+    const Deadline end(loop, ms);
+    while (!is_over() && !end.passed())
+        loop.yield();
+    return !is_over();
+}
+
 void Session::send_model_command(std::uint8_t code, std::uint8_t parameter)
 {
     flush();
@@ -186,10 +210,7 @@ bool Session::ask_model(std::uint8_t code, int timeout_ms, std::uint8_t paramete
         return false;
     const Deadline end(loop, timeout_ms);
     send_model_command(code, parameter);
-    while (!rx.reply_bad && !rx.reply_ok && !is_over() && !end.passed())
-        loop.yield();
-    rx.reply_timeout = end.passed();
-    return rx.reply_ok;
+    return wait_answer(end);
 }
 
 std::span<const std::uint8_t> Session::frame() const

@@ -109,6 +109,10 @@ struct Session : SessionFacts {
     // For a good reply, the end of the talk or the time-out, whichever comes first; answers reply_ok. The reply may
     // have come already: who wants a new one calls expect_reply before sending.
     bool wait_reply(int ms);
+    bool wait_demo_reply(int ms); // the same for a 5A A5 frame
+    // The same, until the end given, and a frame that came in with a bad check ends it too; answers reply_ok.
+    bool wait_answer(const Deadline& end);
+    bool pause(int ms); // that the end of the talk ends early. False: it did
 
     // Sends a model frame and waits for its answer, timeout_ms from the sending on. Good: true.
     bool ask_model(std::uint8_t code, int timeout_ms, std::uint8_t parameter, bool again = false);

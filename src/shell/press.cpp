@@ -13,11 +13,11 @@
 #include "shell/terminal_page.h"
 
 #include "link/handshake.h"
-#include "link/image_writes.h"
 #include "link/sequencer.h"
-#include "link/shared_texts.h"
 #include "platform/deadline.h"
 #include "platform/text_number.h"
+#include "session/image_writes.h"
+#include "session/shared_texts.h"
 
 namespace vrk {
 

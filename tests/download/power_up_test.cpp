@@ -1,8 +1,8 @@
 // The wait for power: a hand at the switch that may be slow, a page of advice, and what noise on the line does to it.
 #include "bench.h"
 
-#include "link/guidance.h"
 #include "session/frame.h"
+#include "session/guidance.h"
 #include "shell/screen_report.h"
 
 using namespace vrk;

@@ -1,6 +1,6 @@
 #include "link/baud.h"
 #include "link/clock.h"
-#include "link/write_range.h"
+#include "session/write_range.h"
 
 #include <gtest/gtest.h>
 

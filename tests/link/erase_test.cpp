@@ -1,6 +1,6 @@
 #include "link/erase.h"
-#include "link/image_writes.h"
-#include "link/write_range.h"
+#include "session/image_writes.h"
+#include "session/write_range.h"
 
 #include <gtest/gtest.h>
 

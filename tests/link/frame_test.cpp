@@ -89,18 +89,6 @@ TEST(DemonstrationFrame, CountsTheWholeFrame)
     EXPECT_EQ(frame.data_sum, 0x33);
 }
 
-TEST(Crc, OfTheDigitsOneToNineIsTheKnownOne)
-{
-    const std::uint8_t digits[] = {'1', '2', '3', '4', '5', '6', '7', '8', '9'};
-    EXPECT_EQ(crc16(digits), 0x4B37);
-}
-
-TEST(Crc, OfAVersionCommandToTheBoard)
-{
-    const std::uint8_t bytes[] = {0x6A, 0x00, 0x0D, 0x0C, 0x02, 0x00, 0x36, 0x01, 0xF1, 0x01};
-    EXPECT_EQ(crc16(bytes), 0xFA85);
-}
-
 TEST(EraseFrame, OfTheShortFormHolds33WhereTheFirmwareTakesNoRange)
 {
     EXPECT_EQ(build_erase_frame(124, EraseRange{}, false, Check::sum8),

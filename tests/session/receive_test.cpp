@@ -1,3 +1,4 @@
+#include "session/crc16.h"
 #include "session/hand_port.h"
 
 #include <gtest/gtest.h>
@@ -90,7 +91,7 @@ TEST(Reception, InBoardModeTheCheckIsACrc)
     HandLink link;
     link.session.board_mode = true;
     const std::uint8_t checked[] = {0x68, 0x00, 0x07, 0x80};
-    const int crc = crc16(checked);
+    const int crc = crc16_of(checked);
     link.arrive({0x68, 0x00, 0x07, 0x80, crc & 0xFF, crc >> 8, 0x16});
     EXPECT_TRUE(link.session.rx.reply_ok);
 }

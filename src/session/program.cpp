@@ -1,8 +1,8 @@
-#include "link/program.h"
+#include "session/program.h"
 
-#include "link/image_writes.h"
-#include "link/shared_texts.h"
-#include "link/write_range.h"
+#include "session/image_writes.h"
+#include "session/shared_texts.h"
+#include "session/write_range.h"
 
 #include "catalog/attributes.h"
 #include "options/status_frame.h"
@@ -22,7 +22,7 @@ constexpr Text failed_hint = {"请尝试用稍低的波特率下载。", "Try to
 constexpr Text options_left = {
     "程序已下载，但 Options 未修改。", "The code has already programed, but the Options haven't been modified."};
 
-bool write_images(Session& session, const Job& job, Report& report)
+bool write_images(Session& session, const ImageJob& job, Report& report)
 {
     return std::ranges::all_of(image_writes(job, session.model(), number_in(session.chip.fw_version)),
         [&](const ImageWrite& write) { return write_range(session, report, write.range, write.image, true); });
@@ -62,7 +62,7 @@ void say_beginning(const Session& session, Report& report)
 
 } // namespace
 
-Result program_all(Session& session, const Job& job, Report& report)
+Result program_all(Session& session, const ImageJob& job, Report& report)
 {
     session.program_ok = false;
     session.programmed.clear();

@@ -1,7 +1,6 @@
-#include "link/write_range.h"
+#include "session/write_range.h"
 
-#include "link/image_writes.h"
-#include "link/job.h"
+#include "session/image_writes.h"
 
 #include "catalog/attributes.h"
 #include "options/status_frame.h"
@@ -118,7 +117,7 @@ private:
 RangeWriter::Piece RangeWriter::piece_at(std::int32_t address) const
 {
     const std::int32_t left = block_end(address) - address + 1;
-    return {address, range_.as_chunks ? std::min<std::int32_t>(Job::write_chunk, left) : left};
+    return {address, range_.as_chunks ? std::min<std::int32_t>(write_chunk, left) : left};
 }
 
 // Frames stand on multiples of their size, whatever address the range began at.
@@ -127,7 +126,7 @@ std::int32_t RangeWriter::behind(const Piece& piece) const
     const std::int32_t next_block = block_end(piece.first) + 1;
     if (!range_.as_chunks)
         return next_block;
-    return std::min((piece.first / Job::write_chunk + 1) * Job::write_chunk, next_block);
+    return std::min((piece.first / write_chunk + 1) * write_chunk, next_block);
 }
 
 DataFrame RangeWriter::build(const Piece& piece, bool again) const
@@ -202,11 +201,8 @@ bool RangeWriter::reply_comes(const DataFrame& frame)
 
 bool RangeWriter::demo_reply_comes(const DataFrame& frame)
 {
-    const Deadline end(
-        session_.loop, reply_timeout_ms(static_cast<double>(session_.chip.mcu_clock_hz), session_.port.line().baud));
-    while (!session_.rx.demo_reply_ok && !session_.is_over() && !end.passed())
-        session_.loop.yield();
-    if (!session_.rx.demo_reply_ok)
+    if (!session_.wait_demo_reply(
+            reply_timeout_ms(static_cast<double>(session_.chip.mcu_clock_hz), session_.port.line().baud)))
         return false;
     session_.rx.reply_ok = true;
     const auto reply = session_.frame();

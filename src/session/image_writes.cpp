@@ -1,4 +1,4 @@
-#include "link/image_writes.h"
+#include "session/image_writes.h"
 
 #include "catalog/attributes.h"
 
@@ -55,7 +55,7 @@ Image copy_of(const JobImage& image, std::int32_t last)
     return copy;
 }
 
-std::vector<ImageWrite> code_and_data(const Job& job, const McuRecord& record)
+std::vector<ImageWrite> code_and_data(const ImageJob& job, const McuRecord& record)
 {
     Image merged = copy_of(job.code, record.ap_last);
     const std::int32_t length =
@@ -65,7 +65,7 @@ std::vector<ImageWrite> code_and_data(const Job& job, const McuRecord& record)
         {{true, 0, record.ap_last + 1}, merged}, {{true, record.eeprom_first, record.eeprom_first + length}, merged}};
 }
 
-std::vector<ImageWrite> writes_of_newer(const Job& job, const McuRecord& record, double version)
+std::vector<ImageWrite> writes_of_newer(const ImageJob& job, const McuRecord& record, double version)
 {
     const JobImage& code = job.code;
     if (has_eeprom_buffer(record)) {
@@ -90,14 +90,14 @@ std::int32_t code_limit(const McuRecord& record, double version)
     return record.series == 3 ? 0x13FF : 0x2FFF;
 }
 
-std::vector<ImageWrite> image_writes(const Job& job, const McuRecord& record, double version)
+std::vector<ImageWrite> image_writes(const ImageJob& job, const McuRecord& record, double version)
 {
     const JobImage& code = job.code;
     if (record.series == 18)
         return {{{true, std::max(code.low, 0), std::min(code.high, record.isp_last)}, code.bytes}};
     if (is_newer_series(record.series))
         return writes_of_newer(job, record, version);
-    const bool as_chunks = block_bytes(record) > Job::write_chunk;
+    const bool as_chunks = block_bytes(record) > write_chunk;
     return {{{as_chunks, code.low, code.high}, code.bytes}};
 }
 
@@ -124,7 +124,7 @@ bool all_hold(const FlashBytes& flash, const std::vector<StampedNumber>& numbers
     });
 }
 
-bool numbers_will_be_written(const Job& job, const McuRecord& record, double version)
+bool numbers_will_be_written(const ImageJob& job, const McuRecord& record, double version)
 {
     if (job.numbers.empty())
         return true;
@@ -134,7 +134,7 @@ bool numbers_will_be_written(const Job& job, const McuRecord& record, double ver
     return all_hold(flash, job.numbers);
 }
 
-bool numbers_can_be_written(const Job& job)
+bool numbers_can_be_written(const ImageJob& job)
 {
     return numbers_will_be_written(job, job.model, oldest_version) ||
         numbers_will_be_written(job, job.model, newest_version);

@@ -1,8 +1,8 @@
 // Which bytes of a job a download puts where, as far as that is known before anything is sent.
 #pragma once
 
-#include "link/job.h"
-#include "link/write_range.h"
+#include "session/image_job.h"
+#include "session/write_range.h"
 
 #include <cstdint>
 #include <span>
@@ -16,7 +16,7 @@ struct ImageWrite {
 };
 
 // In the order of writing. `record` is the model whose rules the wire follows, `version` that of its boot loader.
-std::vector<ImageWrite> image_writes(const Job& job, const McuRecord& record, double version);
+std::vector<ImageWrite> image_writes(const ImageJob& job, const McuRecord& record, double version);
 // Where a range really ends: with its block, and never below the least that is ever written.
 std::int32_t range_end(const WriteRange& range, const McuRecord& record);
 
@@ -29,8 +29,8 @@ bool all_hold(const FlashBytes& flash, const std::vector<StampedNumber>& numbers
 std::int32_t code_limit(const McuRecord& record, double version);
 
 // A chip of this model with this boot loader will get all the numbers of the job.
-bool numbers_will_be_written(const Job& job, const McuRecord& record, double version);
+bool numbers_will_be_written(const ImageJob& job, const McuRecord& record, double version);
 // At the press no chip has told its version yet: true if there is one with which all numbers will be written.
-bool numbers_can_be_written(const Job& job);
+bool numbers_can_be_written(const ImageJob& job);
 
 } // namespace vrk

@@ -2,8 +2,9 @@
 // begun. The calling goes on.
 #pragma once
 
-#include "report/report.h"
 #include "session/session.h"
+
+#include "report/report.h"
 
 namespace vrk {
 

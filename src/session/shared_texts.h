@@ -1,8 +1,9 @@
 // What more than one chapter says when the user has stopped it, the chip fell silent or the port has gone.
 #pragma once
 
-#include "report/report.h"
 #include "session/session.h"
+
+#include "report/report.h"
 
 namespace vrk {
 

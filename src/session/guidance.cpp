@@ -1,4 +1,4 @@
-#include "link/guidance.h"
+#include "session/guidance.h"
 
 #include <span>
 #include <string>

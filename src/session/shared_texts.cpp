@@ -1,4 +1,4 @@
-#include "link/shared_texts.h"
+#include "session/shared_texts.h"
 
 #include "platform/text_number.h"
 

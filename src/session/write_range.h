@@ -2,15 +2,18 @@
 // sum of its bytes. There is no read-back: a block is good when its sums came back right, and is sent up to four times.
 #pragma once
 
-#include "report/report.h"
 #include "session/session.h"
+
+#include "report/report.h"
 
 #include <cstdint>
 #include <span>
 
 namespace vrk {
 
-// What is to be written, in blocks: `as_chunks` splits a block into frames of 128 bytes.
+constexpr std::int32_t write_chunk = 128; // bytes of one data frame, at most
+
+// What is to be written, in blocks: `as_chunks` splits a block into frames of that size.
 struct WriteRange {
     bool as_chunks = true;
     std::int32_t first = 0;
