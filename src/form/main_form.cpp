@@ -132,11 +132,33 @@ void register_controls(MainForm& form)
     all.add(form.comUnlockOptions, "comUnlockOptions");
     all.add(form.Command1, "Command1");
 
+    all.add(form.Frame18, "Frame18");
+    all.add(form.comTJXZ, "comTJXZ");
+    all.add(form.com_TJXZ_help, "com_TJXZ_help");
+    all.add(form.Read24C512, "Read24C512");
+    all.add(form.labTJXZ, "labTJXZ");
+    all.add(form.txt_download_max, "txt_download_max");
+    all.add(form.combPins, "combPins");
+    all.add(form.che_staple, "che_staple");
+    all.add(form.mnuProduction, "mnuProduction");
+
+    all.add(form.Frame8, "Frame8");
+    all.add(form.LabUserCode, "LabUserCode");
+    all.add(form.txtUserCode, "txtUserCode");
+    all.add(form.comSendUserCode, "comSendUserCode");
+    all.add(form.comHelp, "comHelp");
+    all.add(form.cekReloadFileWhileFileChange1, "cekReloadFileWhileFileChange1");
     all.add(form.cobUserCodeBaud, "cobUserCodeBaud");
     all.add(form.cobUserCodeParity, "cobUserCodeParity");
     all.add(form.cobUserCodeDataBits, "cobUserCodeDataBits");
     all.add(form.cobUserCodeStopBits, "cobUserCodeStopBits");
 
+    all.add(form.Frame11, "Frame11");
+    all.add(form.LabDEMO, "LabDEMO");
+    all.add(form.com_Demo_DownLoad, "com_Demo_DownLoad");
+    all.add(form.com_Demo_Re_DownLoad, "com_Demo_Re_DownLoad");
+    all.add(form.com_Demo_Stop, "com_Demo_Stop");
+    all.add(form.che_Demo_DownLoad, "che_Demo_DownLoad");
     all.add(form.cob_DEMO_DownLoad_Baud, "cob_DEMO_DownLoad_Baud");
     all.add(form.cob_DEMO_DownLoad_Parity, "cob_DEMO_DownLoad_Parity");
     all.add(form.cob_DEMO_DownLoad_DataBits, "cob_DEMO_DownLoad_DataBits");
@@ -169,7 +191,6 @@ void register_controls(MainForm& form)
     all.add(form.labReceiveCount, "labReceiveCount");
     all.add(form.labSendCount, "labSendCount");
     all.add(form.comComp, "comComp");
-    all.add(form.comCompareCode, "comCompareCode");
     all.add(form.texSend, "texSend");
     all.add(form.comDebugSend, "comDebugSend");
     all.add(form.comAutoSend, "comAutoSend");

@@ -154,13 +154,36 @@ struct MainForm {
     Button comUnlockOptions;
     Button Command1; // what a project file is for
 
+    // The off-line board: how many chips it may program, and what of the production line it has to know.
+    Frame Frame18;
+    Button comTJXZ;
+    Button com_TJXZ_help;
+    Button Read24C512; // the board's own memory, for those who build it
+    Label labTJXZ[4]; // over the quantity and behind it, about the lights, of the pins
+    TextBox txt_download_max;
+    ComboBox combPins;
+    CheckBox che_staple[4]; // 0: a sorter stands before the chips, 1 to 3: BoardChecks
+    CheckBox mnuProduction; // shows the controls of a production line
+
     // The custom command: what is sent to user code before a download, and on what line.
+    Frame Frame8;
+    Label LabUserCode[6]; // of the command and of its line
+    TextBox txtUserCode;
+    Button comSendUserCode;
+    Button comHelp[2];
+    CheckBox cekReloadFileWhileFileChange1; // sends the command when the file has changed
     ComboBox cobUserCodeBaud;
     ComboBox cobUserCodeParity;
     ComboBox cobUserCodeDataBits;
     ComboBox cobUserCodeStopBits;
 
     // ISP DEMO: the line of its download, and the command that leads to it with a line of its own.
+    Frame Frame11;
+    Label LabDEMO[8]; // of both lines
+    Button com_Demo_DownLoad;
+    Button com_Demo_Re_DownLoad;
+    Button com_Demo_Stop;
+    CheckBox che_Demo_DownLoad; // sends the command first
     ComboBox cob_DEMO_DownLoad_Baud;
     ComboBox cob_DEMO_DownLoad_Parity;
     ComboBox cob_DEMO_DownLoad_DataBits;
@@ -193,7 +216,6 @@ struct MainForm {
     Label labReceiveCount;
     Label labSendCount;
     Button comComp; // compares what came in with the code buffer
-    Button comCompareCode; // the same; comComp is for the makers
     TextBox texSend;
     Button comDebugSend;
     Button comAutoSend;

@@ -21,6 +21,7 @@
 #include "shell/tabs.h"
 #include "shell/terminal_page.h"
 #include "shell/terminal_send.h"
+#include "shell/tool_press.h"
 
 #include <span>
 
@@ -100,6 +101,13 @@ constexpr EventRow events[] = {
     { "cheAuto_Increase",   [](Shell& shell, int) { cheAuto_Increase_Click(shell); } },
     { "cheData_Auto_Increase", [](Shell& shell, int) { cheData_Auto_Increase_Click(shell); } },
     { "comStoreFile",       [](Shell& shell, int) { comStoreFile_Click(shell); } },
+    { "comSendUserCode",    [](Shell& shell, int) { comSendUserCode_Click(shell); } },
+    { "com_Demo_DownLoad",  [](Shell& shell, int) { com_Demo_DownLoad_Click(shell, false); } },
+    { "com_Demo_Re_DownLoad", [](Shell& shell, int) { com_Demo_DownLoad_Click(shell, true); } },
+    { "com_Demo_Stop",      [](Shell& shell, int) { comStop_Download_Click(shell); } },
+    { "comTJXZ",            [](Shell& shell, int) { comTJXZ_Click(shell); } },
+    { "Read24C512",         [](Shell& shell, int) { Read24C512_Click(shell); } },
+    { "mnuProduction",      [](Shell& shell, int) { show_production_controls(shell); } },
     { "comOpenCOM",         [](Shell& shell, int) { comOpenCOM_Click(shell); } },
     { "imgNotOpen",         [](Shell& shell, int) { terminal_open(shell); } },
     { "imgOpen",            [](Shell& shell, int) { terminal_close(shell); } },
@@ -114,7 +122,6 @@ constexpr EventRow events[] = {
     { "che_DebugRTS",       [](Shell& shell, int) { set_control_lines(shell); } },
     { "comDebugClear",      [](Shell& shell, int index) { comDebugClear_Click(shell, index); } },
     { "comComp",            [](Shell& shell, int) { comComp_Click(shell); } },
-    { "comCompareCode",     [](Shell& shell, int) { comComp_Click(shell); } },
     { "comDebugSend",       [](Shell& shell, int) { comDebugSend_Click(shell); } },
     { "comAutoSend",        [](Shell& shell, int) { comAutoSend_Click(shell); } },
     { "comSpreadSendCom",   [](Shell& shell, int index) { comSpreadSendCom_Click(shell, index); } },
@@ -259,7 +266,11 @@ Touch put_caret(Shell& shell, TextBox& box, int position, int length)
 
 void Timer12_Timer(Shell& shell)
 {
-    if (watch_code_file(shell))
+    if (!watch_code_file(shell))
+        return;
+    if (shell.form.cekReloadFileWhileFileChange1.value())
+        comSendUserCode_Click(shell);
+    else
         comDownload_Click(shell, 0);
 }
 

@@ -36,7 +36,7 @@ bool has_settled(LoaderState& loader, const std::string& stamp, std::int64_t now
 bool watch_code_file(Shell& shell)
 {
     LoaderState& loader = shell.loader;
-    if (!shell.form.cekReloadFileWhileFileChange.value()) {
+    if (!shell.form.cekReloadFileWhileFileChange.value() && !shell.form.cekReloadFileWhileFileChange1.value()) {
         loader.reload_watch_path.clear(); // what changes unwatched starts nothing when the box is ticked
         return false;
     }

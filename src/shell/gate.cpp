@@ -8,11 +8,11 @@ namespace {
 
 // clang-format off
 constexpr std::string_view free_while_running[] = {
-    "comStop_Download",
+    "comStop_Download", "com_Demo_Stop",
     // to look at
     "TabStrip1", "TabStrip2", "vscFile", "txtBuffer", "txtBuffer2", "txtDataFlash1", "tetDataFlash2", "textMsg",
     // looked at when the next press comes
-    "cekReloadFile", "cekReloadFileWhileFileChange",
+    "cekReloadFile", "cekReloadFileWhileFileChange", "cekReloadFileWhileFileChange1",
     // the terminal's own
     "com_Debug_COM", "com_Debug_Baud", "com_Debug_DataBits", "com_Debug_ParityCheck", "com_Debug_StopBits",
     "che_AutoOpenPort", "texSend", "optHexSend", "texSendCycle", "texSpreadSend", "cheSpreadHex", "texSpreadSendCycle",

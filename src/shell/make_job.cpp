@@ -17,28 +17,22 @@ std::int32_t baud_of(const ComboBox& list) { return static_cast<std::int32_t>(nu
 LineChoice line_of(const Shell& shell)
 {
     LineChoice line;
-    const auto port = static_cast<std::size_t>(shell.form.combCommPort.index_chosen());
-    if (port < shell.port_paths.size())
-        line.port_path = shell.port_paths[port];
+    line.port_path = chosen_port_path(shell);
     line.contact_baud = baud_of(shell.form.cobBaudMin);
     line.max_baud = baud_of(shell.form.cobBaudMax);
     line.fixed_115200 = shell.form.cheTL.value();
     return line;
 }
 
-JobImage image_of(const FileBuffer& buffer)
-{
-    return {buffer.data, buffer.low, buffer.high, buffer.view_high, buffer.loaded};
-}
-
 // What of a number stands in its buffer; nothing where none was stamped.
-void add_number(Job& job, const AutoIncrease& record, const FileBuffer& buffer, std::int32_t flash_first)
+void add_number(
+    std::vector<StampedNumber>& numbers, const AutoIncrease& record, const FileBuffer& buffer, std::int32_t flash_first)
 {
     const std::int32_t first = record.address + 1 - record.bytes;
     if (!record.valid || record.bytes <= 0 || first < 0 || record.address > buffer.last())
         return;
     const auto begin = buffer.data.begin() + first;
-    job.numbers.push_back({flash_first + first, {begin, begin + record.bytes}});
+    numbers.push_back({flash_first + first, {begin, begin + record.bytes}});
 }
 
 // Third field of the option byte text.
@@ -51,6 +45,25 @@ bool guards_block_1(const std::string& text)
 
 } // namespace
 
+std::string chosen_port_path(const Shell& shell)
+{
+    const auto port = static_cast<std::size_t>(shell.form.combCommPort.index_chosen());
+    return port < shell.port_paths.size() ? shell.port_paths[port] : std::string{};
+}
+
+JobImage image_of(const FileBuffer& buffer)
+{
+    return {buffer.data, buffer.low, buffer.high, buffer.view_high, buffer.loaded};
+}
+
+std::vector<StampedNumber> stamped_numbers(const Shell& shell)
+{
+    std::vector<StampedNumber> numbers;
+    add_number(numbers, shell.code_increase, shell.code_buffer, 0);
+    add_number(numbers, shell.data_increase, shell.data_buffer, shell.selected.eeprom_first);
+    return numbers;
+}
+
 Job make_job(Shell& shell)
 {
     Job job;
@@ -61,8 +74,7 @@ Job make_job(Shell& shell)
 
     job.code = image_of(shell.code_buffer);
     job.data = image_of(shell.data_buffer);
-    add_number(job, shell.code_increase, shell.code_buffer, 0);
-    add_number(job, shell.data_increase, shell.data_buffer, shell.selected.eeprom_first);
+    job.numbers = stamped_numbers(shell);
 
     const OptionChoices choices = read_option_choices(shell);
     if (option_group(shell.selected.series))

@@ -9,4 +9,9 @@ namespace vrk {
 // Takes a snapshot of the option panel, too.
 Job make_job(Shell& shell);
 
+// Parts of it that other jobs have, too.
+std::string chosen_port_path(const Shell& shell); // of step 3; empty: none
+JobImage image_of(const FileBuffer& buffer);
+std::vector<StampedNumber> stamped_numbers(const Shell& shell);
+
 } // namespace vrk

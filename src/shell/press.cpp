@@ -9,6 +9,7 @@
 #include "shell/panel_state.h"
 #include "shell/rc_boxes.h"
 #include "shell/screen_report.h"
+#include "shell/sequence.h"
 #include "shell/serial_numbers.h"
 #include "shell/terminal_page.h"
 
@@ -27,61 +28,6 @@ constexpr int repeat_row = 1;
 constexpr int second_ms = 1000;
 
 constexpr Text no_file = {"    Please open code file./请打开文件。    ", "    Please open code file.   "};
-constexpr Text not_kept = {"设置无法保存，未下载。", "The settings can not be stored. Nothing was programmed."};
-
-// A sequence runs, from the press to whatever end it takes: then the panel is free again and the port is closed.
-class Sequence {
-public:
-    explicit Sequence(Shell& shell)
-        : shell_(shell)
-    {
-        shell_.running = true;
-        shell_.stop_requested = false;
-        terminal_close(shell);
-        close_port();
-    }
-    ~Sequence()
-    {
-        close_port();
-        shell_.running = false;
-        show_panel_state(shell_);
-    }
-    Sequence(const Sequence&) = delete;
-    Sequence& operator=(const Sequence&) = delete;
-
-private:
-    void close_port()
-    {
-        shell_.port.close();
-        show_port_lamp(shell_, false);
-    }
-
-    Shell& shell_;
-};
-
-// One talk, told to the shell while it goes on: the stop button and whoever looks at the program find it there.
-class Talk {
-public:
-    Talk(Shell& shell, const Job& job)
-        : session(shell.platform.loop, shell.port, shell.mcu_table, job.model, job.line)
-        , shell_(shell)
-    {
-        session.stop_requested = shell.stop_requested;
-        shell_.session = &session;
-    }
-    ~Talk()
-    {
-        shell_.last_talk = session;
-        shell_.session = nullptr;
-    }
-    Talk(const Talk&) = delete;
-    Talk& operator=(const Talk&) = delete;
-
-    Session session;
-
-private:
-    Shell& shell_;
-};
 
 // A chip is good: before anybody is told, its number is used up and the chip counted, and both are on the disk. Who is
 // cut off behind it has a chip that was not told of, and never two with one number. Gives the count.
@@ -89,9 +35,7 @@ std::string keep_books(Shell& shell)
 {
     const std::string count = number_text(number_in(shell.form.txtWrite_OK_Count.text()) + 1);
     shell.platform.settings.set("Settings", "Write_OK_Count", count);
-    const bool moved = move_numbers(shell);
-    const bool kept = keep_settings(shell);
-    shell.number_for_next = moved && (kept || !numbers_in_use(shell).any());
+    use_up_numbers(shell);
     return count;
 }
 
@@ -135,7 +79,7 @@ Result program_next_chip(Shell& shell, bool repeat)
         show_box(shell, in_language(shell, number_outside));
         return Result::number_outside;
     }
-    Talk talk(shell, job);
+    Talk talk(shell, job.model, job.line);
     Session& session = talk.session;
     const Result result = program_one_chip(session, job, report);
     const std::string count = result == Result::good ? keep_books(shell) : "";
@@ -171,7 +115,7 @@ void run_download(Shell& shell, int row)
     if (!rc_frequencies_fit(shell))
         return;
     if (!numbers_are_safe(shell))
-        return append_message(shell, not_kept);
+        return;
     show_panel_state(shell);
     do
         shell.succeeded = program_next_chip(shell, row == repeat_row) == Result::good;
@@ -210,7 +154,7 @@ void comReadChipLock_Click(Shell& shell)
         show_panel_state(shell);
         const Job job = make_job(shell);
         ScreenReport report(shell);
-        Talk talk(shell, job);
+        Talk talk(shell, job.model, job.line);
         read_one_chip(talk.session, job, report);
     }
     tell_settings_fault(shell);

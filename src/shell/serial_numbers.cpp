@@ -239,12 +239,26 @@ bool numbers_fit(Shell& shell)
     return fits(shell.data_increase) && code;
 }
 
-bool numbers_are_safe(Shell& shell) { return !numbers_in_use(shell).any() || next_can_be_kept(shell); }
+bool numbers_are_safe(Shell& shell)
+{
+    constexpr Text not_kept = {"设置无法保存，未下载。", "The settings can not be stored. Nothing was programmed."};
+    const bool safe = !numbers_in_use(shell).any() || next_can_be_kept(shell);
+    if (!safe)
+        append_message(shell, not_kept);
+    return safe;
+}
 
 bool move_numbers(Shell& shell)
 {
     const bool code = move_valid(shell, side_of(shell, BufferKind::code));
     return move_valid(shell, side_of(shell, BufferKind::data)) && code;
+}
+
+void use_up_numbers(Shell& shell)
+{
+    const bool moved = move_numbers(shell);
+    const bool kept = keep_settings(shell);
+    shell.number_for_next = moved && (kept || !numbers_in_use(shell).any());
 }
 
 NumbersInUse numbers_in_use(const Shell& shell) { return {shell.code_increase.valid, shell.data_increase.valid}; }

@@ -27,6 +27,8 @@ bool numbers_are_safe(Shell& shell);
 // be written through. False: it does not fit any more, as numbers_fit will tell; what stands in the buffer belongs to a
 // chip that has it already.
 bool move_numbers(Shell& shell);
+// The same, on the disk before anybody is told of the chip. `number_for_next` tells whether another chip may follow.
+void use_up_numbers(Shell& shell);
 
 // Which numbers are switched on, to be put back into an image that has been loaded again. False: one does not fit any
 // more, and the user has been told.

@@ -18,6 +18,7 @@
 #include "shell/settings.h"
 #include "shell/tabs.h"
 #include "shell/terminal_page.h"
+#include "shell/tool_press.h"
 
 namespace vrk {
 
@@ -81,6 +82,7 @@ void start_up(Shell& shell)
     choose_defaults(shell);
     refresh_ports(shell);
     set_up_terminal(shell);
+    set_up_tools(shell);
     show_port_lamp(shell, false);
     shell.form.ProgressBar1.set_visible(false);
     clear_buffer(shell, 0, shell.code_buffer);
@@ -92,6 +94,7 @@ void start_up(Shell& shell)
     cheData_Auto_Increase_Click(shell);
     keep_settings(shell); // nothing has changed yet, but a store that is refused says so before anybody relies on it
     shell.form.comStop_Download.set_enabled(false);
+    shell.form.com_Demo_Stop.set_enabled(false);
     shell.Timer12.start();
 }
 

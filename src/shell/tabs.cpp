@@ -5,6 +5,8 @@
 #include "catalog/attributes.h"
 #include "shell/messages.h"
 
+#include <algorithm>
+
 namespace vrk {
 
 namespace {
@@ -18,8 +20,11 @@ struct Page {
 // clang-format off
 constexpr Page left_pages[] = {
     { "options",         { "选项", "Options" },                     &MainForm::Frame12 },
+    { "user_code",       { "自定义下载", "Custom" },         &MainForm::Frame8 },
+    { "TJXZ",            { "脱机下载", "Off-Line-ISP" },              &MainForm::Frame18 },
     { "CheckMCUoption",  { "检测 MCU 选项", "Check MCU Options" },   &MainForm::Frame4 },
     { "AUTO_INCREASE",   { "自动增量", "Auto Increase" },              &MainForm::fraAuto_Increase },
+    { "ISP_DEMO",        { "ISP DEMO", "ISP DEMO" },                &MainForm::Frame11 },
     { "store_buffer",    { "保存缓冲区", "Save Buffer" },              &MainForm::Frame9 },
 };
 constexpr Page right_pages[] = {
@@ -32,7 +37,14 @@ constexpr Page right_pages[] = {
 };
 // clang-format on
 
-bool is_monitor_page(const Page& page) { return page.key == "Debug1" || page.key == "Debug2"; }
+// The tools that not every family has.
+bool is_hidden(const Page& page, const McuRecord& model)
+{
+    constexpr std::string_view of_newer[] = {"TJXZ", "ISP_DEMO", "Debug1", "Debug2"};
+    if (page.key == "EEPROM_File")
+        return !has_eeprom_buffer(model);
+    return std::ranges::find(of_newer, page.key) != std::end(of_newer) && (model.series < 1 || model.series > 18);
+}
 
 void fill(const Shell& shell, TabStrip& strip, std::span<const Page> pages)
 {
@@ -40,6 +52,14 @@ void fill(const Shell& shell, TabStrip& strip, std::span<const Page> pages)
     for (const Page& page : pages)
         tabs.push_back({std::string{page.key}, std::string{in_language(shell, page.caption)}});
     strip.set_tabs(std::move(tabs));
+}
+
+void show_captions(const Shell& shell, TabStrip& strip, std::span<const Page> pages)
+{
+    for (const Page& page : pages) {
+        const bool hidden = is_hidden(page, shell.selected);
+        strip.set_caption(page.key, hidden ? TabStrip::hidden_caption : in_language(shell, page.caption));
+    }
 }
 
 // A tab that is hidden cannot stay selected: the first takes its place.
@@ -62,12 +82,8 @@ void set_up_tabs(Shell& shell)
 
 void show_tabs_of_model(Shell& shell)
 {
-    for (const Page& page : right_pages) {
-        const bool hidden = (page.key == "EEPROM_File" && !has_eeprom_buffer(shell.selected)) ||
-            (is_monitor_page(page) && (shell.selected.series < 1 || shell.selected.series > 18));
-        shell.form.TabStrip2.set_caption(
-            page.key, hidden ? TabStrip::hidden_caption : in_language(shell, page.caption));
-    }
+    show_captions(shell, shell.form.TabStrip1, left_pages);
+    show_captions(shell, shell.form.TabStrip2, right_pages);
     TabStrip1_Click(shell);
     TabStrip2_Click(shell);
 }

@@ -8,6 +8,7 @@
 #include "shell/screen_report.h"
 #include "shell/terminal_send.h"
 
+#include "inapp/user_command.h"
 #include "platform/text_number.h"
 #include "terminal/compare.h"
 
@@ -43,28 +44,14 @@ std::string chosen_path(const Shell& shell)
     return exists ? shell.port_paths[static_cast<std::size_t>(number)] : std::string{};
 }
 
-// One and a half stop bits go with five data bits alone: there the two that a driver is asked for come out as such.
-std::optional<LineSettings> chosen_line(const MainForm& form)
-{
-    LineSettings line;
-    line.baud = static_cast<std::int32_t>(number_in(form.com_Debug_Baud.text()));
-    const std::string_view parity = form.com_Debug_ParityCheck.text();
-    line.parity = parity == "Even" ? Parity::even : parity == "Odd" ? Parity::odd : Parity::none;
-    line.data_bits = static_cast<int>(number_in(form.com_Debug_DataBits.text()));
-    const std::string_view stop = form.com_Debug_StopBits.text();
-    if (stop == "1.5" && line.data_bits != 5)
-        return std::nullopt;
-    line.stop_bits = stop == "1" ? 1 : 2;
-    return line;
-}
-
 // Empty: the port is open.
 Line why_it_does_not_open(Shell& shell)
 {
     const std::string path = chosen_path(shell);
     if (path.empty())
         return Line{no_port};
-    const auto line = chosen_line(shell.form);
+    const auto line = user_line(shell.form.com_Debug_Baud.text(), shell.form.com_Debug_ParityCheck.text(),
+        shell.form.com_Debug_DataBits.text(), shell.form.com_Debug_StopBits.text());
     shell.port.close();
     shell.port.path = path;
     if (!line || !shell.port.set_line(*line))
@@ -170,7 +157,6 @@ void set_up_terminal(Shell& shell)
     desk.TimerDebugAutoSend.on_tick = [&shell] { comDebugSend_Click(shell); };
     desk.TimerDebugPort.on_tick = [&shell] { look_after_port(shell); };
     desk.TimerSpreadAutoSend.on_tick = [&shell] { send_next_string(shell); };
-    shell.form.comComp.set_visible(false);
     shell.form.combDebugCodePage.set_items({"UTF-8", "GBK", "Latin-1"});
     shell.form.combDebugCodePage.choose(0);
     shell.form.optReceiveHex[0].set_value(true);

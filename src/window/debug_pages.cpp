@@ -94,7 +94,7 @@ QWidget* make_conversation(Binder& binder)
     log->addStretch(1);
     log->addWidget(binder.button(form.comDebugLog));
     layout->addLayout(log);
-    auto* chip = row_of({binder.check(form.che_AutoOpenPort), binder.button(form.comCompareCode)});
+    auto* chip = row_of({binder.check(form.che_AutoOpenPort), binder.button(form.comComp)});
     chip->insertStretch(1, 1);
     layout->addLayout(chip);
     layout->addLayout(row_of({binder.line(form.texSend), binder.button(form.comDebugSend)}));

@@ -2,16 +2,19 @@
 
 #include "form/main_form.h"
 
+#include "shell/events.h"
 #include "shell/settings.h"
 #include "shell/start_up.h"
 #include "window/debug_pages.h"
 #include "window/dump_view.h"
 #include "window/production_pages.h"
 #include "window/project_page.h"
+#include "window/tool_pages.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QMenuBar>
 #include <QScreen>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -48,6 +51,7 @@ MainWindow::MainWindow(Shell& shell)
     setCentralWidget(halves);
     halves->addWidget(make_left());
     halves->addWidget(make_right());
+    make_menu();
     halves->setStretchFactor(0, 3);
     halves->setStretchFactor(1, 4);
     take_stored_place();
@@ -91,6 +95,18 @@ void MainWindow::resizeEvent(QResizeEvent* event)
 }
 
 void MainWindow::add_panel(QWidget* panel) { static_cast<QSplitter*>(centralWidget())->addWidget(panel); }
+
+// What a bench or a workshop does without stands in a menu.
+void MainWindow::make_menu()
+{
+    CheckBox& entry = shell_.form.mnuProduction;
+    QMenu* menu = menuBar()->addMenu(shell_.language_is_english ? "&Tools" : "工具(&T)");
+    QAction* action = menu->addAction(to_qt(entry.caption()));
+    action->setObjectName(to_qt(entry.full_name()));
+    action->setCheckable(true);
+    connect(menu, &QMenu::aboutToShow, action, [&entry, action] { action->setChecked(entry.value()); });
+    connect(action, &QAction::triggered, this, [this, &entry](bool ticked) { set_checked(shell_, entry, ticked); });
+}
 
 QWidget* MainWindow::make_left()
 {
@@ -216,8 +232,11 @@ QWidget* MainWindow::make_right()
     layout->addSpacing(6);
     layout->addWidget(binder_.tabs(shell_.form.TabStrip1));
     layout->addWidget(make_option_page());
+    layout->addWidget(make_user_command_page(binder_));
+    layout->addWidget(make_board_page(binder_));
     layout->addWidget(make_check_page());
     layout->addWidget(make_increase_page(binder_));
+    layout->addWidget(make_demo_page(binder_));
     layout->addWidget(make_store_page(binder_));
     layout->addWidget(make_beeps());
     return right;

@@ -1,0 +1,45 @@
+#include "shell/sequence.h"
+
+#include "shell/panel_state.h"
+#include "shell/screen_report.h"
+#include "shell/terminal_page.h"
+
+namespace vrk {
+
+Sequence::Sequence(Shell& shell)
+    : shell_(shell)
+{
+    shell_.running = true;
+    shell_.stop_requested = false;
+    terminal_close(shell);
+    close_port();
+}
+
+Sequence::~Sequence()
+{
+    close_port();
+    shell_.running = false;
+    show_panel_state(shell_);
+}
+
+void Sequence::close_port()
+{
+    shell_.port.close();
+    show_port_lamp(shell_, false);
+}
+
+Talk::Talk(Shell& shell, const McuRecord& model, const LineChoice& line)
+    : session(shell.platform.loop, shell.port, shell.mcu_table, model, line)
+    , shell_(shell)
+{
+    session.stop_requested = shell.stop_requested;
+    shell_.session = &session;
+}
+
+Talk::~Talk()
+{
+    shell_.last_talk = session;
+    shell_.session = nullptr;
+}
+
+} // namespace vrk

@@ -1,0 +1,57 @@
+// The tools' pages in both languages. With VRK_PICTURES set to a folder, each is left there as a picture.
+#include "form/main_form.h"
+#include "window_bench.h"
+
+#include "shell/events.h"
+
+#include <QMenu>
+#include <QMenuBar>
+
+using namespace vrk;
+
+namespace {
+
+class ToolPage : public ::testing::TestWithParam<std::pair<const char*, bool>> { };
+
+} // namespace
+
+TEST_P(ToolPage, ShowsAllItsTextsWhole)
+{
+    const auto [key, english] = GetParam();
+    WindowBench bench("/dev/null", english);
+    choose_node(bench.shell, bench.form.TreeViewDevice, "Juniper-60Q");
+    set_checked(bench.shell, bench.form.mnuProduction, true);
+    auto* strip = bench.find<QTabBar>("TabStrip1");
+    QTest::mouseClick(strip, Qt::LeftButton, {}, strip->tabRect(bench.form.TabStrip1.find(key)).center());
+    QTest::qWait(150);
+    for (const QWidget* widget : bench.window->findChildren<QWidget*>()) {
+        const bool has_text =
+            qobject_cast<const QLabel*>(widget) != nullptr || qobject_cast<const QAbstractButton*>(widget) != nullptr;
+        if (!widget->isVisible() || !has_text)
+            continue;
+        EXPECT_GE(widget->width(), widget->sizeHint().width()) << widget->objectName().toStdString();
+    }
+    const QString folder = qEnvironmentVariable("VRK_PICTURES");
+    if (folder.isEmpty())
+        return;
+    EXPECT_TRUE(bench.window->grab().save(folder + "/" + key + (english ? "_en.png" : "_zh.png")));
+}
+
+INSTANTIATE_TEST_SUITE_P(BothLanguages, ToolPage,
+    ::testing::Values(std::pair{"user_code", true}, std::pair{"user_code", false}, std::pair{"TJXZ", true},
+        std::pair{"TJXZ", false}, std::pair{"ISP_DEMO", true}, std::pair{"ISP_DEMO", false}),
+    [](const auto& test) { return std::string{test.param.first} + (test.param.second ? "InEnglish" : "InChinese"); });
+
+TEST(ToolsMenu, ShowsTheControlsOfAProductionLine)
+{
+    WindowBench bench("/dev/null");
+    EXPECT_FALSE(bench.form.combPins.visible());
+    auto* action = bench.window->findChild<QAction*>("mnuProduction");
+    ASSERT_NE(action, nullptr);
+    EXPECT_EQ(action->text(), "Production controls");
+    action->trigger();
+    EXPECT_TRUE(bench.form.combPins.visible());
+    EXPECT_TRUE(bench.form.comComp.visible());
+    action->trigger();
+    EXPECT_FALSE(bench.form.che_staple[0].visible());
+}
