@@ -5,6 +5,7 @@
 // The judge keeps a copy of the screen's images from the moment of the press, and reads the chip's true flash.
 #include "bench.h"
 
+#include "shell/make_job.h"
 #include "shell/project.h"
 
 #include <cstdlib>
@@ -176,7 +177,7 @@ private:
     void remember()
     {
         screen_ = screen();
-        options_ = shell.options;
+        options_ = make_job(shell).options; // a command to user code goes out before the job is made
         counted_ = count();
     }
 
