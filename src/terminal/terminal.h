@@ -20,6 +20,7 @@ struct Terminal {
     std::int32_t tx_count = 0;
     CodePage page = CodePage::utf8;
     TextDecoder decoder{CodePage::utf8};
+    std::string broken_off; // stands for a character whose rest was read in another encoding; to be shown
 
     void receive(std::span<const std::uint8_t> bytes);
     void use(CodePage new_page); // of what comes from now on
