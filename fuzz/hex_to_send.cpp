@@ -13,15 +13,16 @@ namespace {
 
 bool is_digit(char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f'); }
 
+bool is_good(char c) { return c == ' ' || is_digit(c); }
+
+// All in front of it are good, and so of one byte each.
 std::string complaint_of(std::string_view text, const vrk::WrongCharacter& wrong)
 {
-    const std::string before{vrk::first_characters(text, wrong.position - 1)};
-    if (wrong.position < 1 || wrong.position > vrk::character_count(text) || wrong.character.empty())
-        return "a wrong character that does not stand in the text";
-    if (text.substr(before.size(), wrong.character.size()) != wrong.character)
-        return "a wrong character that is not the one at its place";
-    const bool good = std::all_of(before.begin(), before.end(), [](char c) { return c == ' ' || is_digit(c); });
-    return good ? "" : "a wrong character in front of the one that was told";
+    const auto at = static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), is_good) - text.begin());
+    if (at == text.size() || wrong.position != static_cast<int>(at) + 1)
+        return "a wrong character that does not stand at its place";
+    const bool as_typed = !wrong.character.empty() && text.substr(at).starts_with(wrong.character);
+    return as_typed ? "" : "a wrong character that is not shown as typed";
 }
 
 } // namespace
@@ -31,6 +32,8 @@ std::string fuzz_hex_to_send(Input input)
     const std::string text(input.begin(), input.end());
     if (const auto wrong = vrk::wrong_hex_character(text))
         return complaint_of(vrk::trimmed(text), *wrong);
+    if (!std::all_of(text.begin(), text.end(), [](char c) { return is_good(c) || vrk::trimmed({&c, 1}).empty(); }))
+        return "a wrong character that was not told";
 
     const auto bytes = vrk::hex_to_send(text);
     const auto digits = static_cast<std::size_t>(std::count_if(text.begin(), text.end(), is_digit));
