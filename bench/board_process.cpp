@@ -10,12 +10,23 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <csignal>
+#include <ctime>
 
 namespace bench {
 
 namespace {
+
+constexpr long packet_ns = 1'000'000;
+
+std::int64_t now_us()
+{
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return std::int64_t{now.tv_sec} * 1'000'000 + now.tv_nsec / 1000;
+}
 
 void tell(int pipe, const std::string& path)
 {
@@ -24,7 +35,7 @@ void tell(int pipe, const std::string& path)
     close(pipe);
 }
 
-void talk_at_pace(std::int32_t baud, int tell_path, int begin)
+void talk_on_a_wire(std::int32_t baud, int tell_path, int begin)
 {
     sim::PosixLoop loop;
     sim::StreamProgram program({baud, vrk::Parity::none, 8, 1}, 0);
@@ -40,7 +51,8 @@ void talk_at_pace(std::int32_t baud, int tell_path, int begin)
         loop.yield();
 }
 
-void talk_as_fast_as_may_be(std::uint64_t bytes, int tell_path, int begin)
+// Waits for its word, then sends what is due as often as is told, until nothing more ever is.
+void talk_from_block(int tell_path, int begin, const std::function<std::uint64_t(std::int64_t passed_us)>& due_bytes)
 {
     int master = -1;
     int slave = -1;
@@ -51,28 +63,34 @@ void talk_as_fast_as_may_be(std::uint64_t bytes, int tell_path, int begin)
     char word = 0;
     if (read(begin, &word, 1) != 1)
         _exit(1);
-    for (std::uint64_t sent = 0; sent < bytes;) {
-        const std::size_t at = sent % block.size();
-        const std::uint64_t left = bytes - sent;
-        const std::size_t count = left < block.size() - at ? static_cast<std::size_t>(left) : block.size() - at;
-        const ssize_t done = write(master, block.data() + at, count);
-        if (done <= 0)
-            _exit(1);
-        sent += static_cast<std::uint64_t>(done);
+    const std::int64_t began_us = now_us();
+    for (std::uint64_t sent = 0;;) {
+        const std::uint64_t due = due_bytes(now_us() - began_us);
+        while (sent < due) {
+            const std::size_t at = sent % block.size();
+            const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(due - sent, block.size() - at));
+            const ssize_t done = write(master, block.data() + at, count);
+            if (done <= 0)
+                _exit(1);
+            sent += static_cast<std::uint64_t>(done);
+        }
+        const timespec pause{0, packet_ns};
+        nanosleep(&pause, nullptr);
     }
-    for (;;)
-        pause(); // the terminal stays, with what it still holds
 }
 
 } // namespace
 
-BoardProcess::BoardProcess(std::int32_t baud, std::uint64_t bytes)
+BoardProcess::BoardProcess(Handing handing, std::int32_t baud, std::uint64_t bytes)
 {
-    start([baud, bytes](int tell_path, int begin) {
-        if (baud > 0)
-            talk_at_pace(baud, tell_path, begin);
-        else
-            talk_as_fast_as_may_be(bytes, tell_path, begin);
+    start([=](int tell_path, int begin) {
+        if (handing == Handing::byte_by_byte)
+            talk_on_a_wire(baud, tell_path, begin);
+        talk_from_block(tell_path, begin, [=](std::int64_t passed_us) {
+            const auto paced =
+                static_cast<std::uint64_t>(passed_us) * static_cast<std::uint64_t>(baud) / 10 / 1'000'000;
+            return handing == Handing::at_once ? bytes : paced;
+        });
     });
 }
 

@@ -7,11 +7,18 @@
 
 namespace bench {
 
+// In what pieces its bytes reach the program.
+enum class Handing {
+    byte_by_byte, // each when its stop bit is through
+    by_packet, // what has come in a millisecond, as a USB adapter hands it on
+    at_once, // as fast as the terminal takes them
+};
+
 class BoardProcess {
 public:
-    // Numbered lines at the pace of a line of this baud, 8 data bits without parity; `baud` 0: as fast as the terminal
-    // takes them, the first `bytes` of them.
-    explicit BoardProcess(std::int32_t baud, std::uint64_t bytes = 0);
+    // Numbered lines at the pace of a line of this baud, 8 data bits without parity. At once: `bytes` of them, at no
+    // pace.
+    BoardProcess(Handing handing, std::int32_t baud, std::uint64_t bytes = 0);
     ~BoardProcess();
     BoardProcess(const BoardProcess&) = delete;
     BoardProcess& operator=(const BoardProcess&) = delete;
