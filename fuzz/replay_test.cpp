@@ -44,3 +44,5 @@ TEST(Corpora, ProjectReaderComesThroughAll) { replay("project", fuzz::fuzz_proje
 TEST(Corpora, BootLoaderReceptionComesThroughAll) { replay("receive_isp", fuzz::fuzz_receive_isp); }
 TEST(Corpora, StatusFrameComesThroughAll) { replay("status_frame", fuzz::fuzz_status_frame); }
 TEST(Corpora, DemonstrationReceptionComesThroughAll) { replay("receive_demo", fuzz::fuzz_receive_demo); }
+TEST(Corpora, MonitorFramesComeThroughAll) { replay("monitor_frames", fuzz::fuzz_monitor_frames); }
+TEST(Corpora, HexadecimalStringsComeThroughAll) { replay("hex_to_send", fuzz::fuzz_hex_to_send); }

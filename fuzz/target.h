@@ -17,6 +17,8 @@ std::string fuzz_project(Input input);
 std::string fuzz_receive_isp(Input input);
 std::string fuzz_receive_demo(Input input);
 std::string fuzz_status_frame(Input input);
+std::string fuzz_monitor_frames(Input input);
+std::string fuzz_hex_to_send(Input input);
 
 // The first byte of an input, taken off it; 0 where it has none.
 inline std::uint8_t take_byte(Input& input)

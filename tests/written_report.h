@@ -4,6 +4,7 @@
 #include "options/chip_status.h"
 #include "report/report.h"
 
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,7 @@ struct WrittenReport final : Report {
     bool english = true;
     std::vector<std::string> lines;
     std::vector<std::string> boxes;
+    std::deque<bool> answers; // to the next questions; one without is answered No
     int beeps = 0;
     std::vector<Stage> stages;
     std::vector<Progress> steps;
@@ -23,7 +25,10 @@ struct WrittenReport final : Report {
     bool ask(const Line& question, const Line&) override
     {
         boxes.push_back(question.in(english));
-        return false;
+        const bool yes = !answers.empty() && answers.front();
+        if (!answers.empty())
+            answers.pop_front();
+        return yes;
     }
     void say(const Line& line) override
     {

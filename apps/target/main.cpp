@@ -1,5 +1,7 @@
-// vrk-target: a simulated chip on a pseudo terminal, in real time, for any program that opens serial devices.
+// vrk-target: a simulated chip on a pseudo terminal, in real time, for any program that opens serial devices: with its
+// boot loader, or with a user program for a terminal and a monitor to look at.
 #include "rehearsal/chip_of_model.h"
+#include "target/user_programs.h"
 
 #include "catalog/ranges.h"
 #include "platform/text_number.h"
@@ -20,19 +22,35 @@ namespace {
 using namespace vrk;
 
 constexpr const char* usage = R"(usage: vrk-target MODEL [OPTION]...
+       vrk-target --terminal PROGRAM [OPTION]...
+       vrk-target --help
+
+A chip with its boot loader, MODEL of the catalogue:
   --letter L       stepping letter of the boot loader, A to Z
   --version V      its version, as 6.3
   --clock HZ       crystal or RC clock
-  --link PATH      a symbolic link to the terminal, for programs that want a fixed name
   --flash FILE     at the end, writes the flash there
   --data FILE      at the end, writes the data flash there
   --at-once        the chip takes no time of its own: only the wire does
-At the end it tells what it complained of and its option rows 0 to 16.
-The chip has no power yet. Reads commands, one a line: on, off, cycle, quit; runs until quit or an interrupt.
+At the end it tells what it complained of and its option rows 0 to 16. It has no power yet.
+
+A user program on a line of 8 data bits without parity, for the terminal and the monitor. It has power at once:
+  --terminal echo             repeats what it hears
+  --terminal stream RATE      numbered lines, RATE bytes a second; 0: without a pause
+  --terminal dump FILE        sends the bytes of FILE when it hears one, whichever
+  --terminal monitor          stops, sends its registers and memory in frames, waits for the tool's word
+  --baud N                    of the line: 115200 unless told
+  --damaged N, --cut-off N    of the monitor's first N frames: have a wrong sum, break off in their middle
+
+With both:
+  --link PATH      a symbolic link to the terminal, for programs that want a fixed name
+Reads commands, one a line: on, off, cycle, quit; runs until quit or an interrupt.
 )";
 
 struct Options {
+    bool help = false;
     std::string model;
+    ProgramWords words; // their program is empty where a boot loader is wanted
     std::string letter;
     std::string version;
     std::string clock;
@@ -42,32 +60,45 @@ struct Options {
     bool at_once = false;
 };
 
+// Where the word behind this one goes; nullptr: it takes none.
+std::string* place_of_value(Options& options, const std::string& word)
+{
+    struct Row {
+        const char* word;
+        std::string& text;
+    };
+    const Row rows[] = {{"--letter", options.letter}, {"--version", options.version}, {"--clock", options.clock},
+        {"--link", options.link}, {"--flash", options.flash}, {"--data", options.data},
+        {"--terminal", options.words.program}, {"--baud", options.words.baud}, {"--damaged", options.words.damaged},
+        {"--cut-off", options.words.cut_off}};
+    for (const Row& row : rows) {
+        if (word == row.word)
+            return &row.text;
+    }
+    return nullptr;
+}
+
 std::optional<Options> parse_options(const std::vector<std::string>& words)
 {
     Options options;
-    struct Row {
-        const char* word;
-        std::string Options::*text;
-    };
-    constexpr Row rows[] = {{"--letter", &Options::letter}, {"--version", &Options::version},
-        {"--clock", &Options::clock}, {"--link", &Options::link}, {"--flash", &Options::flash},
-        {"--data", &Options::data}};
     for (std::size_t i = 0; i < words.size(); ++i) {
-        const Row* found = nullptr;
-        for (const Row& row : rows) {
-            if (words[i] == row.word)
-                found = &row;
-        }
-        if (found != nullptr && i + 1 < words.size())
-            options.*found->text = words[++i];
-        else if (words[i] == "--at-once")
+        std::string* value = place_of_value(options, words[i]);
+        if (value != nullptr && i + 1 < words.size()) {
+            *value = words[++i];
+            if (value == &options.words.program && takes_argument(*value) && i + 1 < words.size())
+                options.words.argument = words[++i];
+        } else if (words[i] == "--help") {
+            options.help = true;
+        } else if (words[i] == "--at-once") {
             options.at_once = true;
-        else if (!words[i].starts_with("-") && options.model.empty())
+        } else if (!words[i].starts_with("-") && options.model.empty()) {
             options.model = words[i];
-        else
+        } else {
             return std::nullopt;
+        }
     }
-    return options.model.empty() ? std::nullopt : std::optional{options};
+    const bool one_of_both = options.model.empty() != options.words.program.empty();
+    return options.help || one_of_both ? std::optional{options} : std::nullopt;
 }
 
 // False: one of the values cannot be.
@@ -108,12 +139,12 @@ bool save(const std::string& path, const std::vector<std::uint8_t>& bytes)
     return false;
 }
 
-// The chip's supply, switched by the commands that come in.
+// The target's supply, switched by the commands that come in.
 class Supply {
 public:
-    Supply(sim::PosixLoop& loop, sim::Chip& chip)
+    Supply(sim::PosixLoop& loop, sim::Target& target)
         : loop_(loop)
-        , chip_(chip)
+        , target_(target)
     {
         loop_.watch(STDIN_FILENO, [this] { read_commands(); });
     }
@@ -137,12 +168,12 @@ private:
     void obey(const std::string& command)
     {
         if (command == "on") {
-            chip_.power_up();
+            target_.power(true);
         } else if (command == "off") {
-            chip_.power_off();
+            target_.power(false);
         } else if (command == "cycle") {
-            chip_.power_off();
-            loop_.call_at(loop_.now_us() + 100'000, [this] { chip_.power_up(); });
+            target_.power(false);
+            loop_.call_at(loop_.now_us() + 100'000, [this] { target_.power(true); });
         } else if (command == "quit") {
             quit = true;
         } else if (!command.empty()) {
@@ -151,9 +182,71 @@ private:
     }
 
     sim::PosixLoop& loop_;
-    sim::Chip& chip_;
+    sim::Target& target_;
     std::string pending_;
 };
+
+// Until quit or an interrupt. False: there is no terminal.
+bool serve(sim::PosixLoop& loop, sim::Target& target, const std::string& link, bool power_at_once)
+{
+    sim::PtyTarget terminal(loop, target);
+    if (!terminal.open(link)) {
+        std::cerr << "vrk-target: " << terminal.fault() << std::endl;
+        return false;
+    }
+    Supply supply(loop, target);
+    std::cout << "terminal: " << terminal.path() << std::endl;
+    if (power_at_once)
+        target.power(true);
+    while (!supply.quit && interrupted == 0)
+        loop.yield();
+    return true;
+}
+
+int serve_user_program(const Options& options)
+{
+    std::string fault;
+    const auto program = make_user_program(options.words, fault);
+    if (program == nullptr) {
+        std::cerr << "vrk-target: " << fault << std::endl;
+        return 2;
+    }
+    sim::PosixLoop loop;
+    if (!serve(loop, *program, options.link, true))
+        return 1;
+    std::cout << "bytes heard: " << program->heard().size() << std::endl;
+    return 0;
+}
+
+int serve_boot_loader(const Options& options)
+{
+    McuTable table;
+    load_mcu_tables(table, false);
+    auto setup = chip_setup_of(table, options.model);
+    if (!setup) {
+        std::cerr << "vrk-target: no model '" << options.model << "' in the catalogue" << std::endl;
+        return 2;
+    }
+    if (!set_up(options, *setup)) {
+        std::cerr << "vrk-target: a letter from A to Z, a version from 0.0 to 9.9, a clock from 32000 to 100000000 Hz"
+                  << std::endl;
+        return 2;
+    }
+    sim::PosixLoop loop;
+    sim::Chip chip(*setup);
+    chip.on_state_change.push_back(
+        [](sim::Chip::State state) { std::cout << "state: " << sim::state_name(state) << std::endl; });
+    if (!serve(loop, chip, options.link, false))
+        return 1;
+    const std::string violations = chip.violations();
+    std::cout << "violations: " << (violations.empty() ? "none" : "\n" + violations) << std::endl;
+    std::cout << "options:";
+    for (const std::uint8_t row : chip.options())
+        std::cout << ' ' << hex_text(row, 2);
+    std::cout << std::endl;
+    const bool saved = save(options.flash, chip.flash()) && save(options.data, chip.data_flash());
+    return saved ? 0 : 1;
+}
 
 } // namespace
 
@@ -164,41 +257,11 @@ int main(int argc, char** argv)
         std::cerr << usage;
         return 2;
     }
-    McuTable table;
-    load_mcu_tables(table, false);
-    auto setup = chip_setup_of(table, options->model);
-    if (!setup) {
-        std::cerr << "vrk-target: no model '" << options->model << "' in the catalogue" << std::endl;
-        return 2;
-    }
-    if (!set_up(*options, *setup)) {
-        std::cerr << "vrk-target: a letter from A to Z, a version from 0.0 to 9.9, a clock from 32000 to 100000000 Hz"
-                  << std::endl;
-        return 2;
+    if (options->help) {
+        std::cout << usage;
+        return 0;
     }
     std::signal(SIGINT, [](int) { interrupted = 1; });
     std::signal(SIGTERM, [](int) { interrupted = 1; });
-
-    sim::PosixLoop loop;
-    sim::Chip chip(*setup);
-    sim::PtyTarget terminal(loop, chip);
-    if (!terminal.open(options->link)) {
-        std::cerr << "vrk-target: " << terminal.fault() << std::endl;
-        return 1;
-    }
-    chip.on_state_change.push_back(
-        [](sim::Chip::State state) { std::cout << "state: " << sim::state_name(state) << std::endl; });
-    Supply supply(loop, chip);
-    std::cout << "terminal: " << terminal.path() << std::endl;
-    while (!supply.quit && interrupted == 0)
-        loop.yield();
-
-    const std::string violations = chip.violations();
-    std::cout << "violations: " << (violations.empty() ? "none" : "\n" + violations) << std::endl;
-    std::cout << "options:";
-    for (const std::uint8_t row : chip.options())
-        std::cout << ' ' << hex_text(row, 2);
-    std::cout << std::endl;
-    const bool saved = save(options->flash, chip.flash()) && save(options->data, chip.data_flash());
-    return saved ? 0 : 1;
+    return options->words.program.empty() ? serve_boot_loader(*options) : serve_user_program(*options);
 }

@@ -1,5 +1,7 @@
 #include "terminal/terminal.h"
 
+#include <utility>
+
 namespace vrk {
 
 void Terminal::receive(std::span<const std::uint8_t> bytes)
@@ -13,13 +15,15 @@ void Terminal::receive(std::span<const std::uint8_t> bytes)
 void Terminal::use(CodePage new_page)
 {
     page = new_page;
+    broken_off += decoder.end();
     decoder = TextDecoder{new_page};
 }
 
 std::string Terminal::take_text(bool as_hex)
 {
     const auto bytes = to_show.take();
-    return as_hex ? hex_pairs_text(bytes) : decoder.decode(bytes);
+    const std::string text = as_hex ? decoder.end() + hex_pairs_text(bytes) : decoder.decode(bytes);
+    return std::exchange(broken_off, {}) + text;
 }
 
 std::string Terminal::take_timed_text(std::string_view time) { return times.stamp(take_text(false), time); }

@@ -22,6 +22,7 @@ struct Terminal {
     std::int32_t tx_count = 0;
     CodePage page = CodePage::utf8;
     TextDecoder decoder{CodePage::utf8};
+    std::string broken_off; // stands for a character whose rest was read in another encoding; to be shown
 
     ReceiveLog log;
     LineTimes times; // of the display
