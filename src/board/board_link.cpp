@@ -32,6 +32,7 @@ constexpr int confirmations = 11; // good answers in a row before the line is tr
 constexpr int confirmation_rounds = 201;
 constexpr int again_rounds = 36;
 constexpr int again_ms = 50;
+constexpr int late_answers_ms = 700; // longer than any frame but an erasure is waited for
 constexpr int version_tries = 4;
 constexpr int first_version_ms = 3000; // the board may still be busy with its power-up
 constexpr int probe_tries = 4;
@@ -77,6 +78,10 @@ bool switch_sorter_through(Session& session)
     return waited && open_board_line(session) && session.pause(sorter_settles_ms);
 }
 
+// Behind calls that went out more often than they were answered: what still comes for them must not be taken for the
+// answer to an erasure or to a block, which has no other mark than to be good.
+bool let_late_answers_pass(Session& session, int calls) { return calls <= 1 || session.pause(late_answers_ms); }
+
 // For the hand at the power switch. Nothing rests on which call is answered, so they need no silence between them.
 bool call_until_power_up(Session& session)
 {
@@ -85,7 +90,7 @@ bool call_until_power_up(Session& session)
         session.send_model_command(command::ready, call_for_job);
         session.port.send(wake_byte);
         if (session.wait_answer(end))
-            return true;
+            return let_late_answers_pass(session, round + 1);
     }
     return false;
 }
@@ -95,7 +100,7 @@ bool answers(Session& session, int rounds, int timeout_ms, std::uint8_t paramete
 {
     for (int round = 0; round < rounds && !session.is_over(); ++round) {
         if (session.ask_model(command::ready, timeout_ms, parameter, called_before || round > 0))
-            return true;
+            return let_late_answers_pass(session, round + 1);
     }
     return false;
 }

@@ -42,8 +42,9 @@ bool one_job(std::uint32_t seed)
         bench.board.replies.delay(1 + below(400), 1000 * below(640));
     if (chance(15))
         bench.when_frame(codes[below(2)], 1 + below(200), [&bench] { bench.board.power(false); });
+    EventLoop::CallId stopping = 0;
     if (chance(10))
-        bench.stop_after_ms(below(12'000));
+        stopping = bench.loop.call_at(std::int64_t{below(12'000)} * 1000, [&bench] { bench.stop(); });
 
     const bool good = bench.run_with_power() == Result::good;
     const std::size_t last = setup.version >= 0x17 ? 0xF7FF : 0xF3FF;
@@ -61,6 +62,7 @@ bool one_job(std::uint32_t seed)
 
     bench.wire.bytes_to_tool.at_random({}, 0);
     bench.wire.bytes_to_target.at_random({}, 0);
+    bench.loop.cancel(stopping);
     bench.at_frame = nullptr;
     bench.board.replies = {};
     bench.board.deaf_to.clear();
