@@ -29,8 +29,8 @@ public:
     void remove(const std::string& path);
     // The next `times` openings fail, as when another program has the port.
     void refuse_open(const std::string& path, int times = 1);
-    // Asked at each call that a driver can refuse; true: this one fails. A list is empty then, a read brings nothing and
-    // leaves what waits, and what was to be written is lost.
+    // Asked at each call that a driver can refuse; true: this one fails. A list is empty then, a read brings nothing
+    // and leaves what waits, and what was to be written is lost.
     std::function<bool(PortCall)> fails;
     // How ports close; see Wire::Closing. A Linux tty drains.
     Wire::Closing closing = Wire::Closing::drains;
