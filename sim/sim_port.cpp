@@ -43,6 +43,8 @@ void SimPortDriver::refuse_open(const std::string& path, int times)
 std::vector<vrk::PortInfo> SimPortDriver::list()
 {
     std::vector<vrk::PortInfo> infos;
+    if (failed(PortCall::list))
+        return infos;
     for (const Device& device : devices_)
         infos.push_back(device.info);
     return infos;
@@ -71,7 +73,7 @@ bool SimPort::open(const vrk::LineSettings& line)
     close();
     SimPortDriver::Device* device = driver_->find(path_);
     gone_ = device == nullptr;
-    if (device == nullptr || device->opened_by != nullptr || line.baud <= 0)
+    if (device == nullptr || device->opened_by != nullptr || line.baud <= 0 || driver_->failed(PortCall::open))
         return false;
     if (device->refusals > 0) {
         --device->refusals;
@@ -111,7 +113,7 @@ void SimPort::let_go(Wire::Closing closing)
 
 bool SimPort::set_line(const vrk::LineSettings& line)
 {
-    if (wire_ == nullptr || line.baud <= 0)
+    if (wire_ == nullptr || line.baud <= 0 || driver_->failed(PortCall::set_line))
         return false;
     if (line != line_)
         wire_->tool_set_line(line);
@@ -142,6 +144,8 @@ std::size_t SimPort::bytes_available() const
 
 std::size_t SimPort::read(std::span<std::uint8_t> into)
 {
+    if (driver_->failed(PortCall::read))
+        return 0;
     const std::size_t count = std::min(into.size(), bytes_available());
     std::copy_n(input_.begin(), count, into.begin());
     input_.erase(input_.begin(), input_.begin() + static_cast<std::ptrdiff_t>(count));
@@ -152,7 +156,7 @@ std::size_t SimPort::bytes_to_write() const { return wire_ != nullptr ? wire_->t
 
 void SimPort::write(std::span<const std::uint8_t> bytes)
 {
-    if (wire_ != nullptr)
+    if (wire_ != nullptr && !driver_->failed(PortCall::write))
         wire_->tool_write(bytes);
 }
 

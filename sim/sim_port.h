@@ -5,12 +5,15 @@
 #include "platform/serial_port.h"
 #include "sim/wire.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace sim {
 
 class SimPort;
+
+enum class PortCall { list, open, set_line, read, write };
 
 class SimPortDriver final : public vrk::PortDriver {
 public:
@@ -26,6 +29,9 @@ public:
     void remove(const std::string& path);
     // The next `times` openings fail, as when another program has the port.
     void refuse_open(const std::string& path, int times = 1);
+    // Asked at each call that a driver can refuse; true: this one fails. A list is empty then, a read brings nothing
+    // and leaves what waits, and what was to be written is lost.
+    std::function<bool(PortCall)> fails;
     // How ports close; see Wire::Closing. A Linux tty drains.
     Wire::Closing closing = Wire::Closing::drains;
 
@@ -41,6 +47,7 @@ private:
         SimPort* opened_by;
     };
     Device* find(const std::string& path);
+    bool failed(PortCall call) const { return fails && fails(call); }
     void tell_list_changed();
 
     vrk::EventLoop* loop_;

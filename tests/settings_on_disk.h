@@ -35,8 +35,8 @@ public:
             return refused;
         if (memory_ == disk)
             return std::nullopt;
-        if (broken)
-            return broken;
+        if (broken || (fails && fails()))
+            return broken.value_or(full);
         disk = memory_;
         if (on_write)
             on_write();
@@ -44,8 +44,12 @@ public:
     }
     std::string on_disk(const char* section, const char* key) const { return read(disk, section, key, "none"); }
 
+    static inline const SettingsFault full = {
+        SettingsFault::Kind::unwritable, "/home/line/VRK-ISP.ini", "No space left on device"};
+
     Values disk;
     std::optional<SettingsFault> broken; // what each write that has something to write comes to
+    std::function<bool()> fails; // asked at each of these writes: true, and the disk is full for this once
     std::optional<SettingsFault> refused; // from the start
     std::function<void()> on_write;
 

@@ -73,14 +73,20 @@ FileFault open_plain_file(ImageFile& file)
     return file.size > ImageFile::most_bytes ? FileFault::too_large : FileFault::none;
 }
 
+// What the kind is told by has to be read: a HEX file whose mark was not seen would lose its first record.
 FileFault read_file(ImageFile& file, bool named_hex, std::size_t buffer_size)
 {
     const std::string mark = read_head(file.text, longest_mark);
+    if (file.text.bad())
+        return FileFault::not_found;
     if (is_utf16(mark, named_hex))
         return FileFault::utf16;
     const std::size_t first_line = mark.starts_with(utf8_mark) ? utf8_mark.size() : 0;
     go_to(file.text, first_line);
-    if (named_hex || looks_like_hex(file.text)) {
+    const bool is_hex = named_hex || looks_like_hex(file.text);
+    if (file.text.bad())
+        return FileFault::not_found;
+    if (is_hex) {
         file.kind = FileKind::hex;
         go_to(file.text, first_line);
         return FileFault::none;

@@ -161,6 +161,7 @@ bool apply_selected_device(Shell& shell)
         return false;
     }
     shell.selected = read_mcu_row(shell.mcu_table, found->series, found->row);
+    shell.model_stands_in = false;
     shell.form.cheData_Auto_Increase.set_value(false);
     shell.data_increase.valid = false;
     enable_eeprom_controls(shell, has_eeprom_buffer(shell.selected));
@@ -177,11 +178,13 @@ void restore_device(Shell& shell)
 {
     std::string key = shell.platform.settings.get("Settings", "DeviceProducts", std::string{first_choice});
     const Tree::Node* node = shell.form.TreeViewDevice.find(key);
-    if (node == nullptr || node->parent.empty())
+    const bool offered = node != nullptr && !node->parent.empty();
+    if (!offered)
         key = first_choice;
     shell.form.TreeViewDevice.select(key);
     shell.form.txtDevice.set_text(key);
     apply_selected_device(shell);
+    shell.model_stands_in = !offered;
 }
 
 void show_ap_isp_range(Shell& shell)

@@ -36,9 +36,10 @@ RcChoice read_rc_choice(const MainForm& form)
 
 void snapshot_controls(Shell& shell)
 {
-    const auto [page, last_row] = option_page_of_series(shell.selected.series);
+    const int page = option_page_of_series(shell.selected.series).page;
     clear_snapshot(shell.option_table, page);
-    for (int row = 0; row <= last_row; ++row) {
+    // All rows, also those behind the last one that makes bytes: a project keeps their choices too.
+    for (int row = 0; row < shell.option_table.filled_rows(page); ++row) {
         if (shell.option_table.cell(page, row, OptionColumn::bit_code).empty())
             continue;
         if (const Control* control = control_of_row(shell, page, row)) {

@@ -1,6 +1,7 @@
 #include "shell/sequence.h"
 
 #include "shell/panel_state.h"
+#include "shell/ports.h"
 #include "shell/screen_report.h"
 #include "shell/terminal_page.h"
 
@@ -13,6 +14,8 @@ Sequence::Sequence(Shell& shell)
     shell_.stop_requested = false;
     terminal_close(shell);
     close_port();
+    if (shell_.port_paths.empty()) // the list may have failed; nobody has to plug something in to get another
+        refresh_ports(shell_);
 }
 
 Sequence::~Sequence()

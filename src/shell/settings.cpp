@@ -150,9 +150,12 @@ void save_rows(Shell& shell)
         shell, [&shell](const Setting& setting) { set(shell, setting.key, keeper_of(setting).value(setting)); });
 }
 
-// The model. Where no model's node is selected, the oldest family stands in for it.
+// The model. Where no model's node is selected, the oldest family stands in for it. A look at the tool in the other
+// language does not cost a user the model chosen in the first.
 void save_device(Shell& shell)
 {
+    if (shell.model_stands_in)
+        return;
     constexpr int birch = 2;
     constexpr int name_column = 9;
     std::string key = shell.form.TreeViewDevice.selected_key();

@@ -49,6 +49,7 @@ struct Shell {
     McuTable mcu_table;
     OptionTable option_table;
     McuRecord selected; // the model in the tree; a connection never overwrites it
+    bool model_stands_in = false; // the stored one is not in the tree of this language, and nobody has chosen another
     OptionImage options; // as the panel had them at the last press
     std::string option_byte_text = "0,0,0"; // third field "1": block 1 must not program block 0
 

@@ -9,7 +9,7 @@ using namespace vrk;
 
 namespace {
 
-const SettingsFault full = {SettingsFault::Kind::unwritable, "/home/line/VRK-ISP.ini", "No space left on device"};
+const SettingsFault& full = SettingsOnDisk::full;
 const SettingsFault held = {SettingsFault::Kind::held, "/home/line/VRK-ISP.ini", ""};
 
 // Numbered chips, one after the other, by Re-Download; the settings outlive the program.

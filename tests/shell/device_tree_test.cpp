@@ -225,6 +225,21 @@ TEST(StoredModel, OfAChineseFamilyFallsBackForAnEnglishUser)
     EXPECT_EQ(device_shown(chinese), "Elm-4R");
 }
 
+// A look at the program in English used to cost a user the model.
+TEST(StoredModel, OfAnotherLanguageStaysStoredUntilAnotherIsChosen)
+{
+    MemoryStore store;
+    store.set("Settings", "DeviceProducts", "Elm-4R");
+    Rehearsal english(setup_of("Juniper-60Q"), &store, true);
+    english.loop.run_for_ms(1000); // the save that follows each start
+    EXPECT_EQ(store.get("Settings", "DeviceProducts", ""), "Elm-4R");
+    EXPECT_EQ(store.get("Settings", "BaudMin", ""), "8") << "everything else is saved";
+
+    choose_node(english.shell, NamedControls{english.shell.controls}.tree("TreeViewDevice"), "Hazel-1");
+    english.loop.run_for_ms(1000);
+    EXPECT_EQ(store.get("Settings", "DeviceProducts", ""), "Hazel-1") << "the one that stood there, chosen by hand";
+}
+
 TEST(StoredModel, ThatNobodyKnowsFallsBack)
 {
     MemoryStore store;

@@ -72,6 +72,26 @@ TEST(ProjectFile, OfTheForm_IsWrittenToTheByte)
     EXPECT_TRUE(bench.no_more_boxes());
 }
 
+// The English page of the oldest families has more rows than make bytes: the last choice of the panel was saved empty.
+TEST(ProjectFile, SaysWhatIsChosenOnEveryStripOfEveryPage)
+{
+    for (const char* model : {"Alder-64", "Birch-8", "Cedar-4R", "Fir-8R", "Hazel-4R", "Juniper-60Q", "Larch-12V",
+             "Maple-4S", "Oak-20V", "Rowan-8", "Holly-4"}) {
+        for (const bool english : {false, true}) {
+            ProjectBench bench{model, english};
+            for (const auto& [key, value] : project_values(bench.shell)) {
+                const auto keys = project_option_keys();
+                const bool is_option = std::find(keys.begin(), keys.end(), key) != keys.end();
+                EXPECT_FALSE(is_option && value.empty())
+                    << model << ", " << (english ? "English: " : "Chinese: ") << key;
+            }
+        }
+    }
+    ProjectBench bench{"Rowan-8", true};
+    bench.save();
+    EXPECT_NE(bench.saved().find("P4_5_As_ALE_NO: False\r\nP4_5_As_ALE_YES: True\r\n"), std::string::npos);
+}
+
 TEST(ProjectFile, WithAnEepromFileHoldsBothImages)
 {
     ProjectBench bench;
