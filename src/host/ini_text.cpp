@@ -1,5 +1,6 @@
 #include "host/ini_text.h"
 
+#include <QFile>
 #include <QSettings>
 
 #include <algorithm>
@@ -75,9 +76,16 @@ QByteArray ini_text(const IniValues& values)
     return text;
 }
 
-IniValues read_ini(const std::string& path)
+std::optional<IniValues> read_ini(const std::string& path, QString& reason)
 {
+    QFile plain(QString::fromStdString(path));
+    const bool has_lines = plain.open(QIODevice::ReadOnly) && plain.readAll().contains('=');
     const QSettings file(QString::fromStdString(path), QSettings::IniFormat);
+    reason = plain.error() != QFile::NoError ? plain.errorString() : QString();
+    if (plain.error() != QFile::NoError || file.status() == QSettings::AccessError)
+        return std::nullopt;
+    if (has_lines && file.allKeys().isEmpty() && file.status() == QSettings::NoError)
+        return std::nullopt; // QSettings takes a file that it could not read for an empty one
     IniValues values;
     for (const QString& name : file.allKeys()) {
         if (name.isEmpty())

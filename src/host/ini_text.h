@@ -3,8 +3,10 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -13,7 +15,8 @@ namespace vrk {
 using IniValues = std::map<std::pair<std::string, std::string>, std::string>; // by section and key
 
 QByteArray ini_text(const IniValues& values); // UTF-8, whatever the values hold
-// Of a file that exists. What is damaged, or no text, counts as missing.
-IniValues read_ini(const std::string& path);
+// Of a file that exists. What is damaged, or no text, counts as missing. Nothing: the file cannot be read, and `reason`
+// tells why.
+std::optional<IniValues> read_ini(const std::string& path, QString& reason);
 
 } // namespace vrk

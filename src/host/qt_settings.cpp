@@ -1,43 +1,18 @@
 #include "host/qt_settings.h"
 
+#include "platform/whole_file.h"
+
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QSettings>
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cerrno>
+#include <utility>
 
 namespace vrk {
 
 namespace {
 
 constexpr int longest_wait_ms = 1000; // for another program that has the settings in use
-constexpr int most_links = 40; // one behind the other; more are a ring
-
-QString behind_links(const QString& path)
-{
-    QFileInfo file(path);
-    for (int i = 0; i < most_links && file.isSymLink(); ++i)
-        file = QFileInfo(file.symLinkTarget());
-    return file.absoluteFilePath();
-}
-
-// What the folder knows of the file is on the disk, too: until then a power cut can bring the old file back.
-bool flush_folder(const QString& folder)
-{
-    const int handle = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (handle < 0)
-        return false;
-    const bool flushed = ::fsync(handle) == 0;
-    const int error = errno;
-    ::close(handle);
-    errno = error;
-    return flushed;
-}
 
 } // namespace
 
@@ -47,7 +22,7 @@ QtSettings::QtSettings()
 }
 
 QtSettings::QtSettings(const std::string& file)
-    : path_(behind_links(QString::fromStdString(file)))
+    : path_(QString::fromStdString(behind_links(file)))
     , lock_(path_ + ".lock")
 {
     open();
@@ -65,11 +40,11 @@ void QtSettings::open()
         refused_ = fault(SettingsFault::Kind::held);
     if (!file.exists())
         return;
-    QFile trial(path_);
-    if (trial.open(QIODevice::ReadOnly))
-        values_ = read_ini(path_.toStdString());
+    QString reason;
+    if (auto values = read_ini(path_.toStdString(), reason))
+        values_ = std::move(*values);
     else if (!refused_)
-        refused_ = fault(SettingsFault::Kind::unreadable, trial.errorString());
+        refused_ = fault(SettingsFault::Kind::unreadable, reason);
 }
 
 // Takes the lock where that can be done. Where there is no place for it, the file cannot be written either, which will
@@ -110,18 +85,10 @@ std::optional<SettingsFault> QtSettings::write_through()
         return refused_;
     if (is_held_by_another())
         return fault(SettingsFault::Kind::held);
-    QSaveFile file(path_);
-    if (!file.open(QIODevice::WriteOnly))
-        return fault(SettingsFault::Kind::unwritable, file.errorString());
     const QByteArray text = ini_text(values_);
-    if (file.write(text) != text.size() || !file.flush())
-        return fault(SettingsFault::Kind::unwritable, file.errorString());
-    if (::fsync(file.handle()) != 0)
-        return fault(SettingsFault::Kind::unwritable, qt_error_string(errno));
-    if (!file.commit())
-        return fault(SettingsFault::Kind::unwritable, file.errorString());
-    if (!flush_folder(QFileInfo(path_).path()))
-        return fault(SettingsFault::Kind::unwritable, qt_error_string(errno));
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.constData());
+    if (const auto failed = write_whole_file(path_.toStdString(), {bytes, static_cast<std::size_t>(text.size())}))
+        return fault(SettingsFault::Kind::unwritable, QString::fromStdString(failed->reason));
     changed_ = false;
     return std::nullopt;
 }

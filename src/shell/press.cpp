@@ -7,6 +7,7 @@
 #include "shell/messages.h"
 #include "shell/open_file.h"
 #include "shell/panel_state.h"
+#include "shell/ports.h"
 #include "shell/rc_boxes.h"
 #include "shell/screen_report.h"
 #include "shell/serial_numbers.h"
@@ -37,6 +38,8 @@ public:
         shell_.running = true;
         shell_.stop_requested = false;
         close_port();
+        if (shell_.port_paths.empty()) // the list may have failed; nobody has to plug something in to get another
+            refresh_ports(shell_);
     }
     ~Sequence()
     {

@@ -10,10 +10,9 @@
 #include "shell/project_file.h"
 #include "shell/project_values.h"
 #include "shell/serial_numbers.h"
+#include "shell/store_file.h"
 
-#include "image/whole_file.h"
 #include "platform/text_number.h"
-#include "shell/messages.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -33,7 +32,7 @@ constexpr std::string_view model_shown = "MCU Type: ";
 constexpr Text save_title      = { "保存工程文件 *.VRK",                               "Save Project File *.VRK" };
 constexpr Text open_title      = { "Open Project File *.VRK",                        "Open Project File *.VRK" };
 constexpr Text no_code_file    = { "Please open code file./请打开应用程序文件。",         "Please open code file." };
-constexpr Text not_saved       = { "工程文件无法保存，原有文件没有改变。\n",               "The project file can not be saved. A former file is as it was.\n" };
+constexpr Text not_saved       = { "工程文件无法保存，原有文件没有改变。",               "The project file can not be saved. A former file is as it was." };
 constexpr Text replace_it      = { "文件已存在，要替换吗(Y/N)? \n",                        "The file exists already. Do you want to replace it (Y/N)?\n" };
 constexpr Text not_found       = { "Can not find the file./找不到文件",                "Can not find the file." };
 constexpr Text old_version     = { "您使用的是旧版本的工程文件，打开文件后请仔细核对各选项是否正确。",
@@ -176,9 +175,7 @@ void save_project(Shell& shell, const std::string& chosen)
         content.data = loaded_bytes(shell.data_buffer);
     const std::string text = project_text(content);
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-    const std::string reason = write_whole_file(path, {bytes, text.size()});
-    if (!reason.empty())
-        show_box(shell, std::string{in_language(shell, not_saved)} + path + "\n" + reason);
+    write_or_tell(shell, path, {bytes, text.size()}, not_saved);
 }
 
 void comOpenBatchFile_Click(Shell& shell)

@@ -62,6 +62,8 @@ std::optional<std::string> read_project_file(const std::string& path)
         return std::nullopt;
     std::string contents(static_cast<std::size_t>(std::min(size, longest_read)), '\0');
     file.read(contents.data(), static_cast<std::streamsize>(contents.size()));
+    if (file.bad())
+        return std::nullopt;
     contents.resize(static_cast<std::size_t>(file.gcount()));
     return contents;
 }

@@ -3,8 +3,8 @@
 #include "form/main_form.h"
 
 #include "image/store_range.h"
-#include "image/whole_file.h"
 #include "platform/text_number.h"
+#include "platform/whole_file.h"
 #include "shell/messages.h"
 
 #include <filesystem>
@@ -18,6 +18,8 @@ namespace {
 
 constexpr Text not_written = {"无法写入文件，磁盘上原有的内容没有改变。",
     "The file cannot be written; what stood on the disk before is still there."};
+constexpr Text not_confirmed = {"文件已写入，但磁盘没有确认，断电后可能丢失。",
+    "The file is written, but the disk has not confirmed it; a power cut may bring the former one back."};
 
 // Where the code file lies that was opened last.
 std::string folder_of_code(Shell& shell)
@@ -50,10 +52,18 @@ void comStoreFile_Click(Shell& shell)
     const auto path = ask_for_file(shell);
     if (!path || path->empty())
         return;
-    const std::string reason = write_whole_file(*path,
-        std::span{shell.code_buffer.data}.subspan(static_cast<std::size_t>(start), static_cast<std::size_t>(length)));
-    if (!reason.empty())
-        show_box(shell, std::string{in_language(shell, not_written)} + "\n" + *path + "\n" + reason);
+    write_or_tell(shell, *path,
+        std::span{shell.code_buffer.data}.subspan(static_cast<std::size_t>(start), static_cast<std::size_t>(length)),
+        not_written);
+}
+
+void write_or_tell(Shell& shell, const std::string& path, std::span<const std::uint8_t> bytes, const Text& unchanged)
+{
+    const auto fault = write_whole_file(path, bytes);
+    if (!fault)
+        return;
+    const Text& what = fault->in_place ? not_confirmed : unchanged;
+    show_box(shell, std::string{in_language(shell, what)} + "\n" + path + "\n" + fault->reason);
 }
 
 } // namespace vrk

@@ -10,10 +10,10 @@ namespace {
 constexpr std::size_t number_at = 0x203;
 
 struct NumberedLine : FailingLine {
-    NumberedLine(const char* model, FailingCalls& its_calls, SettingsOnDisk& its_store, const std::string& its_folder)
-        : FailingLine(model, its_calls, its_store, its_folder)
+    NumberedLine(const char* model, FailingCalls& its_calls, SettingsOnDisk& its_store, const OwnFolder& folder)
+        : FailingLine(model, its_calls, its_store, folder)
     {
-        open_by_hand("comLoadFile", write_code("code.bin", pattern(0x300)));
+        open_by_hand("comLoadFile", folder.file("code.bin", text_of(pattern(0x300))));
         form.check_box("cekReloadFile").set_value(true);
         form.list("comDalay_ReDownLoad").set_text("2");
         const char* fields[] = {"203", "4", "41", "1"};
@@ -73,9 +73,9 @@ struct Case {
 
 void tell_download(const Case& what, FailingCalls& calls)
 {
-    const OwnFolder folder;
+    const OwnFolder folder("failures");
     SettingsOnDisk store;
-    NumberedLine line(what.model, calls, store, folder.path);
+    NumberedLine line(what.model, calls, store, folder);
     line.form.check_box("cheTL").set_value(what.fixed_115200);
     line.form.list("cobBaudMax").choose(what.max_baud);
     line.pulled_out = what.pulled_out;
@@ -109,9 +109,9 @@ void change_chip(NumberedLine& line, bool another)
 void tell_repeat(FailingCalls& calls)
 {
     constexpr int chips = 3;
-    const OwnFolder folder;
+    const OwnFolder folder("failures");
     SettingsOnDisk store;
-    NumberedLine line("Juniper-8", calls, store, folder.path);
+    NumberedLine line("Juniper-8", calls, store, folder);
     std::vector<int> good_numbers; // of the chips that the tool has called good
     bool was_good = false;
     line.loop.before_sleep = [&] {
@@ -142,9 +142,9 @@ void tell_repeat(FailingCalls& calls)
 
 void tell_reading(FailingCalls& calls)
 {
-    const OwnFolder folder;
+    const OwnFolder folder("failures");
     SettingsOnDisk store;
-    FailingLine line("Juniper-8", calls, store, folder.path);
+    FailingLine line("Juniper-8", calls, store, folder);
     line.after_ms(0, [&line] { click(line.shell, line.form.button("comReadChipLock")); });
     line.power_up_after_ms(100);
     calls.counting = true;

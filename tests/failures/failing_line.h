@@ -10,25 +10,9 @@
 #include "own_folder.h"
 #include "settings_on_disk.h"
 
-#include <filesystem>
-
 namespace vrk {
 
-// A folder that is there while the test runs.
-struct OwnFolder {
-    OwnFolder() { std::filesystem::create_directories(path); }
-    ~OwnFolder() { std::filesystem::remove_all(path); }
-    OwnFolder(const OwnFolder&) = delete;
-    OwnFolder& operator=(const OwnFolder&) = delete;
-
-    const std::string path = own_folder("failures");
-};
-
-inline std::string contents_of(const std::string& path)
-{
-    std::ifstream file{path, std::ios::binary};
-    return {std::istreambuf_iterator<char>{file}, {}};
-}
+inline std::string text_of(const std::vector<std::uint8_t>& bytes) { return {bytes.begin(), bytes.end()}; }
 
 inline const char* name_of(sim::PortCall call)
 {
@@ -39,16 +23,14 @@ inline const char* name_of(sim::PortCall call)
 struct FailingLine : Bench {
     FailingCalls& calls;
     SettingsOnDisk& store;
-    const std::string folder;
     FailingFiles files;
     bool pulled_out = false; // a port whose call fails is gone, and stays away until it is plugged in again
 
-    FailingLine(const char* model, FailingCalls& its_calls, SettingsOnDisk& its_store, const std::string& its_folder)
+    FailingLine(const char* model, FailingCalls& its_calls, SettingsOnDisk& its_store, const OwnFolder& folder)
         : Bench(setup_of(model), true, &its_store)
         , calls(its_calls)
         , store(its_store)
-        , folder(its_folder)
-        , files(folder, [this](const char* call) { return calls.fails(call); })
+        , files(folder.path, [this](const char* call) { return calls.fails(call); })
     {
         ports.fails = [this](sim::PortCall call) {
             const bool fails = calls.fails(name_of(call));
@@ -61,13 +43,6 @@ struct FailingLine : Bench {
     }
     ~FailingLine() { store.fails = nullptr; }
 
-    std::string write_code(const char* name, const std::vector<std::uint8_t>& bytes) const
-    {
-        const std::string path = folder + "/" + name;
-        std::ofstream(path, std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-        return path;
-    }
     // By the button and its dialog, as a user does.
     void open_by_hand(const char* button, const std::string& path)
     {

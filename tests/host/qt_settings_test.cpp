@@ -2,6 +2,9 @@
 // down.
 #include "host/qt_settings.h"
 
+#include "failures/failing_calls.h"
+#include "failures/failing_files.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -218,6 +221,34 @@ TEST_F(QtStore, IsWrittenByTheNextTryOnceItsFolderIsThere)
     EXPECT_EQ(second.get("Settings", "COM_port", absent), "3");
     ASSERT_TRUE(second.write_through());
     EXPECT_EQ(second.write_through()->kind, SettingsFault::Kind::held);
+}
+
+// A file that opened and could not be read counted as empty, and the next change put an empty one in its place.
+TEST_F(QtStore, WithAnyOneCallFailingIsOnTheDiskOrSaysWhyNotAndLosesNothing)
+{
+    int made = 1;
+    for (int turn = 0; turn <= made; ++turn) {
+        vrk::FailingCalls calls{turn};
+        SCOPED_TRACE("call " + std::to_string(turn));
+        write("[Auto_Increase]\naddress=203\nnext_value=41\n");
+        const vrk::FailingFiles failing(
+            folder.path().toStdString(), [&calls](const char* call) { return calls.fails(call); });
+        calls.counting = true;
+        QtSettings settings(path());
+        settings.set("Auto_Increase", "next_value", "42");
+        const auto fault = settings.write_through();
+        calls.counting = false;
+        made = turn == 0 ? calls.made() : made;
+
+        EXPECT_TRUE(fault || stored("next_value", "Auto_Increase") == "42");
+        EXPECT_TRUE(!fault || !calls.failed().empty());
+        EXPECT_EQ(stored("address", "Auto_Increase"), "203") << calls.failed();
+        if (!fault || fault->kind != SettingsFault::Kind::unreadable) {
+            EXPECT_FALSE(settings.write_through());
+            EXPECT_EQ(stored("next_value", "Auto_Increase"), "42");
+        }
+    }
+    EXPECT_GE(made, 6);
 }
 
 // A device node used to be replaced by a file.

@@ -57,25 +57,11 @@ inline const std::string end_line = ":00000001FF\n";
 
 inline std::string fixture(std::string_view name) { return std::string{TEST_DATA} + "/" + std::string{name}; }
 
-// A folder of its own for the files of a test.
-struct Folder {
-    Folder() { std::filesystem::create_directories(path); }
-    ~Folder()
+struct Folder : vrk::OwnFolder {
+    Folder()
+        : OwnFolder("image")
     {
-        std::error_code fault;
-        std::filesystem::remove_all(path, fault);
     }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    std::string file(std::string_view name, std::string_view contents) const
-    {
-        std::string file_path = path + "/" + std::string{name};
-        std::ofstream{file_path, std::ios::binary} << contents;
-        return file_path;
-    }
-
-    const std::string path = vrk::own_folder("image");
 };
 
 // Boxes as they came, answered from a queue; No once it is empty.

@@ -145,8 +145,20 @@ TEST(ImageFile, OneWhoseBytesTheDiskDoesNotGiveIsNotFound)
     std::filesystem::create_symlink("/proc/self/mem", folder.path + "/dead.bin"); // there, and no byte 0 in it
     EXPECT_EQ(open_image_file(folder.path + "/dead.bin", 16).fault, FileFault::not_found);
     std::filesystem::create_symlink("/proc/self/mem", folder.path + "/dead.hex");
+    EXPECT_EQ(open_image_file(folder.path + "/dead.hex", 16).fault, FileFault::not_found);
+}
+
+TEST(ImageFile, OneWhoseBytesTheDiskDoesNotGiveAnyMoreIsUnreadable)
+{
+    const Folder folder;
+    const std::string path = folder.file("lamp.hex", image_test::hex_line(0, {1, 2, 3}) + image_test::end_line);
+    ImageFile file = open_image_file(path, 16);
+    ASSERT_EQ(file.fault, FileFault::none);
+    file.text = std::ifstream{"/proc/self/mem"}; // there, and no byte 0 in it
     LoadBench bench{"Juniper-60"};
-    EXPECT_EQ(bench.load(folder.path + "/dead.hex"), LoadEnd::unreadable);
+    const Loaded loaded =
+        load_image(bench.buffer, file, {bench.record, 0, false, false}, bench.boxes, [] { return true; });
+    EXPECT_EQ(loaded.end, LoadEnd::unreadable);
 }
 
 TEST(FileStamp, ChangesWithTheSizeAlone)

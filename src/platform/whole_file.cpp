@@ -1,4 +1,4 @@
-#include "image/whole_file.h"
+#include "platform/whole_file.h"
 
 #include <filesystem>
 #include <system_error>
@@ -10,16 +10,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int most_links = 40; // one behind the other, as the system follows them
-
-// Where the bytes are to stand: links are followed, and stay.
-fs::path place_of(const std::string& path)
-{
-    fs::path place = path;
-    std::error_code fault;
-    for (int i = 0; i < most_links && fs::is_symlink(fs::symlink_status(place, fault)); ++i)
-        place = place.parent_path() / fs::read_symlink(place, fault);
-    return place;
-}
 
 // A name that nothing bears yet.
 fs::path beside(const fs::path& target)
@@ -40,22 +30,30 @@ std::string folder_of(const fs::path& target)
     return folder.empty() ? "." : folder;
 }
 
-std::string reason_of(std::errc error) { return std::make_error_code(error).message(); }
+WriteFault refused(std::errc error) { return {std::make_error_code(error).message()}; }
 
 } // namespace
 
-std::string write_whole_file(const std::string& path, std::span<const std::uint8_t> bytes, Disk& disk)
+std::string behind_links(const std::string& path)
+{
+    fs::path place = path;
+    std::error_code fault;
+    for (int i = 0; i < most_links && fs::is_symlink(fs::symlink_status(place, fault)); ++i)
+        place = place.parent_path() / fs::read_symlink(place, fault);
+    return place.string();
+}
+
+std::optional<WriteFault> write_whole_file(const std::string& path, std::span<const std::uint8_t> bytes, Disk& disk)
 {
     std::error_code fault;
-    const fs::path target = place_of(path);
+    const fs::path target = behind_links(path);
     const fs::file_status before = fs::status(target, fault);
     if (fs::is_directory(before))
-        return reason_of(std::errc::is_a_directory);
+        return refused(std::errc::is_a_directory);
     if (fs::exists(before) && !fs::is_regular_file(before)) // a device must not be replaced by a file
-        return reason_of(std::errc::not_supported);
-
+        return refused(std::errc::not_supported);
     if (fs::exists(before) && (before.permissions() & fs::perms::owner_write) == fs::perms::none)
-        return reason_of(std::errc::permission_denied); // a rename would not ask
+        return refused(std::errc::permission_denied); // a rename would not ask
 
     const fs::path written = beside(target);
     std::string reason = disk.write_new(written.string(), bytes);
@@ -66,9 +64,10 @@ std::string write_whole_file(const std::string& path, std::span<const std::uint8
     }
     if (!reason.empty()) {
         fs::remove(written, fault);
-        return reason;
+        return WriteFault{reason};
     }
-    return disk.flush_folder(folder_of(target));
+    reason = disk.flush_folder(folder_of(target));
+    return reason.empty() ? std::nullopt : std::optional{WriteFault{reason, true}};
 }
 
 } // namespace vrk

@@ -1,26 +1,24 @@
-#include "image/whole_file.h"
+#include "platform/whole_file.h"
 
-#include "image/bench.h"
+#include "own_folder.h"
 
 #include <sys/stat.h>
 
 using namespace vrk;
-using image_test::Folder;
 
 namespace {
 
 const std::vector<std::uint8_t> bytes{1, 2, 3, 4};
 
-std::string contents(const std::string& path)
-{
-    std::ifstream file{path, std::ios::binary};
-    return {std::istreambuf_iterator<char>{file}, {}};
-}
+struct Folder : OwnFolder {
+    Folder()
+        : OwnFolder("platform")
+    {
+    }
+};
 
-std::size_t files_in(const std::string& folder)
-{
-    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator{folder}, {}));
-}
+// "", or why the file is not surely on the disk.
+std::string reason_of(const std::optional<WriteFault>& fault) { return fault ? fault->reason : ""; }
 
 // Writes down the steps, and can fail at one of them.
 class WrittenDisk final : public Disk {
@@ -64,9 +62,9 @@ TEST(WholeFile, IsNoneOfThePipesAndDevicesOfTheSystem)
     Folder folder;
     const std::string path = folder.path + "/range.bin";
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
-    EXPECT_NE(write_whole_file(path, bytes), "");
+    EXPECT_NE(reason_of(write_whole_file(path, bytes)), "");
     EXPECT_TRUE(std::filesystem::is_fifo(path));
-    EXPECT_EQ(files_in(folder.path), 1U);
+    EXPECT_EQ(folder.files(), 1U);
 }
 
 TEST(WholeFile, LeavesOtherPeoplesHalfWrittenFilesAlone)
@@ -74,20 +72,20 @@ TEST(WholeFile, LeavesOtherPeoplesHalfWrittenFilesAlone)
     Folder folder;
     const std::string path = folder.path + "/range.bin";
     const std::string other = folder.file("range.bin.part", "not ours");
-    EXPECT_EQ(write_whole_file(path, std::span{bytes}.first(3)), "");
-    EXPECT_EQ(contents(other), "not ours");
-    EXPECT_EQ(contents(path).size(), 3U);
-    EXPECT_EQ(files_in(folder.path), 2U);
+    EXPECT_EQ(reason_of(write_whole_file(path, std::span{bytes}.first(3))), "");
+    EXPECT_EQ(contents_of(other), "not ours");
+    EXPECT_EQ(contents_of(path).size(), 3U);
+    EXPECT_EQ(folder.files(), 2U);
 }
 
 TEST(WholeFile, IsOnTheDiskBeforeItTakesTheOldOnesPlaceAndItsFolderBehindIt)
 {
     Folder folder;
     WrittenDisk disk;
-    EXPECT_EQ(write_whole_file(folder.path + "/range.bin", bytes, disk), "");
+    EXPECT_EQ(reason_of(write_whole_file(folder.path + "/range.bin", bytes, disk)), "");
     EXPECT_EQ(disk.steps, "write, put in place, flush folder");
     EXPECT_EQ(disk.flushed, folder.path);
-    EXPECT_EQ(contents(folder.path + "/range.bin").size(), 4U);
+    EXPECT_EQ(contents_of(folder.path + "/range.bin").size(), 4U);
 }
 
 TEST(WholeFile, LeavesTheOldOneWhereAnyStepBeforeItsPlaceFails)
@@ -96,9 +94,9 @@ TEST(WholeFile, LeavesTheOldOneWhereAnyStepBeforeItsPlaceFails)
         Folder folder;
         WrittenDisk disk{step};
         const std::string path = folder.file("range.bin", "old");
-        EXPECT_EQ(write_whole_file(path, bytes, disk), "out of order") << step;
-        EXPECT_EQ(contents(path), "old") << step;
-        EXPECT_EQ(files_in(folder.path), 1U) << step;
+        EXPECT_EQ(reason_of(write_whole_file(path, bytes, disk)), "out of order") << step;
+        EXPECT_EQ(contents_of(path), "old") << step;
+        EXPECT_EQ(folder.files(), 1U) << step;
     }
 }
 
@@ -106,7 +104,12 @@ TEST(WholeFile, TellsOfAFolderThatCouldNotBeFlushed)
 {
     Folder folder;
     WrittenDisk disk{"flush folder"};
-    EXPECT_EQ(write_whole_file(folder.path + "/range.bin", bytes, disk), "out of order");
+    const std::string path = folder.file("range.bin", "old");
+    const auto fault = write_whole_file(path, bytes, disk);
+    ASSERT_TRUE(fault);
+    EXPECT_EQ(fault->reason, "out of order");
+    EXPECT_TRUE(fault->in_place);
+    EXPECT_EQ(contents_of(path).size(), 4U);
 }
 
 // The link was replaced by a file.
@@ -116,10 +119,10 @@ TEST(WholeFile, ThroughALinkThatLeadsToNothingYetMakesWhatItLeadsTo)
     std::filesystem::create_directory(folder.path + "/jobs");
     std::filesystem::create_symlink("jobs/real.bin", folder.path + "/second.bin");
     std::filesystem::create_symlink(folder.path + "/second.bin", folder.path + "/first.bin");
-    EXPECT_EQ(write_whole_file(folder.path + "/first.bin", bytes), "");
+    EXPECT_EQ(reason_of(write_whole_file(folder.path + "/first.bin", bytes)), "");
     EXPECT_TRUE(std::filesystem::is_symlink(folder.path + "/first.bin"));
     EXPECT_TRUE(std::filesystem::is_symlink(folder.path + "/second.bin"));
-    EXPECT_EQ(contents(folder.path + "/jobs/real.bin").size(), 4U);
+    EXPECT_EQ(contents_of(folder.path + "/jobs/real.bin").size(), 4U);
 }
 
 TEST(Disk, TellsWhatTheSystemSays)
@@ -130,5 +133,5 @@ TEST(Disk, TellsWhatTheSystemSays)
     EXPECT_EQ(system_disk().write_new(folder.path + "/no/where.bin", bytes), "No such file or directory");
     EXPECT_EQ(system_disk().put_in_place(folder.path + "/missing", path), "No such file or directory");
     EXPECT_EQ(system_disk().flush_folder(path), "Not a directory");
-    EXPECT_EQ(contents(path), "old");
+    EXPECT_EQ(contents_of(path), "old");
 }
