@@ -125,6 +125,7 @@ struct HandBench : Bench {
         const auto& items = form.list("combCommPort").items();
         if (std::find(items.begin(), items.end(), port_path) == items.end())
             ports.add(port_path, wire);
+        run_for_ms(1); // the list follows
         form.list("combCommPort").set_text(port_path);
         form.list("cobBaudMin").set_text("2400");
         form.list("cobBaudMax").set_text("115200");
