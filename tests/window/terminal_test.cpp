@@ -1,5 +1,5 @@
-// The terminal and the monitor in the window, by mouse and keyboard, with the test itself as the target on the far end of
-// a pseudo terminal. With VRK_PICTURES set to a folder, each page is left there as a picture.
+// The terminal and the monitor in the window, by mouse and keyboard, with the test itself as the target on the far end
+// of a pseudo terminal. With VRK_PICTURES set to a folder, each page is left there as a picture.
 #include "form/main_form.h"
 #include "window_bench.h"
 
@@ -114,7 +114,8 @@ TEST(TerminalWindow, ShowsWhatComesInAndSendsWhatIsTyped)
     terminal.open();
     terminal.expect_text<QPushButton>("comOpenCOM(0)", "Close COM");
     terminal.line.send("first line\r\nsecond\rthird\n\tfourth \xE4\xBD\xA0\xE5\xA5\xBD \x01");
-    EXPECT_TRUE(terminal.shows(QString("first line\nsecond\nthird\n\tfourth 你好 ␁"))) << terminal.shown().toStdString();
+    EXPECT_TRUE(terminal.shows(QString("first line\nsecond\nthird\n\tfourth 你好 ␁")))
+        << terminal.shown().toStdString();
     terminal.bench.find<QLineEdit>("texSend")->setFocus();
     terminal.bench.find<QLineEdit>("texSend")->selectAll();
     QTest::keyClicks(terminal.bench.find<QLineEdit>("texSend"), "AT");
