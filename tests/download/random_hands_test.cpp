@@ -306,7 +306,7 @@ int one_shift(std::uint32_t seed)
     if (bench.shell.running)
         bench.run_until_idle_or_given_up();
 
-    EXPECT_FALSE(bench.shell.port.is_open());
+    EXPECT_TRUE(!bench.shell.port.is_open() || bench.shell.desk.terminal.has_port); // a hand may have opened that
     EXPECT_FALSE(bench.form.button("comStop_Download").enabled());
     EXPECT_TRUE(panel_state(bench.shell) == panel::free || panel_state(bench.shell) == panel::locked);
     bench.repair();

@@ -91,9 +91,9 @@ TEST(Gate, RefusesWhatMakesUpAJobWhileASequenceRuns)
     bench.end_well();
     EXPECT_EQ(taken,
         "comStop_Download textMsg cekReloadFile cekReloadFileWhileFileChange TabStrip1 TabStrip2 txtBuffer txtBuffer2 "
-        "txtDataFlash1 tetDataFlash2 vscFile(0) com_Debug_COM com_Debug_Baud com_Debug_DataBits com_Debug_ParityCheck "
-        "com_Debug_StopBits che_AutoOpenPort texSend optHexSend(0) texSendCycle texSpreadSend(0) cheSpreadHex(0) "
-        "texSpreadSendCycle ");
+        "txtDataFlash1 tetDataFlash2 vscFile(0) ImgSplitter com_Debug_COM com_Debug_Baud com_Debug_DataBits "
+        "com_Debug_ParityCheck com_Debug_StopBits che_AutoOpenPort texReceive optReceiveHex(0) combDebugCodePage "
+        "comDebugClear(0) texSend optHexSend(0) texSendCycle texSpreadSend(0) cheSpreadHex(0) texSpreadSendCycle ");
 }
 
 TEST(Gate, LetsADumpBeReadAndNotBeTypedInto)
