@@ -38,7 +38,8 @@ A user program on a line of 8 data bits without parity, for the terminal and the
   --terminal echo             repeats what it hears
   --terminal stream RATE      numbered lines, RATE bytes a second; 0: without a pause
   --terminal dump FILE        sends the bytes of FILE when it hears one, whichever
-  --terminal monitor          stops, sends its registers and memory in frames, waits for the tool's word
+  --terminal monitor          stops, sends its registers and memory in frames, waits for the tool's word; what it says
+                              before somebody listens is lost, so the first word is to let it run on
   --baud N                    of the line: 115200 unless told
   --damaged N, --cut-off N    of the monitor's first N frames: have a wrong sum, break off in their middle
 

@@ -91,6 +91,6 @@ TEST(TerminalAndDownload, DumpOfTheChipBeforeIsForgotten)
     bench.download();
     EXPECT_TRUE(bench.terminal_is_open());
     EXPECT_TRUE(bench.shell.desk.terminal.to_compare.empty());
-    click(bench.shell, bench.form.button("comCompareCode"));
+    click(bench.shell, bench.form.button("comComp"));
     EXPECT_FALSE(bench.report_says("MCU AP 区的内容与程序文件缓冲区一致。"));
 }

@@ -279,17 +279,17 @@ TEST(TerminalReceive, ComparesADumpWithTheCode)
     const auto code = Bench::pattern(3000);
     sim::DumpProgram board(terminal_line, code);
     TerminalBench bench(board, false);
-    bench.press("comCompareCode");
+    bench.press("comComp");
     EXPECT_TRUE(bench.boxes().ends_with("]    Please open code file./请打开文件。    \n"));
     bench.open_code(code);
     bench.boxes();
-    bench.press("comCompareCode");
+    bench.press("comComp");
     EXPECT_NE(bench.boxes().find("    串口缓冲区里没有数据。    "), std::string::npos);
     board.power(true);
     bench.type("texSend", "d");
     bench.press("comDebugSend");
     bench.run_for_ms(2000);
-    bench.press("comCompareCode");
+    bench.press("comComp");
     EXPECT_TRUE(bench.report_says("比较完毕，比较范围: 0000H -- 0BB7H"));
     EXPECT_TRUE(bench.report_says("MCU AP 区的内容与程序文件缓冲区一致。"));
 
@@ -299,9 +299,9 @@ TEST(TerminalReceive, ComparesADumpWithTheCode)
     bench.open_code(other);
     bench.dialogs.replies = {Reply::yes};
     bench.boxes();
-    bench.press("comCompareCode");
+    bench.press("comComp");
     EXPECT_EQ(bench.times_said("地址: "), 150);
     EXPECT_TRUE(bench.report_says("MCU AP 区的内容与程序文件缓冲区不相等。"));
-    bench.press("comCompareCode"); // nobody answers: that is a No
+    bench.press("comComp"); // nobody answers: that is a No
     EXPECT_EQ(bench.times_said("地址: "), 101);
 }
