@@ -1,5 +1,5 @@
 // Re-Download: chip after chip, until one fails or the user stops.
-#include "bench.h"
+#include "production_line.h"
 
 using namespace vrk;
 
@@ -7,30 +7,14 @@ namespace {
 
 // A hand that changes the chip each time the tool has let go of it: another one, with something else in it.
 struct ProductionLine : Bench {
-    int chips_left;
     int good_chips = 0;
 
     ProductionLine(const char* model, int chips, bool english = true)
         : Bench(model, english)
-        , chips_left(chips)
     {
         open_code(pattern(0x300));
         form.list("comDalay_ReDownLoad").set_text("2");
-        chip.on_state_change.push_back([this](sim::Chip::State state) {
-            if (state == sim::Chip::State::user_code)
-                loop.call_at(loop.now_us() + 500'000, [this] { change_chip(); });
-        });
-        press_download(1);
-        power_up_after_ms(300);
-    }
-    void change_chip()
-    {
-        good_chips += chip_holds_the_code() ? 1 : 0;
-        chip.power_off();
-        if (--chips_left <= 0)
-            return press_stop_after_ms(5000);
-        wipe_chip();
-        power_up_after_ms(4000);
+        press_repeat(*this, chips, [this] { good_chips += chip_holds_the_code() ? 1 : 0; });
     }
 };
 

@@ -1,5 +1,5 @@
 // Serial numbers on a production line: each good chip has its own, and a chip that fails uses none up.
-#include "bench.h"
+#include "production_line.h"
 
 #include <iterator>
 
@@ -12,40 +12,19 @@ using Numbers = std::vector<std::vector<std::uint8_t>>;
 // A hand at the line with numbered chips. Four bytes up to address 0x0203 hold the number.
 struct NumberedLine : Bench {
     Numbers numbers; // of the chips that have left the socket as good ones
-    int chips_left = 0;
 
     explicit NumberedLine(const char* model, int system = AutoIncrease::hex)
         : Bench(model)
     {
         open_code(pattern(0x300));
-        type_text(shell, form.text_box("texAuto_Increase", 0), "203");
-        type_text(shell, form.text_box("texAuto_Increase", 1), "4");
-        type_text(shell, form.text_box("texAuto_Increase", 2), "41");
-        type_text(shell, form.text_box("texAuto_Increase", 3), "1");
-        choose_option(shell, form.option("optAuto_Increase", system));
-        set_checked(shell, form.check_box("cheAuto_Increase"), true);
+        take_up_number(*this, "41", system);
         form.list("comDalay_ReDownLoad").set_text("2");
     }
     // Chip after chip by Re-Download; the user stops once `chips` have gone through.
     void run(int chips)
     {
-        chips_left = chips;
-        chip.on_state_change.push_back([this](sim::Chip::State state) {
-            if (state == sim::Chip::State::user_code)
-                loop.call_at(loop.now_us() + 500'000, [this] { change_chip(); });
-        });
-        press_download(1);
-        power_up_after_ms(300);
+        press_repeat(*this, chips, [this] { numbers.push_back(flash(0x200, 0x203)); });
         run_until_idle();
-    }
-    void change_chip()
-    {
-        numbers.push_back(flash(0x200, 0x203));
-        chip.power_off();
-        if (--chips_left <= 0)
-            return press_stop_after_ms(5000);
-        wipe_chip();
-        power_up_after_ms(4000);
     }
     std::string stored_next() { return shell.platform.settings.get("Auto_Increase", "next_value", "none"); }
 };

@@ -1,5 +1,5 @@
 // What a production line has used up is on the disk before anybody is told, and a disk that fails ends it in time.
-#include "bench.h"
+#include "production_line.h"
 #include "settings_on_disk.h"
 #include "shell/project.h"
 
@@ -15,7 +15,6 @@ const SettingsFault held = {SettingsFault::Kind::held, "/home/line/VRK-ISP.ini",
 // Numbered chips, one after the other, by Re-Download; the settings outlive the program.
 struct NumberedLine : Bench {
     std::vector<int> numbers; // of the chips that the tool has called good, in order
-    int chips_left = 0;
 
     explicit NumberedLine(SettingsStore& store)
         : Bench(setup_of("Juniper-8"), true, &store)
@@ -24,32 +23,10 @@ struct NumberedLine : Bench {
         form.list("comDalay_ReDownLoad").set_text("2");
         run_for_ms(1000); // the save of the start
     }
-    void number(const char* next)
+    void number(const char* next) { take_up_number(*this, next); }
+    void repeat(int chips)
     {
-        const char* fields[] = {"203", "4", next, "1"};
-        for (std::size_t field = 0; field < 4; ++field)
-            type_text(shell, form.text_box("texAuto_Increase", field), fields[field]);
-        choose_option(shell, form.option("optAuto_Increase", AutoIncrease::hex));
-        set_checked(shell, form.check_box("cheAuto_Increase"), true);
-    }
-    void press_repeat(int chips)
-    {
-        chips_left = chips;
-        chip.on_state_change.push_back([this](sim::Chip::State state) {
-            if (state == sim::Chip::State::user_code)
-                loop.call_at(loop.now_us() + 500'000, [this] { change_chip(); });
-        });
-        press_download(1);
-        power_up_after_ms(300);
-    }
-    void change_chip()
-    {
-        numbers.push_back(flash(0x203, 0x203).front());
-        chip.power_off();
-        if (--chips_left <= 0)
-            return press_stop_after_ms(5000);
-        wipe_chip();
-        power_up_after_ms(4000);
+        press_repeat(*this, chips, [this] { numbers.push_back(flash(0x203, 0x203).front()); });
     }
     std::size_t boxes_about(std::string_view text) const
     {
@@ -94,7 +71,7 @@ TEST(SettingsOnDiskStory, WhoIsCutOffAtAnyMomentGivesNoNumberTwice)
         {
             NumberedLine bench(store);
             bench.number(store.get("Auto_Increase", "next_value", "1").c_str());
-            bench.press_repeat(2);
+            bench.repeat(2);
             bool cut = false;
             bool was_good = false;
             bench.loop.before_sleep = [&] {
@@ -122,7 +99,7 @@ TEST(SettingsOnDiskStory, ThatCannotBeWrittenEndARepeatWithNumbersAfterTheChipIn
     NumberedLine bench(store);
     bench.number("41");
     bench.after_ms(3000, [&] { store.broken = full; }); // while the first chip is written or before the second
-    bench.press_repeat(5);
+    bench.repeat(5);
     bench.run_until_idle();
     bench.run_for_ms(1000);
     const auto good = bench.numbers.size();
@@ -168,7 +145,7 @@ TEST(SettingsOnDiskStory, ThatCannotBeWrittenAreToldOnceOnALineWithoutNumbersWhi
     SettingsOnDisk store;
     NumberedLine bench(store);
     store.broken = full;
-    bench.press_repeat(3);
+    bench.repeat(3);
     bench.run_until_idle();
     EXPECT_EQ(bench.count(), 3);
     EXPECT_EQ(bench.dialogs.shown.size(), 1U);

@@ -1,5 +1,6 @@
 // A download and a repeat in which any one call to the outside fails.
 #include "failures/failing_line.h"
+#include "production_line.h"
 
 #include <ostream>
 
@@ -16,11 +17,7 @@ struct NumberedLine : FailingLine {
         open_by_hand("comLoadFile", folder.file("code.bin", text_of(pattern(0x300))));
         form.check_box("cekReloadFile").set_value(true);
         form.list("comDalay_ReDownLoad").set_text("2");
-        const char* fields[] = {"203", "4", "41", "1"};
-        for (std::size_t field = 0; field < 4; ++field)
-            type_text(shell, form.text_box("texAuto_Increase", field), fields[field]);
-        choose_option(shell, form.option("optAuto_Increase", AutoIncrease::hex));
-        set_checked(shell, form.check_box("cheAuto_Increase"), true);
+        take_up_number(*this, "41");
         run_for_ms(1000);
         EXPECT_TRUE(shell.code_increase.valid);
         dialogs.shown.clear();
