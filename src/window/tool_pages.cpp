@@ -5,6 +5,7 @@
 
 #include <QGridLayout>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace vrk {
@@ -83,9 +84,11 @@ QWidget* make_board_page(Binder& binder)
     controls->addStretch(1);
     sides->addLayout(controls, 1);
     auto* lamps = new QScrollArea;
-    lamps->setWidget(new LampTable(binder.shell().language_is_english));
+    auto* table = new LampTable(binder.shell().language_is_english);
+    lamps->setWidget(table);
     lamps->setFrameShape(QFrame::NoFrame);
-    sides->addWidget(lamps, 1);
+    lamps->setMinimumWidth(table->sizeHint().width() + lamps->verticalScrollBar()->sizeHint().width());
+    sides->addWidget(lamps);
     return page;
 }
 
