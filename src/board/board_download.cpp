@@ -27,11 +27,11 @@ constexpr Text erasing = {"正在擦除全片内容...", "We are erasing MCU fla
 constexpr Text erase_failed = {"擦除失败", "Erasing MCU failed."};
 constexpr Text programming = {"正在下载 ...", "We are programming ..."};
 constexpr Text write_failed = {"下载失败。", "Program failure!"};
-constexpr Text all_in_one_area = {"Download OK. / 下载成功。", "Download OK. / 下载成功。"};
+constexpr Text all_in_one_area = {"Download OK. / 下载成功。", "Download OK. / 下载成功。", Tone::good};
 constexpr Text second_erase_failed = {"下载失败。", "Erasing MCU failed."};
 constexpr Text silent_behind_erasure = {"下载失败。", "Program failed."};
-constexpr Text good = {"下载成功。", "Program OK."};
-constexpr Text service_good = {"Program OK", "Program OK"};
+constexpr Text good = {"下载成功。", "Program OK.", Tone::good};
+constexpr Text service_good = {"Program OK", "Program OK", Tone::good};
 
 // The whole image fits the area that is written first.
 bool is_done_with_first_area(const BoardFacts& board)

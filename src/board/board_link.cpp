@@ -57,7 +57,7 @@ constexpr Text connecting = {
     "正在连接...\n请给脱机下载板上电。", "We are trying to connect to target MCU ... \nPlease turn power on."};
 constexpr Text connection_failed = {"连接失败。", "Connection failed!"};
 constexpr Text version_text = {"脱机下载固件版本号: ", "Version: "};
-constexpr Text wrong_board = {"脱机下载板不支持您选择的 MCU。", "脱机下载板不支持您选择的 MCU。"};
+constexpr Text wrong_board = {"脱机下载板不支持您选择的 MCU。", "脱机下载板不支持您选择的 MCU。", Tone::bad};
 
 bool open_line(Session& session, bool even_parity)
 {
@@ -173,6 +173,7 @@ bool reach_board(Session& session, Report& report, BoardFacts& facts)
     session.rx.accept_frames = true;
     if (!call_until_power_up(session) || !confirm(session) || !read_version(session, first_version_ms, facts))
         return false;
+    report.enter(Stage::found);
     report.say(Line{version_text} + Line{facts.firmware.substr(0, 1) + "." + facts.firmware.substr(1)});
     return true;
 }

@@ -21,7 +21,7 @@ constexpr int answer_ms = 600;
 
 // These lines are Chinese in both languages.
 constexpr Text read_failed = {"读 24C512 失败", "读 24C512 失败"};
-constexpr Text read_good = {"读 24C512 OK", "读 24C512 OK"};
+constexpr Text read_good = {"读 24C512 OK", "读 24C512 OK", Tone::good};
 constexpr Text stopped = {"操作被停止.", "操作被停止."};
 constexpr Text port_failed = {"Open COM port failed! / 打开串口失败!\n"
                               "The COM port is opened by another Program or the COM port does not exist.\n"

@@ -81,6 +81,7 @@ void TextBox::set_text(std::string_view text)
     if (text == text_)
         return;
     text_ = text;
+    toned_.clear();
     length_ = character_count(text);
     ++version_;
     sel_start_ = 0;
@@ -88,10 +89,13 @@ void TextBox::set_text(std::string_view text)
     mark();
 }
 
-void TextBox::append(std::string_view text)
+void TextBox::append(std::string_view text, Tone tone)
 {
     text_ += text;
+    const int from = length_;
     length_ += character_count(text);
+    if (tone != Tone::plain)
+        toned_.push_back({from, length_, tone});
     sel_start_ = length_;
     sel_length_ = 0;
     mark();

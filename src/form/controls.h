@@ -2,6 +2,8 @@
 // them and passes events in; scripts and tests read and set them directly. A setter marks its control as changed.
 #pragma once
 
+#include "report/tone.h"
+
 #include <functional>
 #include <string>
 #include <string_view>
@@ -151,10 +153,17 @@ struct TextBox : Control {
     const std::string& text() const { return text_; }
     int length() const { return length_; } // characters
     void set_text(std::string_view text); // caret to the start
-    void append(std::string_view text); // caret to the end
+    void append(std::string_view text, Tone tone = Tone::plain); // caret to the end
     int sel_start() const { return sel_start_; }
     int sel_length() const { return sel_length_; }
     void select(int start, int length);
+    // What was appended in a tone of its own. Characters; the end is not part of it.
+    struct Toned {
+        int from = 0;
+        int end = 0;
+        Tone tone = Tone::plain;
+    };
+    const std::vector<Toned>& toned() const { return toned_; }
     // Grows whenever the text is replaced; what is appended leaves it, so whoever shows the text needs only the rest.
     int version() const { return version_; }
     const std::string& hint() const { return hint_; } // shown while the pointer rests on the box
@@ -163,6 +172,7 @@ struct TextBox : Control {
 private:
     std::string text_;
     std::string hint_;
+    std::vector<Toned> toned_;
     int version_ = 0;
     int length_ = 0;
     int sel_start_ = 0;

@@ -77,8 +77,13 @@ void register_controls(MainForm& form)
     all.add(form.textMsg, "textMsg");
     all.add(form.ProgressBar1, "ProgressBar1");
     all.add(form.labKbyte, "labKbyte");
+    all.add(form.labTimeLeft, "labTimeLeft");
+    all.add(form.labVerdict, "labVerdict");
+    all.add(form.labLastVerdict, "labLastVerdict");
     all.add(form.labWrite_OK_Count, "labWrite_OK_Count");
     all.add(form.txtWrite_OK_Count, "txtWrite_OK_Count");
+    all.add(form.labWrite_Bad_Count, "labWrite_Bad_Count");
+    all.add(form.txtWrite_Bad_Count, "txtWrite_Bad_Count");
     all.add(form.comClear_OK_Count, "comClear_OK_Count");
 
     all.add(form.Frame16, "Frame16");

@@ -94,8 +94,13 @@ struct MainForm {
     TextBox textMsg;
     ProgressBar ProgressBar1;
     Label labKbyte;
+    Label labTimeLeft; // percent, and the time that is left
+    Label labVerdict; // in one word
+    Label labLastVerdict; // of the last chip that was worked on
     Label labWrite_OK_Count;
     TextBox txtWrite_OK_Count;
+    Label labWrite_Bad_Count;
+    TextBox txtWrite_Bad_Count;
     Button comClear_OK_Count;
 
     // Beeps and repeats.

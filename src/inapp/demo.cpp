@@ -57,7 +57,7 @@ constexpr Text connection_failed = {"Connection is failed. / 握手失败 (End: 
 constexpr Text reading = {"We are reading MCU Firmware Version ...", "We are reading MCU Firmware Version ..."};
 constexpr Text reading_failed = {"读 Option 失败 (End: ", "Reading MCU Option failed. (End: "};
 constexpr Text wrong_model = {
-    "MCU 型号错, 请重选", "MCU Type is incorrect. please select correct MCU type and open the file again."};
+    "MCU 型号错, 请重选", "MCU Type is incorrect. please select correct MCU type and open the file again.", Tone::bad};
 constexpr Text wrong_model_box = {"         Chinese:MCU 型号错。请重选 MCU、重新打开文件。",
     "MCU Type is incorrect. please select correct MCU type and open the file again."};
 constexpr Text erasing = {"正在擦除应用程序区...", "We are erasing MCU flash..."};
@@ -107,6 +107,7 @@ Result connect(Session& session, const DemoJob& job, Report& report)
     const Guidance guidance(session, report);
     if (!call(session))
         return stage_failed(session, report, connection_failed, Result::no_answer);
+    report.enter(Stage::found);
     report.say(connected);
     return Result::good;
 }
@@ -215,7 +216,7 @@ void report_demo_success(Session& session, Report& report)
     Line success;
     success.en = "Program OK.\nVerify  OK ( Total: " + session.program_time + " )";
     success.zh = "Program OK / 下载 OK\nVerify  OK / 校验 OK  ( Total: " + session.program_time + " )";
-    report.say(success);
+    report.say(success.as(Tone::good));
 }
 
 bool count_down_to_next_demo(Session& session, Report& report, int seconds)
@@ -225,7 +226,7 @@ bool count_down_to_next_demo(Session& session, Report& report, int seconds)
         Line line;
         line.en = "Program succeeded.\nAfter a few seconds re-connect will continue.  " + count;
         line.zh = "下载成功.\nChinese:几秒钟后将继续下载下一个 MCU...  " + count;
-        report.say(line);
+        report.say(line.as(Tone::good));
         if (!session.pause(second_ms)) {
             if (session.stop_requested)
                 report_stop(report); // below the report of the chip that is good

@@ -33,9 +33,9 @@ constexpr int least_length_with_id = 25;
 constexpr Text connecting = {
     "Chinese:正在尝试与 MCU/单片机 握手连接 ... ", "We are trying to connect to target MCU ... "};
 constexpr Text connecting_again = {"Chinese:正在重新连接 ...", "We are trying to connect to target MCU again ... "};
-constexpr Text port_failed = {"打开串口失败!", "Open COM port failed!"};
+constexpr Text port_failed = {"打开串口失败!", "Open COM port failed!", Tone::bad};
 constexpr Text port_failed_why = {"Chinese:串口已被其它程序打开或该串口不存在。",
-    "The COM port is opened by another Program or the COM port does not exist."};
+    "The COM port is opened by another Program or the COM port does not exist.", Tone::advice};
 constexpr Text reading_options = {"We are Reading options./ 正在读加密位,双倍速,版本号", "We are Reading options."};
 constexpr Text current_baud = {"Current Baud is: / 当前波特率为: ", "Current Baud is: "};
 
@@ -252,7 +252,7 @@ Result identify(Session& session, const Job& job, Purpose purpose, Report& repor
 
     report_status(session, report);
     if (!id_was_readable(session)) {
-        report.say("IAP read MCU ID is error!");
+        report.say(Line{"IAP read MCU ID is error!"}.as(Tone::bad));
         report.beep(3);
         return Result::unreadable_id;
     }
@@ -316,6 +316,7 @@ Result handshake(Session& session, const Job& job, Purpose purpose, Report& repo
     if (const Result called = call_until_power_up(session, report); called != Result::good)
         return called;
 
+    report.enter(Stage::found);
     settle_line(session);
     measure_clock(session);
     take_version(session);

@@ -39,7 +39,7 @@ constexpr int least_size_of_f = 16; // KB: letter F serves the large models of t
 constexpr int most_size_of_f = 30;
 
 constexpr Text wrong_model = {"MCU Type is wrong. / MCU 型号错, 请重选",
-    "MCU Type is incorrect. please select correct MCU type and open the file again."};
+    "MCU Type is incorrect. please select correct MCU type and open the file again.", Tone::bad};
 constexpr Text wrong_model_box = {"Chinese:MCU 型号错。请重选 MCU、重新打开文件。",
     "MCU Type is incorrect. please select correct MCU type and open the file again."};
 

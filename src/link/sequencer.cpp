@@ -23,16 +23,17 @@ constexpr double first_version_that_erases = 0.2; // every firmware but the very
 constexpr Text firmware_too_old = {
     "", "Sorry, the current program does not support the MCU or Firmware Version is too low."};
 constexpr Text block_1_guarded = {"Chinese:因为由 block1 对 block0 编程已被禁止, 所以不能继续下载程序。",
-    "Because Block1 to write Block0 is disable, so program can not continue."};
+    "Because Block1 to write Block0 is disable, so program can not continue.", Tone::bad};
 constexpr Text file_overflows = {"程序文件超出此 MCU 固件下载范围, 超出部分不下载。 ",
-    "The Program Code and EEPROM data is too big.\nThe exceeding part won't program."};
-constexpr Text number_left_out = {"自动增量的数值没有写入 MCU。", "The auto increment number was not programmed."};
+    "The Program Code and EEPROM data is too big.\nThe exceeding part won't program.", Tone::advice};
+constexpr Text number_left_out = {
+    "自动增量的数值没有写入 MCU。", "The auto increment number was not programmed.", Tone::bad};
 constexpr Text erase_failed = {"擦除失败 (End: ", "Erasing MCU failed. (End: "};
 constexpr Text erase_failed_hint = {
-    "Try to use the lower baud. / 请尝试用稍低的波特率下载。", "Try to use the lower baud."};
-constexpr Text read_ok = {"读选项成功.", "Reading Options OK. "};
-constexpr Text version_read_ok = {"读版本号成功.", "Read MCU Firmware Version OK."};
-constexpr Text read_failed = {"读选项失败.", "Reading Options failed!."};
+    "Try to use the lower baud. / 请尝试用稍低的波特率下载。", "Try to use the lower baud.", Tone::advice};
+constexpr Text read_ok = {"读选项成功.", "Reading Options OK. ", Tone::good};
+constexpr Text version_read_ok = {"读版本号成功.", "Read MCU Firmware Version OK.", Tone::good};
+constexpr Text read_failed = {"读选项失败.", "Reading Options failed!.", Tone::bad};
 
 // The English edition wants version 4.0 up to letter C and 5.0 behind it; the versions compare as text. A chip that has
 // told no version is not supported either.
@@ -164,7 +165,7 @@ void report_success(Session& session, const Job& job, Report& report)
     if (!session.erase_time.empty())
         success.zh += "\nerase times/擦除时间 :  " + session.erase_time;
     success.zh += "\nprogram times/下载时间: " + session.program_time + "\nEncrypt OK/ 已加密";
-    report.say(success);
+    report.say(success.as(Tone::good));
     if (job.calibrate_rc)
         rc_report(session.rc, report);
 }

@@ -20,6 +20,7 @@ struct Boxes {
 // The chapters of one chip, in their order.
 enum class Stage {
     calling, // a new talk begins: what was said of the chip before can go
+    found, // the target has answered; from here on it is being worked on
     writing, // the progress bar belongs to this stage
     settling, // all is written, and the chip puts its last block away
     options,

@@ -2,6 +2,8 @@
 // Line. Who shows it picks the language.
 #pragma once
 
+#include "report/tone.h"
+
 #include <string>
 #include <string_view>
 #include <utility>
@@ -12,6 +14,7 @@ namespace vrk {
 struct Text {
     std::string_view zh;
     std::string_view en;
+    Tone tone = Tone::plain;
 };
 
 constexpr std::string_view in_language(bool english, const Text& text) { return english ? text.en : text.zh; }
@@ -23,11 +26,13 @@ struct Line {
     std::string en;
     bool in_chinese = true;
     bool in_english = true;
+    Tone tone = Tone::plain;
 
     Line() = default;
     Line(const Text& text) // NOLINT: a constant text is a line
         : zh(text.zh)
         , en(text.en)
+        , tone(text.tone)
     {
     }
     Line(std::string both) // NOLINT: and so is a text that is the same in both
@@ -50,6 +55,14 @@ struct Line {
     {
         Line line{std::move(text)};
         line.in_chinese = false;
+        return line;
+    }
+
+    // The same line, meant so.
+    Line as(Tone its_tone) const
+    {
+        Line line = *this;
+        line.tone = its_tone;
         return line;
     }
 

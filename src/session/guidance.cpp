@@ -95,7 +95,7 @@ void Guidance::speak_up()
     Line page{text_of(page_english)};
     page.zh = text_of(session_.demo_mode ? std::span<const std::string_view>{page_chinese_demo}
                                          : std::span<const std::string_view>{page_chinese});
-    report_.say(page);
+    report_.say(page.as(Tone::advice));
 }
 
 } // namespace vrk

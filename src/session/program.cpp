@@ -18,9 +18,9 @@ constexpr std::uint8_t code_taken = 0x8D; // the newer chips' answer to the end-
 
 constexpr Text stopped = {"操作被停止.", "Operation stopped. "};
 constexpr Text failed = {"下载失败 (End: ", "Programing failed. (End: "};
-constexpr Text failed_hint = {"请尝试用稍低的波特率下载。", "Try to use the lower baud. "};
-constexpr Text options_left = {
-    "程序已下载，但 Options 未修改。", "The code has already programed, but the Options haven't been modified."};
+constexpr Text failed_hint = {"请尝试用稍低的波特率下载。", "Try to use the lower baud. ", Tone::advice};
+constexpr Text options_left = {"程序已下载，但 Options 未修改。",
+    "The code has already programed, but the Options haven't been modified.", Tone::bad};
 
 bool write_images(Session& session, const ImageJob& job, Report& report)
 {

@@ -7,7 +7,7 @@ namespace vrk {
 namespace {
 
 constexpr Text connection_failed = {"Connection failed. / 握手失败 (End: ", "Connection failed. (End: "};
-constexpr Text port_gone = {"串口已断开。", "The serial port is gone."};
+constexpr Text port_gone = {"串口已断开。", "The serial port is gone.", Tone::bad};
 
 } // namespace
 
@@ -22,7 +22,7 @@ void report_failed(const Session& session, Report& report, int beeps, const Line
     report.beep(beeps);
     if (session.port_gone())
         report.say(port_gone);
-    report.say(text);
+    report.say(text.as(Tone::bad));
 }
 
 void report_connection_failed(const Session& session, Report& report, int beeps)

@@ -103,6 +103,17 @@ AddressRange shown_range(Shell& shell, const FileBuffer& buffer)
         std::max(buffer.view_high, record.address)};
 }
 
+namespace {
+
+void set_scroll_range(Shell& shell, const FileBuffer& buffer)
+{
+    const AddressRange shown = shown_range(shell, buffer);
+    controls_of(shell, buffer.kind)
+        .bar.set_range(0, (shown.last - shown.first) / bytes_per_line - lines_left_at_bottom);
+}
+
+} // namespace
+
 void vscFile_Change(Shell& shell, int index)
 {
     const FileBuffer& buffer = index == 0 ? shell.code_buffer : shell.data_buffer;
@@ -113,9 +124,14 @@ void vscFile_Change(Shell& shell, int index)
 
 void update_view(Shell& shell, const FileBuffer& buffer)
 {
-    const AddressRange shown = shown_range(shell, buffer);
-    ScrollBar& bar = controls_of(shell, buffer.kind).bar;
-    bar.set_range(0, (shown.last - shown.first) / bytes_per_line - lines_left_at_bottom);
+    set_scroll_range(shell, buffer);
+    vscFile_Change(shell, index_of(buffer.kind));
+}
+
+void show_from(Shell& shell, const FileBuffer& buffer, std::int32_t address)
+{
+    set_scroll_range(shell, buffer);
+    controls_of(shell, buffer.kind).bar.set_value((address - shown_range(shell, buffer).first) / bytes_per_line);
     vscFile_Change(shell, index_of(buffer.kind));
 }
 

@@ -47,5 +47,7 @@ void vscFile_Change(Shell& shell, int index);
 
 // After the bytes of a buffer or its number have changed: the scroll bar follows, the view is drawn anew.
 void update_view(Shell& shell, const FileBuffer& buffer);
+// The same, with the line of that address as the first one shown, as far as the bar goes.
+void show_from(Shell& shell, const FileBuffer& buffer, std::int32_t address);
 
 } // namespace vrk

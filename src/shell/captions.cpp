@@ -62,6 +62,7 @@ constexpr CaptionRow captions[] = {
     { "comDownload",                    1, { "Re-Download/重复下载", "Re-Download/重复下载" } },
     { "comStop_Download",              -1, { "Stop/停止", "Stop/停止" } },
     { "labWrite_OK_Count",             -1, { "成功计数", "Succeeded" } },
+    { "labWrite_Bad_Count",            -1, { "失败计数", "Failed" } },
     { "comClear_OK_Count",             -1, { "Clear", "Clear" } },
     { "Frame16",                       -1, { "提示音和重复下载", "Beep and repeat" } },
     { "Label10",                        0, { "成功后提示音:", "Beep on success:" } },

@@ -36,7 +36,9 @@ void comClear_OK_Count_Click(Shell& shell)
     if (!ask_yes_no(shell, in_language(shell, question)))
         return;
     shell.form.txtWrite_OK_Count.set_text("0");
+    shell.form.txtWrite_Bad_Count.set_text("0");
     shell.platform.settings.set("Settings", "Write_OK_Count", "0");
+    shell.platform.settings.set("Settings", "Write_Bad_Count", "0");
     keep_settings(shell);
 }
 

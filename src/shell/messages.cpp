@@ -51,7 +51,7 @@ std::string_view in_language(const Shell& shell, const Text& text)
 void append_message(Shell& shell, const Line& line)
 {
     if (line.is_in(shell.language_is_english))
-        shell.form.textMsg.append("\n" + line.in(shell.language_is_english));
+        shell.form.textMsg.append("\n" + line.in(shell.language_is_english), line.tone);
 }
 
 void show_box(Shell& shell, std::string_view text, std::string_view title) { show(shell, make_box(text, title)); }

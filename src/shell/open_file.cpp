@@ -42,8 +42,6 @@ constexpr Text no_end_record = {"HEX 文件没有结束记录，可能还没有�
 constexpr Text not_loaded_again = {
     "文件未能重新加载，未下载。", "The file could not be loaded again. Nothing was programmed."};
 
-constexpr int scroll_past_all = 32767; // the bar goes to its end, wherever that will be
-
 // Of a file that is larger than any that can be meant: its size and the limit.
 Line too_large(std::uintmax_t size)
 {
@@ -125,9 +123,7 @@ void take_over(Shell& shell, Loaded& loaded, FileBuffer& buffer)
     stop_stamping(shell); // one that was switched on meanwhile stamped the image that is gone now
     const BufferControls controls = controls_of(shell, buffer.kind);
     (loaded.checksum_beside_code ? shell.form.txtFileCheckSum : controls.checksum).set_text(loaded.checksum);
-    controls.bar.set_range(0, scroll_past_all);
-    controls.bar.set_value(scroll_past_all);
-    update_view(shell, buffer);
+    show_from(shell, buffer, buffer.low); // where a program begins, and an eye looks first
     show_effective_lengths(shell);
 }
 

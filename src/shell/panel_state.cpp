@@ -44,6 +44,7 @@ constexpr PanelRow panel_rows[] = {
     { "comDownload",         each,   "1010" },
     { "comReadChipLock",     single, "1010" },
     { "txtWrite_OK_Count",   single, "1010" },
+    { "txtWrite_Bad_Count",  single, "1010" },
     { "comClear_OK_Count",   single, "1010" },
     { "optBeepYes",          single, "1010" },
     { "optBeepNo",           single, "1010" },

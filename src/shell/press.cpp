@@ -20,6 +20,8 @@
 #include "session/image_writes.h"
 #include "session/shared_texts.h"
 
+#include <vector>
+
 namespace vrk {
 
 namespace {
@@ -39,6 +41,24 @@ std::string keep_books(Shell& shell)
     return count;
 }
 
+// The numbers in the chip that is being programmed, as the fields have them until they are used up.
+std::vector<std::string> numbers_of_this_chip(const Shell& shell)
+{
+    std::vector<std::string> numbers;
+    for (const AutoIncrease* record : {&shell.code_increase, &shell.data_increase}) {
+        if (record->valid)
+            numbers.push_back(record->next_value);
+    }
+    return numbers;
+}
+
+void say_numbers(const std::vector<std::string>& numbers, Report& report)
+{
+    constexpr Text number_in_chip = {"本片编号: ", "Number of this chip: "};
+    for (const std::string& number : numbers)
+        report.say(Line{number_in_chip} + number);
+}
+
 void show_success(Shell& shell, const std::string& count)
 {
     shell.form.txtWrite_OK_Count.set_text(count);
@@ -56,7 +76,7 @@ void count_down_to_next(Shell& shell)
         line.en = "Program succeed.\nAfter a few seconds, re-connection will continue.  " + seconds;
         line.zh = "Program succeed. / 下载成功.\nAfter a few seconds re-connect will continue.  " + seconds +
             "\nChinese:几秒钟后将继续下载下一个 MCU...  " + seconds;
-        append_message(shell, line);
+        append_message(shell, line.as(Tone::good));
         const Deadline second(shell.platform.loop, second_ms);
         while (!shell.stop_requested && !second.passed())
             shell.platform.loop.yield();
@@ -82,9 +102,13 @@ Result program_next_chip(Shell& shell, bool repeat)
     Talk talk(shell, job.model, job.line);
     Session& session = talk.session;
     const Result result = program_one_chip(session, job, report);
+    const std::vector<std::string> numbers = numbers_of_this_chip(shell);
     const std::string count = result == Result::good ? keep_books(shell) : "";
     if (result == Result::good || result == Result::off_frequency)
         report_success(session, job, report);
+    if (result == Result::good)
+        say_numbers(numbers, report);
+    tell_verdict(shell, result, Judged::chip, result == Result::good && !numbers.empty() ? numbers.front() : "");
     session.chip.target_ok = false;
     if (result == Result::wrong_model)
         shell.file_loaded = false; // it was meant for another chip
@@ -155,7 +179,7 @@ void comReadChipLock_Click(Shell& shell)
         const Job job = make_job(shell);
         ScreenReport report(shell);
         Talk talk(shell, job.model, job.line);
-        read_one_chip(talk.session, job, report);
+        tell_verdict(shell, read_one_chip(talk.session, job, report), Judged::nothing);
     }
     tell_settings_fault(shell);
 }

@@ -50,8 +50,13 @@ void ScreenReport::enter(Stage stage)
     switch (stage) {
     case Stage::calling:
         shell_.form.textMsg.set_text("");
+        wait_for_target(shell_);
+        break;
+    case Stage::found:
+        work_on_target(shell_);
         break;
     case Stage::writing:
+        work_on_target(shell_); // an engine without a stage before it
         bar.set_range(1, 3);
         bar.set_visible(true);
         break;
@@ -73,6 +78,7 @@ void ScreenReport::progress(const Progress& progress)
     bar.set_value((progress.written_to + 1) / unit);
     if (progress.written_to >= progress.first)
         shell_.form.labKbyte.set_caption(kilobyte_text(progress.written_to - progress.first + 1));
+    show_time_left(shell_, progress);
 }
 
 void ScreenReport::port_is_open(bool open) { show_port_lamp(shell_, open); }

@@ -12,6 +12,7 @@ Sequence::Sequence(Shell& shell)
 {
     shell_.running = true;
     shell_.stop_requested = false;
+    wait_for_target(shell_);
     terminal_close(shell);
     close_port();
     if (shell_.port_paths.empty()) // the list may have failed; nobody has to plug something in to get another
@@ -22,6 +23,7 @@ Sequence::~Sequence()
 {
     close_port();
     shell_.running = false;
+    settle_verdict(shell_);
     show_panel_state(shell_);
 }
 

@@ -44,6 +44,7 @@ constexpr SettingRow rows[] = {
     { "BaudMin",                      "8",          "cobBaudMin",                  single, Holds::place },  // 2400
     { "Dalay_ReDownLoad",             "4",          "comDalay_ReDownLoad",         single, Holds::place },  // 5 s
     { "Write_OK_Count",               "0",          "txtWrite_OK_Count",           single, Holds::count },
+    { "Write_Bad_Count",              "0",          "txtWrite_Bad_Count",          single, Holds::count },
     { "pin_for_485",                  "1",          "opt_485_pin",                 single, Holds::choice },
     { "pin_address_for_485",          "0",          "comb_485_pin",                single, Holds::place },
     { "logic_of_control_485",         "1",          "opt_485_logic",               single, Holds::choice },

@@ -4,6 +4,7 @@
 
 #include "shell/loader_state.h"
 #include "shell/terminal_desk.h"
+#include "shell/verdict.h"
 
 #include "catalog/mcu_table.h"
 #include "form/registry.h"
@@ -65,6 +66,7 @@ struct Shell {
 
     TerminalDesk desk; // the terminal and the monitor
 
+    Verdict verdict;
     bool running = false; // a sequence: what goes into a chip is sealed, and hands keep off
     bool locked = false; // by a project or the lock button
     bool stop_requested = false; // of the sequence that runs, its next chips included

@@ -83,6 +83,7 @@ void start_up(Shell& shell)
     refresh_ports(shell);
     set_up_terminal(shell);
     set_up_tools(shell);
+    start_verdict(shell);
     show_port_lamp(shell, false);
     shell.form.ProgressBar1.set_visible(false);
     clear_buffer(shell, 0, shell.code_buffer);

@@ -53,7 +53,9 @@ bool command_is_sent(Shell& shell)
     const UserCommand command = make_user_command(shell);
     ScreenReport report(shell);
     Talk talk(shell, shell.selected, user_port(shell));
-    return send_user_command(talk.session, command, report) == Result::good;
+    const Result result = send_user_command(talk.session, command, report);
+    tell_verdict(shell, result, Judged::nothing);
+    return result == Result::good;
 }
 
 // One chip after the other through user code, while all goes well.
@@ -68,10 +70,13 @@ void run_demo(Shell& shell, bool repeat)
             result = program_by_demo(talk.session, job, report);
         if (result == Result::wrong_model)
             shell.file_loaded = false; // it was meant for another chip
+        if (result == Result::good) {
+            use_up_numbers(shell);
+            report_demo_success(talk.session, report);
+        }
+        tell_verdict(shell, result, Judged::other_target);
         if (result != Result::good)
             return;
-        use_up_numbers(shell);
-        report_demo_success(talk.session, report);
         if (shell.form.optBeepYes.value())
             beep(shell, 1);
         numbers_fit(shell);
@@ -151,6 +156,7 @@ void comTJXZ_Click(Shell& shell)
     ScreenReport report(shell);
     Talk talk(shell, job.model, job.line);
     const BoardOutcome outcome = download_to_board(talk.session, job, report);
+    tell_verdict(shell, outcome.result, Judged::other_target);
     if (outcome.kept.empty())
         return;
     const std::size_t count = std::min(outcome.kept.size(), shell.code_buffer.data.size());
@@ -171,7 +177,9 @@ void Read24C512_Click(Shell& shell)
     const BoardJob job = make_board_job(shell);
     ScreenReport report(shell);
     Talk talk(shell, job.model, job.line);
-    show_memory(shell, read_board_memory(talk.session, job, report));
+    const MemoryRead memory = read_board_memory(talk.session, job, report);
+    tell_verdict(shell, memory.result, Judged::nothing);
+    show_memory(shell, memory);
 }
 
 } // namespace vrk

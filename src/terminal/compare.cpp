@@ -42,12 +42,12 @@ void compare_with_code(
     if (equal) {
         report.say("比较完毕，比较范围: 0000H -- " + last + "H");
         report.say(time_line);
-        report.say("MCU AP 区的内容与程序文件缓冲区一致。");
+        report.say(Line{"MCU AP 区的内容与程序文件缓冲区一致。"}.as(Tone::good));
         return;
     }
     report.say("比较范围: 0000H -- " + last + "H");
     report.say(time_line);
-    report.say("MCU AP 区的内容与程序文件缓冲区不相等。");
+    report.say(Line{"MCU AP 区的内容与程序文件缓冲区不相等。"}.as(Tone::bad));
 }
 
 } // namespace vrk

@@ -120,15 +120,24 @@ TEST(BufferView, TheSecondBarScrollsTheEepromBuffer)
     EXPECT_EQ(bench.form.text_box("txtBuffer2").text().substr(0, 6), "000000");
 }
 
-TEST(BufferView, AfterALoadTheBarsRangeFollowsTheSpanAndStandsAtItsEnd)
+TEST(BufferView, AfterALoadTheBarsRangeFollowsTheSpanAndStandsAtItsBeginning)
 {
     Bench bench{"Juniper-60"};
     load_file(bench.shell, bench.file("k.bin", std::string(0x1000, 'k')), bench.code);
     EXPECT_EQ(bench.form.scroll_bar("vscFile", 0).min(), 0);
     EXPECT_EQ(bench.form.scroll_bar("vscFile", 0).max(), 0xFFF / 16 - 3);
-    EXPECT_EQ(bench.form.scroll_bar("vscFile", 0).value(), bench.form.scroll_bar("vscFile", 0).max());
-    EXPECT_EQ(bench.form.text_box("txtBuffer2").text().substr(0, 6), "000FC0");
-    EXPECT_EQ(line_count(bench.form.text_box("txtBuffer2").text()), 4);
+    EXPECT_EQ(bench.form.scroll_bar("vscFile", 0).value(), 0);
+    EXPECT_EQ(bench.form.text_box("txtBuffer2").text().substr(0, 6), "000000");
+}
+
+TEST(BufferView, AFileThatBeginsFarUpIsShownFromItsFirstByte)
+{
+    Bench bench{"Juniper-60"};
+    load_file(bench.shell, bench.file("low.bin", std::string(0x1000, 'k')), bench.code);
+    bench.form.text_box("txtAP_FileStart").set_text("1000");
+    bench.form.check_box("cheClearAP_Buffer").set_value(false);
+    load_file(bench.shell, bench.file("high.bin", std::string(0x1000, 'h')), bench.code);
+    EXPECT_EQ(bench.form.text_box("txtBuffer2").text().substr(0, 9), "001000   ") << "of what was loaded last";
 }
 
 TEST(BufferView, ASpanOfLessThanThreeLinesDoesNotScroll)

@@ -1,0 +1,135 @@
+#include "shell/verdict.h"
+
+#include "form/main_form.h"
+
+#include "platform/text_number.h"
+#include "shell/kept_settings.h"
+#include "shell/messages.h"
+
+#include <array>
+#include <cstdio>
+
+namespace vrk {
+
+namespace {
+
+struct Word {
+    VerdictState state;
+    Text text;
+};
+
+// clang-format off
+constexpr Word words[] = {
+    { VerdictState::ready,    { "就绪",     "READY" } },
+    { VerdictState::waiting,  { "等待连接", "WAITING" } },
+    { VerdictState::working,  { "正在进行", "WORKING" } },
+    { VerdictState::good,     { "合格",     "GOOD" } },
+    { VerdictState::bad,      { "不合格",   "BAD" } },
+    { VerdictState::stopped,  { "已停止",   "STOPPED" } },
+    { VerdictState::done,     { "完成",     "DONE" } },
+    { VerdictState::not_done, { "未执行",   "NOT DONE" } },
+};
+// clang-format on
+
+constexpr Text last_chip = {"上一片: ", "Last chip: "};
+constexpr std::int64_t least_to_judge_pace_us = 500'000;
+
+std::string_view word_of(const Shell& shell, VerdictState state)
+{
+    for (const Word& word : words) {
+        if (word.state == state)
+            return in_language(shell, word.text);
+    }
+    return {};
+}
+
+void show(Shell& shell, VerdictState state)
+{
+    shell.verdict.now = state;
+    shell.form.labVerdict.set_caption(word_of(shell, state));
+    shell.form.labTimeLeft.set_caption("");
+}
+
+VerdictState state_of(Result result, Judged judged, bool answered)
+{
+    if (result == Result::stopped)
+        return VerdictState::stopped;
+    if (judged == Judged::nothing)
+        return result == Result::good ? VerdictState::done : VerdictState::not_done;
+    if (result == Result::good)
+        return VerdictState::good;
+    return answered ? VerdictState::bad : VerdictState::not_done;
+}
+
+void count_bad(Shell& shell)
+{
+    const std::string count = number_text(number_in(shell.form.txtWrite_Bad_Count.text()) + 1);
+    shell.form.txtWrite_Bad_Count.set_text(count);
+    shell.platform.settings.set("Settings", "Write_Bad_Count", count);
+    keep_settings(shell);
+}
+
+} // namespace
+
+void start_verdict(Shell& shell) { show(shell, VerdictState::ready); }
+
+void wait_for_target(Shell& shell)
+{
+    shell.form.labKbyte.set_caption("");
+    show(shell, VerdictState::waiting);
+}
+
+void work_on_target(Shell& shell)
+{
+    shell.verdict.range_first = -1;
+    show(shell, VerdictState::working);
+}
+
+void tell_verdict(Shell& shell, Result result, Judged judged, const std::string& number)
+{
+    const bool answered = shell.verdict.now == VerdictState::working;
+    const VerdictState state = state_of(result, judged, answered);
+    show(shell, state);
+    if (!answered || judged != Judged::chip)
+        return; // no chip was touched: the last one is still the last
+    std::string last = std::string{in_language(shell, last_chip)};
+    last.append(word_of(shell, state)).append("  ").append(clock_text(shell.platform.loop.wall_time()));
+    if (!number.empty())
+        last.append("  ").append(number);
+    shell.form.labLastVerdict.set_caption(last);
+    if (state == VerdictState::bad)
+        count_bad(shell);
+}
+
+void settle_verdict(Shell& shell)
+{
+    if (shell.verdict.now == VerdictState::waiting || shell.verdict.now == VerdictState::working)
+        show(shell, VerdictState::not_done);
+}
+
+void show_time_left(Shell& shell, const Progress& progress)
+{
+    Verdict& verdict = shell.verdict;
+    const std::int64_t now_us = shell.platform.loop.now_us();
+    if (verdict.range_first != progress.first || progress.written_to < progress.first) {
+        verdict.range_first = progress.first;
+        verdict.range_started_us = now_us;
+    }
+    const std::int64_t done = progress.written_to - progress.first + 1;
+    const std::int64_t total = progress.last - progress.first + 1;
+    if (done <= 0 || done > total)
+        return;
+    std::array<char, 32> text{};
+    const std::int64_t elapsed_us = now_us - verdict.range_started_us;
+    const int percent = static_cast<int>(done * 100 / total);
+    int size = 0;
+    if (elapsed_us < least_to_judge_pace_us) {
+        size = std::snprintf(text.data(), text.size(), "%d %%", percent);
+    } else {
+        const auto left_s = static_cast<int>(elapsed_us * (total - done) / done / 1'000'000);
+        size = std::snprintf(text.data(), text.size(), "%d %%  %d:%02d", percent, left_s / 60, left_s % 60);
+    }
+    shell.form.labTimeLeft.set_caption({text.data(), static_cast<std::size_t>(size)});
+}
+
+} // namespace vrk
