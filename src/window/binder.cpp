@@ -3,10 +3,13 @@
 #include "form/main_form.h"
 
 #include "shell/events.h"
+#include "window/path_label.h"
+#include "window/report_pane.h"
 #include "window/scroll_bar.h"
 
 #include <QEvent>
 #include <QFontDatabase>
+#include <QKeyEvent>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -81,6 +84,32 @@ void show_tabs(QTabBar& bar, const TabStrip& control)
     bar.setCurrentIndex(control.selected());
 }
 
+// In its window, which need not be the one in front: a worker may look at another for a moment.
+bool has_focus(const QWidget& widget) { return widget.window()->focusWidget() == &widget; }
+
+// A group of choices is one stop of the Tab key: the one that is chosen, or the first if none is.
+bool is_stop_of_its_group(const OptionButton& control)
+{
+    const auto chosen = [](const OptionButton* one) { return one->value(); };
+    if (std::any_of(control.group.begin(), control.group.end(), chosen))
+        return control.value();
+    return control.group.empty() || control.group.front() == &control;
+}
+
+int step_of(int key)
+{
+    switch (key) {
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+        return -1;
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        return 1;
+    default:
+        return 0;
+    }
+}
+
 } // namespace
 
 QString to_qt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
@@ -114,9 +143,11 @@ Binder::~Binder() { shell_.form.controls.changes.on_change = nullptr; }
 void Binder::bind(Control& control, QWidget* widget, std::function<void()> show)
 {
     widget->setObjectName(to_qt(control.full_name()));
-    auto show_all = [&control, widget, show = std::move(show)] {
+    auto show_all = [this, &control, widget, show = std::move(show)] {
         const QSignalBlocker quiet(widget);
         show();
+        if (!control.enabled() && has_focus(*widget) && resting_place_ != nullptr)
+            resting_place_->setFocus(Qt::OtherFocusReason);
         widget->setEnabled(control.enabled());
         show_in_place(*widget, control.visible());
     };
@@ -175,6 +206,13 @@ QLabel* Binder::label(Label& control)
     return widget;
 }
 
+QLabel* Binder::path(Label& control)
+{
+    auto* widget = new PathLabel;
+    bind(control, widget, [&control, widget] { widget->setText(to_qt(control.caption())); });
+    return widget;
+}
+
 QLabel* Binder::lamp(Image& control, const QString& text, const QString& color)
 {
     auto* widget = new QLabel(text);
@@ -186,8 +224,26 @@ QLabel* Binder::lamp(Image& control, const QString& text, const QString& color)
 QPushButton* Binder::button(Button& control)
 {
     auto* widget = new QPushButton;
-    connect(widget, &QPushButton::clicked, this, [this, &control] { after(control, click(shell_, control)); });
+    connect(widget, &QPushButton::clicked, this, [this, &control, widget] { press(control, *widget); });
     bind(control, widget, [&control, widget] { widget->setText(to_qt(control.caption())); });
+    return widget;
+}
+
+// A button that starts a sequence cannot be pressed until that has ended; then the focus is back on it, and Enter or
+// Space starts the next one.
+void Binder::press(Button& control, QPushButton& widget)
+{
+    const bool had_focus = has_focus(widget);
+    after(control, click(shell_, control));
+    refresh();
+    if (had_focus && resting_place_ != nullptr && has_focus(*resting_place_))
+        widget.setFocus(Qt::OtherFocusReason);
+}
+
+QLineEdit* Binder::number(TextBox& control, NumberField field)
+{
+    QLineEdit* widget = line(control);
+    take_only(*widget, field, shell_.language_is_english);
     return widget;
 }
 
@@ -204,9 +260,12 @@ QLineEdit* Binder::line(TextBox& control)
     return widget;
 }
 
-QPlainTextEdit* Binder::pane(TextBox& control)
+QPlainTextEdit* Binder::pane(TextBox& control) { return bind_pane(control, new QPlainTextEdit); }
+
+QPlainTextEdit* Binder::report(TextBox& control) { return bind_pane(control, new ReportPane(control)); }
+
+QPlainTextEdit* Binder::bind_pane(TextBox& control, QPlainTextEdit* widget)
 {
-    auto* widget = new QPlainTextEdit;
     widget->setReadOnly(true);
     widget->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     widget->setLineWrapMode(QPlainTextEdit::NoWrap);
@@ -236,17 +295,40 @@ QRadioButton* Binder::option(OptionButton& control)
         after(control, choose_option(shell_, control));
         widget->setChecked(control.value());
     });
+    options_[&control] = widget;
+    widget->installEventFilter(this);
     bind(control, widget, [&control, widget] {
         widget->setText(to_qt(control.caption()));
         widget->setChecked(control.value());
+        widget->setFocusPolicy(is_stop_of_its_group(control) ? Qt::StrongFocus : Qt::ClickFocus);
     });
     return widget;
+}
+
+// From one choice of a group to the next that can be made, round and round.
+void Binder::arrow(const OptionButton& control, int step)
+{
+    const std::vector<OptionButton*>& group = control.group;
+    const auto size = static_cast<int>(group.size());
+    const auto at = static_cast<int>(std::find(group.begin(), group.end(), &control) - group.begin());
+    for (int i = 1; i < size; ++i) {
+        OptionButton& other = *group[static_cast<std::size_t>((at + size + i * step % size) % size)];
+        const auto found = options_.find(&other);
+        if (!other.enabled() || !other.visible() || found == options_.end())
+            continue;
+        after(other, choose_option(shell_, other));
+        refresh();
+        if (other.value())
+            found->second->setFocus(Qt::TabFocusReason);
+        return;
+    }
 }
 
 QComboBox* Binder::list(ComboBox& control)
 {
     auto* widget = new QComboBox;
     widget->setEditable(control.editable);
+    widget->installEventFilter(this);
     connect(widget, &QComboBox::activated, this,
         [this, &control](int item) { after(control, choose_item(shell_, control, item)); });
     if (control.editable) {
@@ -268,8 +350,7 @@ QGroupBox* Binder::frame(Frame& control)
 QWidget* Binder::page(Frame& control, QLabel*& caption)
 {
     auto* widget = new QWidget;
-    caption = new QLabel;
-    caption->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    caption = new PathLabel;
     bind(control, widget, [&control, widget, text = caption] {
         text->setText(to_qt(control.caption()));
         show_in_place(*text, !control.caption().empty());
@@ -281,7 +362,7 @@ QTabBar* Binder::tabs(TabStrip& control)
 {
     auto* widget = new QTabBar;
     widget->setExpanding(false);
-    widget->setUsesScrollButtons(false); // a page that has to be scrolled to is not found
+    widget->setElideMode(Qt::ElideNone); // where the strip is too narrow for all, it scrolls
     widget->setDrawBase(true);
     connect(widget, &QTabBar::currentChanged, this,
         [this, &control](int tab) { after(control, choose_tab(shell_, control, tab)); });
@@ -319,7 +400,19 @@ QScrollBar* Binder::scroll(ScrollBar& control)
 
 bool Binder::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::MouseButtonPress) {
+    if (event->type() == QEvent::Wheel && qobject_cast<QComboBox*>(watched) != nullptr) {
+        event->ignore(); // a closed list is not changed by a wheel that passes over it; what it stands in may scroll
+        return true;
+    }
+    if (event->type() == QEvent::KeyPress && qobject_cast<QRadioButton*>(watched) != nullptr) {
+        const int step = step_of(static_cast<QKeyEvent*>(event)->key());
+        const auto* control =
+            static_cast<const OptionButton*>(shell_.form.controls.find_full(from_qt(watched->objectName())));
+        if (step != 0 && control != nullptr)
+            arrow(*control, step);
+        return step != 0;
+    }
+    if (event->type() == QEvent::MouseButtonPress && qobject_cast<QGroupBox*>(watched) != nullptr) {
         if (Control* control = shell_.form.controls.find_full(from_qt(watched->objectName())))
             click(shell_, *control);
     }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "shell/gate.h"
+#include "window/number_field.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -30,10 +31,13 @@ public:
     ~Binder() override;
 
     QLabel* label(Label& control);
+    QLabel* path(Label& control); // may be longer than its place
     QLabel* lamp(Image& control, const QString& text, const QString& color);
     QPushButton* button(Button& control);
     QLineEdit* line(TextBox& control);
+    QLineEdit* number(TextBox& control, NumberField field);
     QPlainTextEdit* pane(TextBox& control); // several lines, fixed-width, read-only
+    QPlainTextEdit* report(TextBox& control); // the same, with the tones of what was said
     QCheckBox* check(CheckBox& control);
     QRadioButton* option(OptionButton& control);
     QComboBox* list(ComboBox& control);
@@ -51,15 +55,23 @@ public:
     // More that hangs on a control which has its widget: `show` runs now and behind each showing of the control.
     void follow(const Control& control, std::function<void()> show);
 
+    // Where the focus waits while the button that had it cannot be pressed; no key does anything there.
+    void set_resting_place(QWidget* widget) { resting_place_ = widget; }
+
     Shell& shell() { return shell_; }
 
 private:
+    QPlainTextEdit* bind_pane(TextBox& control, QPlainTextEdit* widget);
     void changed();
     void after(const Control& control, Touch touch); // a hand: what was refused shows the control as it is
+    void press(Button& control, QPushButton& widget);
+    void arrow(const OptionButton& control, int step);
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     Shell& shell_;
     std::unordered_map<const Control*, std::function<void()>> shows_;
+    std::unordered_map<const OptionButton*, QRadioButton*> options_;
+    QWidget* resting_place_ = nullptr;
     QTimer refresh_timer_;
     QElapsedTimer since_refresh_;
     bool refresh_is_next_ = false; // in the next turn of the loop

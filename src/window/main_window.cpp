@@ -5,11 +5,15 @@
 #include "shell/events.h"
 #include "shell/settings.h"
 #include "shell/start_up.h"
+#include "window/colors.h"
 #include "window/debug_pages.h"
 #include "window/dump_view.h"
+#include "window/keys.h"
+#include "window/page_stack.h"
 #include "window/production_pages.h"
 #include "window/project_page.h"
 #include "window/tool_pages.h"
+#include "window/verdict_field.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>
@@ -26,15 +30,15 @@ namespace vrk {
 namespace {
 
 constexpr auto window_title = "VRK-ISP V1.0";
-constexpr int report_lines = 16;
 constexpr int strip_spacing = 2;
+constexpr int margin = 5; // 1024 pixels are to be enough for both halves
+constexpr int least_report_lines = 5;
 
-// What cannot be used now must still be readable: a locked panel is looked at all day.
-QPalette readable_when_disabled(QPalette palette)
+QLabel* right_aligned(QLabel* label, int characters)
 {
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, QColor(0x60, 0x60, 0x60));
-    return palette;
+    label->setMinimumWidth(characters * label->fontMetrics().averageCharWidth());
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    return label;
 }
 
 } // namespace
@@ -54,20 +58,21 @@ MainWindow::MainWindow(Shell& shell)
     make_menu();
     halves->setStretchFactor(0, 3);
     halves->setStretchFactor(1, 4);
+    tie_keys(*this);
     take_stored_place();
     shell_.on_unload = [this] { close(); };
 }
 
 // Where it stood when it was last used; that may be off the screen. No larger than the screens together, whatever is
-// stored. The first time it comes up with room for a report under the steps, as far as the screen goes.
+// stored. The first time it comes up as large as its contents like it,
+// as far as the screen goes.
 void MainWindow::take_stored_place()
 {
     const WindowPlace& place = shell_.form.window;
     const bool never_sized = place.width == WindowPlace::standard_width && place.height == WindowPlace::standard_height;
-    const QSize with_report = (minimumSizeHint() + QSize(0, report_lines * fontMetrics().lineSpacing()))
-                                  .boundedTo(screen()->availableSize() * 0.92);
     const QSize stored(pixels(place.width), pixels(place.height));
-    resize((never_sized ? stored.expandedTo(with_report) : stored).boundedTo(screen()->virtualSize()));
+    resize((never_sized ? sizeHint().boundedTo(screen()->availableSize() * 0.97) : stored)
+               .boundedTo(screen()->virtualSize()));
     move(pixels(place.left), pixels(place.top));
 }
 
@@ -94,7 +99,13 @@ void MainWindow::resizeEvent(QResizeEvent* event)
     arm_save(shell_); // one save for the whole pull at the frame
 }
 
-void MainWindow::add_panel(QWidget* panel) { static_cast<QSplitter*>(centralWidget())->addWidget(panel); }
+void MainWindow::add_panel(QWidget* panel)
+{
+    auto* halves = static_cast<QSplitter*>(centralWidget());
+    halves->addWidget(panel);
+    halves->setStretchFactor(halves->count() - 1, 0);
+    halves->setSizes({halves->widget(0)->sizeHint().width(), halves->widget(1)->sizeHint().width(), 0}); // 0: its least
+}
 
 // What a bench or a workshop does without stands in a menu.
 void MainWindow::make_menu()
@@ -112,6 +123,7 @@ QWidget* MainWindow::make_left()
 {
     auto* left = new QWidget;
     auto* layout = new QVBoxLayout(left);
+    layout->setContentsMargins(margin, margin, margin, margin);
     layout->setSpacing(6);
     layout->addWidget(make_model_step());
     layout->addWidget(make_file_step());
@@ -140,8 +152,8 @@ QWidget* MainWindow::make_file_step()
 {
     QGroupBox* frame = binder_.frame(shell_.form.FrameX[1]);
     auto* grid = new QGridLayout(frame);
-    QLineEdit* code_start = binder_.line(shell_.form.txtAP_FileStart);
-    QLineEdit* data_start = binder_.line(shell_.form.txtDataFileStart);
+    QLineEdit* code_start = binder_.number(shell_.form.txtAP_FileStart, NumberField::hexadecimal);
+    QLineEdit* data_start = binder_.number(shell_.form.txtDataFileStart, NumberField::hexadecimal);
     for (QLineEdit* start : {code_start, data_start}) {
         start->setMaxLength(4);
         start->setFixedWidth(8 * start->fontMetrics().averageCharWidth());
@@ -180,9 +192,14 @@ QWidget* MainWindow::make_line_step()
 QWidget* MainWindow::make_option_step()
 {
     QGroupBox* frame = binder_.frame(shell_.form.FrameX[3]);
-    auto* stack = new QVBoxLayout(frame);
+    auto* strips = new QWidget;
+    auto* stack = new QVBoxLayout(strips);
+    stack->setContentsMargins(0, 0, 0, 0);
     stack->setSpacing(strip_spacing);
     option_panel_.fill_upper(stack);
+    stack->addStretch(1);
+    auto* layout = new QVBoxLayout(frame);
+    layout->addWidget(new PageArea(strips, {130, 7}, {40, 3}));
     return frame;
 }
 
@@ -197,49 +214,74 @@ QWidget* MainWindow::make_download_step()
     layout->addLayout(
         row_of({download, binder_.button(shell_.form.comStop_Download), binder_.button(shell_.form.comDownload[1])}));
 
+    layout->addWidget(new VerdictField(binder_));
+
     auto* progress = new QHBoxLayout;
     progress->addWidget(binder_.progress(shell_.form.ProgressBar1), 1);
-    QLabel* kilobytes = binder_.label(shell_.form.labKbyte);
-    kilobytes->setMinimumWidth(10 * kilobytes->fontMetrics().averageCharWidth());
-    kilobytes->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    progress->addWidget(kilobytes);
+    progress->addWidget(right_aligned(binder_.label(shell_.form.labTimeLeft), 12));
+    progress->addWidget(right_aligned(binder_.label(shell_.form.labKbyte), 10));
     layout->addLayout(progress);
 
-    layout->addWidget(binder_.pane(shell_.form.textMsg), 1);
+    QPlainTextEdit* report = binder_.report(shell_.form.textMsg);
+    report->setMinimumHeight(least_report_lines * QFontMetrics(report->font()).lineSpacing());
+    layout->addWidget(report, 1);
+    binder_.set_resting_place(report);
 
-    QLineEdit* count = binder_.line(shell_.form.txtWrite_OK_Count);
-    count->setReadOnly(true);
-    count->setMaximumWidth(12 * count->fontMetrics().averageCharWidth());
-    auto* counter =
-        row_of({binder_.label(shell_.form.labWrite_OK_Count), count, binder_.button(shell_.form.comClear_OK_Count)});
+    auto* counter = row_of({binder_.label(shell_.form.labWrite_OK_Count), counter_of(shell_.form.txtWrite_OK_Count),
+        binder_.label(shell_.form.labWrite_Bad_Count), counter_of(shell_.form.txtWrite_Bad_Count),
+        binder_.button(shell_.form.comClear_OK_Count)});
     counter->addStretch(1);
     layout->addLayout(counter);
     return frame;
 }
 
+QLineEdit* MainWindow::counter_of(TextBox& control)
+{
+    QLineEdit* count = binder_.line(control);
+    count->setReadOnly(true);
+    count->setMaximumWidth(10 * count->fontMetrics().averageCharWidth());
+    return count;
+}
+
 QWidget* MainWindow::make_right()
 {
-    auto* right = new QWidget;
-    auto* layout = new QVBoxLayout(right);
+    auto* parts = new QSplitter(Qt::Vertical);
+    parts->setChildrenCollapsible(false);
+    parts->addWidget(make_buffers());
+    parts->addWidget(make_tools());
+    parts->setStretchFactor(0, 1);
+    parts->setStretchFactor(1, 0);
+    return parts;
+}
+
+QWidget* MainWindow::make_buffers()
+{
+    auto* part = new QWidget;
+    auto* layout = new QVBoxLayout(part);
+    layout->setContentsMargins(margin, margin, margin, margin);
     layout->addWidget(binder_.tabs(shell_.form.TabStrip2));
-    layout->addWidget(make_buffer_page(0), 1);
-    layout->addWidget(make_buffer_page(1), 1);
-    layout->addWidget(make_terminal_page(binder_), 1);
-    layout->addWidget(make_registers_page(binder_), 1);
-    layout->addWidget(make_memory_page(binder_), 1);
-    layout->addWidget(make_project_page(binder_), 1);
+    auto* pages = new PageStack({130, 14}, {40, 7});
+    for (QWidget* page : {make_buffer_page(0), make_buffer_page(1), make_terminal_page(binder_),
+             make_registers_page(binder_), make_memory_page(binder_), make_project_page(binder_)})
+        pages->add(page);
+    layout->addWidget(pages, 1);
     layout->addWidget(make_edit_hint(binder_));
-    layout->addSpacing(6);
+    return part;
+}
+
+QWidget* MainWindow::make_tools()
+{
+    auto* part = new QWidget;
+    auto* layout = new QVBoxLayout(part);
+    layout->setContentsMargins(margin, margin, margin, margin);
     layout->addWidget(binder_.tabs(shell_.form.TabStrip1));
-    layout->addWidget(make_option_page());
-    layout->addWidget(make_user_command_page(binder_));
-    layout->addWidget(make_board_page(binder_));
-    layout->addWidget(make_check_page());
-    layout->addWidget(make_increase_page(binder_));
-    layout->addWidget(make_demo_page(binder_));
-    layout->addWidget(make_store_page(binder_));
+    auto* pages = new PageStack({130, 11}, {40, 4});
+    for (QWidget* page : {make_option_page(), make_user_command_page(binder_), make_board_page(binder_),
+             make_check_page(), make_increase_page(binder_), make_demo_page(binder_), make_store_page(binder_)})
+        pages->add(page);
+    layout->addWidget(pages, 1);
     layout->addWidget(make_beeps());
-    return right;
+    return part;
 }
 
 QWidget* MainWindow::make_option_page()
@@ -251,6 +293,7 @@ QWidget* MainWindow::make_option_page()
     stack->setSpacing(strip_spacing);
     stack->addWidget(caption);
     option_panel_.fill_lower(stack);
+    stack->addStretch(1);
     return page;
 }
 

@@ -28,6 +28,9 @@ private:
     QWidget* make_line_step();
     QWidget* make_option_step();
     QWidget* make_download_step();
+    QLineEdit* counter_of(TextBox& control);
+    QWidget* make_buffers();
+    QWidget* make_tools();
     QWidget* make_buffer_page(int index);
     QWidget* make_option_page();
     QWidget* make_check_page();

@@ -1,6 +1,7 @@
 #include "window/option_panel.h"
 
 #include "form/main_form.h"
+#include "window/colors.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -16,7 +17,6 @@ constexpr std::size_t first_lower = 8; // strip
 constexpr std::size_t strip_count = 14;
 constexpr std::size_t most_buttons = 3; // of one strip
 constexpr int gap = 10;
-const QColor note_color(0x55, 0x55, 0x55);
 
 // As the controls say, not as the screen shows: a page that is hidden is laid out all the same.
 bool is_shown(const QWidget* widget) { return widget != nullptr && !widget->isHidden(); }
@@ -30,7 +30,7 @@ void dim(QLabel& label, bool note)
 {
     QPalette palette; // takes all but the colour of its text from the window
     if (note)
-        palette.setColor(QPalette::WindowText, note_color);
+        palette.setColor(QPalette::WindowText, note_color(label.window()->palette()));
     label.setPalette(palette);
 }
 

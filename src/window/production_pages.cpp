@@ -26,9 +26,11 @@ QGroupBox* make_number_frame(Binder& binder, const NumberControls& number)
     grid->setContentsMargins(6, 6, 6, 6); // two frames fit under the dump without making the window wider
     grid->addWidget(binder.check(number.box), 0, 0, 1, 2);
     int row = 1;
+    constexpr NumberField kinds[] = {
+        NumberField::hexadecimal, NumberField::whole, NumberField::whole, NumberField::signed_whole};
     for (int i = 0; i < 4; ++i, ++row) {
         grid->addWidget(binder.label(number.labels[i]), row, 0);
-        grid->addWidget(binder.line(number.fields[i]), row, 1);
+        grid->addWidget(binder.number(number.fields[i], kinds[i]), row, 1);
     }
     grid->addWidget(binder.label(number.labels[4]), row++, 0, 1, 2);
     auto* systems = new QHBoxLayout;
@@ -70,8 +72,8 @@ QWidget* make_store_page(Binder& binder)
     MainForm& form = binder.shell().form;
     QLabel* caption = nullptr;
     QWidget* page = binder.page(form.Frame9, caption);
-    QLineEdit* start = binder.line(form.txt_Start_Address);
-    QLineEdit* length = binder.line(form.txt_length);
+    QLineEdit* start = binder.number(form.txt_Start_Address, NumberField::hexadecimal);
+    QLineEdit* length = binder.number(form.txt_length, NumberField::hexadecimal);
     start->setMaxLength(4);
     length->setMaxLength(5);
     for (QLineEdit* field : {start, length})

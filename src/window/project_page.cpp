@@ -21,7 +21,7 @@ QWidget* make_project_page(Binder& binder)
     grid->addWidget(binder.button(form.comLockOptions), 3, 0);
     grid->addWidget(unlock, 3, 1);
     grid->addWidget(binder.button(form.Command1), 4, 0);
-    grid->addWidget(binder.label(form.Label2[6]), 5, 0, 1, 3);
+    grid->addWidget(binder.path(form.Label2[6]), 5, 0, 1, 3);
     grid->setColumnMinimumWidth(0, unlock->sizeHint().width());
     grid->setColumnStretch(2, 1);
     grid->setRowStretch(6, 1); // everything at the top

@@ -68,7 +68,7 @@ QWidget* make_board_page(Binder& binder)
     auto* sides = new QHBoxLayout;
     stack->addLayout(sides, 1);
     auto* controls = new QVBoxLayout;
-    QLineEdit* quantity = binder.line(form.txt_download_max);
+    QLineEdit* quantity = binder.number(form.txt_download_max, NumberField::whole);
     quantity->setFixedWidth(9 * quantity->fontMetrics().averageCharWidth());
     QHBoxLayout* most = row_of({binder.label(form.labTJXZ[0]), quantity, binder.label(form.labTJXZ[1])});
     most->addStretch(1);

@@ -1,0 +1,139 @@
+// vrk-pictures: pictures of the real window, for the manual and to be looked at. The steps stand on the command line in
+// their order:
+//   vrk-pictures [dark] [zh|en] STEP...
+//   model NAME | file PATH | page KEY | port simulated | power on|off | click NAME | tick NAME | size WIDTHxHEIGHT |
+//   wait MS | shot FILE.png
+#include "isp/ports_with_target.h"
+#include "isp/target_panel.h"
+
+#include "form/main_form.h"
+#include "host/qt_dialogs.h"
+#include "host/qt_loop.h"
+#include "shell/events.h"
+#include "shell/open_file.h"
+#include "shell/start_up.h"
+#include "window/main_window.h"
+
+#include <QApplication>
+#include <QStyleFactory>
+#include <QTimer>
+
+#include <cstdio>
+#include <map>
+#include <memory>
+
+namespace {
+
+using namespace vrk;
+
+constexpr int between_steps_ms = 120; // two redraws
+constexpr const char* model_at_start = "Juniper-60Q";
+
+QPalette dark_palette()
+{
+    QPalette dark;
+    dark.setColor(QPalette::Window, QColor(0x2d, 0x2d, 0x2d));
+    dark.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
+    dark.setColor(QPalette::AlternateBase, QColor(0x2d, 0x2d, 0x2d));
+    dark.setColor(QPalette::Button, QColor(0x3a, 0x3a, 0x3a));
+    dark.setColor(QPalette::ToolTipBase, QColor(0x1e, 0x1e, 0x1e));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+        dark.setColor(role, QColor(0xe6, 0xe6, 0xe6));
+    dark.setColor(QPalette::PlaceholderText, QColor(0x9a, 0x9a, 0x9a));
+    dark.setColor(QPalette::Highlight, QColor(0x2f, 0x65, 0xa8));
+    dark.setColor(QPalette::HighlightedText, Qt::white);
+    dark.setColor(QPalette::Link, QColor(0x6c, 0xb0, 0xff));
+    return dark;
+}
+
+struct Studio {
+    Studio(bool english, const char* model)
+        : shell(Platform{loop, ports, dialogs, settings})
+    {
+        shell.language_is_english = english;
+        start_up(shell);
+        window = std::make_unique<MainWindow>(shell);
+        dialogs.parent = window.get();
+        new TargetPanel(*window, ports, model); // the window's own from then on
+        window->show();
+    }
+
+    void show_page(const std::string& key)
+    {
+        for (TabStrip* strip : {&shell.form.TabStrip1, &shell.form.TabStrip2}) {
+            if (const int tab = strip->find(key); tab >= 0)
+                choose_tab(shell, *strip, tab);
+        }
+    }
+
+    void take(const std::string& step, const std::string& what)
+    {
+        const std::map<std::string, std::function<void()>> steps = {
+            {"model", [&] { choose_node(shell, shell.form.TreeViewDevice, what); }},
+            {"file",
+                [&] {
+                    take_path(shell, BufferKind::code, what);
+                    load_file(shell, what, shell.code_buffer);
+                }},
+            {"page", [&] { show_page(what); }},
+            {"port",
+                [&] {
+                    ComboBox& port = shell.form.combCommPort;
+                    choose_item(shell, port, static_cast<int>(port.items().size()) - 1);
+                }},
+            {"power", [&] { ports.chip().power(what == "on"); }},
+            {"click", [&] { click(shell, *shell.form.controls.find_full(what)); }},
+            {"tick", [&] { set_checked(shell, static_cast<CheckBox&>(*shell.form.controls.find_full(what)), true); }},
+            {"size",
+                [&] {
+                    const QStringList sides = to_qt(what).split('x');
+                    window->resize(sides[0].toInt(), sides[1].toInt());
+                }},
+            {"wait", [] {}},
+            {"shot", [&] { window->grab().save(to_qt(what)); }},
+        };
+        const auto found = steps.find(step);
+        if (found == steps.end())
+            std::fprintf(stderr, "no such step: %s\n", step.c_str());
+        else
+            found->second();
+    }
+
+    // A click may serve events until a chip is done, so the next step is in hand before this one is taken.
+    void go_on(int argc, char** argv, int at)
+    {
+        if (at + 1 >= argc)
+            return QApplication::quit();
+        const std::string step = argv[at];
+        const std::string what = argv[at + 1];
+        const int pause_ms = step == "wait" ? std::atoi(what.c_str()) : between_steps_ms;
+        QTimer::singleShot(pause_ms, window.get(), [this, argc, argv, at] { go_on(argc, argv, at + 2); });
+        take(step, what);
+    }
+
+    QtLoop loop;
+    PortsWithTarget ports{loop, {}};
+    QtDialogs dialogs;
+    MemoryStore settings;
+    Shell shell;
+    std::unique_ptr<MainWindow> window;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    int first = 1;
+    if (first < argc && std::string_view{argv[first]} == "dark") {
+        QApplication::setStyle(QStyleFactory::create("Fusion"));
+        QApplication::setPalette(dark_palette());
+        ++first;
+    }
+    bool english = false;
+    if (first < argc && (std::string_view{argv[first]} == "en" || std::string_view{argv[first]} == "zh"))
+        english = std::string_view{argv[first++]} == "en";
+    Studio studio(english, model_at_start);
+    QTimer::singleShot(between_steps_ms, studio.window.get(), [&] { studio.go_on(argc, argv, first); });
+    return QApplication::exec();
+}
