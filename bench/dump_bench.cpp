@@ -2,7 +2,6 @@
 // Beside it a bare pane that is given a text of the same size and paints it.
 #include "bench/figures.h"
 #include "bench/qt_bench.h"
-#include "form/main_form.h"
 
 #include "shell/buffer_view.h"
 #include "shell/events.h"
@@ -35,8 +34,9 @@ template <typename Act> double ms_per_page(Act act)
 double page_of_the_dump(bench::QtBench& bench, vrk::Binder& binder)
 {
     vrk::Shell& shell = bench.shell;
+    vrk::ScrollBar& bar = bench.form.scroll_bar("vscFile", 0);
     return ms_per_page([&](int page) {
-        vrk::scroll_to(shell, shell.form.vscFile[0], page * 16 % shell.form.vscFile[0].max());
+        vrk::scroll_to(shell, bar, page * 16 % bar.max());
         binder.refresh();
         QApplication::processEvents(); // paints what has changed
     });
@@ -77,7 +77,7 @@ int main(int argc, char** argv)
     std::vector<double> ours;
     std::vector<double> bare;
     for (int run = 0; run < bench::runs; ++run) {
-        bare.push_back(page_of_a_bare_pane(vrk::to_qt(bench.form.txtBuffer2.text()).remove('\r')));
+        bare.push_back(page_of_a_bare_pane(vrk::to_qt(bench.form.text_box("txtBuffer2").text()).remove('\r')));
         ours.push_back(page_of_the_dump(bench, binder));
     }
     bench::print({"one page of the dump on the screen", bench::median(ours), "ms", "a bare pane of that text",

@@ -1,7 +1,6 @@
 // A thousand chips of 8 KB one after the other by Re-Download, each with its own serial number, on virtual time. Every
 // chip is looked at. Beside it the checksums alone of all that goes over the wire.
 #include "bench/median_reporter.h"
-#include "form/main_form.h"
 
 #include "catalog/ranges.h"
 #include "rehearsal/chip_of_model.h"
@@ -39,12 +38,13 @@ std::vector<std::uint8_t> made_up_code()
 struct Line {
     vrk::Rehearsal rehearsal;
     vrk::Shell& shell = rehearsal.shell;
+    const vrk::NamedControls& form = rehearsal.form;
     int good = 0;
 
     explicit Line(const sim::ChipSetup& chip)
         : rehearsal(chip, nullptr, true)
     {
-        shell.form.txtDevice.set_text(model);
+        form.text_box("txtDevice").set_text(model);
         vrk::apply_selected_device(shell);
         const std::string path =
             std::filesystem::temp_directory_path() / ("vrk_line_" + std::to_string(getpid()) + ".bin");
@@ -53,13 +53,13 @@ struct Line {
             reinterpret_cast<const char*>(code.data()), static_cast<std::streamsize>(code.size()));
         vrk::load_file(shell, path, shell.code_buffer);
         std::filesystem::remove(path);
-        vrk::type_text(shell, shell.form.texAuto_Increase[0], "1FFF");
-        vrk::type_text(shell, shell.form.texAuto_Increase[1], "4");
-        vrk::type_text(shell, shell.form.texAuto_Increase[2], "0");
-        vrk::type_text(shell, shell.form.texAuto_Increase[3], "1");
-        vrk::choose_option(shell, shell.form.optAuto_Increase[vrk::AutoIncrease::hex]);
-        vrk::set_checked(shell, shell.form.cheAuto_Increase, true);
-        shell.form.comDalay_ReDownLoad.set_text("1");
+        vrk::type_text(shell, form.text_box("texAuto_Increase", 0), "1FFF");
+        vrk::type_text(shell, form.text_box("texAuto_Increase", 1), "4");
+        vrk::type_text(shell, form.text_box("texAuto_Increase", 2), "0");
+        vrk::type_text(shell, form.text_box("texAuto_Increase", 3), "1");
+        vrk::choose_option(shell, form.option("optAuto_Increase", vrk::AutoIncrease::hex));
+        vrk::set_checked(shell, form.check_box("cheAuto_Increase"), true);
+        form.list("comDalay_ReDownLoad").set_text("1");
         rehearsal.chip.on_state_change.push_back([this](sim::Chip::State state) {
             if (state == sim::Chip::State::user_code)
                 rehearsal.loop.call_at(rehearsal.loop.now_us() + 100'000, [this] { change_chip(); });
@@ -73,13 +73,13 @@ struct Line {
         rehearsal.chip.power_off();
         if (!right || good == chips)
             rehearsal.loop.call_at(
-                rehearsal.loop.now_us() + 4'000'000, [this] { vrk::click(shell, shell.form.comStop_Download); });
+                rehearsal.loop.now_us() + 4'000'000, [this] { vrk::click(shell, form.button("comStop_Download")); });
         else
             rehearsal.chip.power_up_after_ms(3000);
     }
     void run()
     {
-        rehearsal.loop.call_at(0, [this] { vrk::click(shell, shell.form.comDownload[1]); });
+        rehearsal.loop.call_at(0, [this] { vrk::click(shell, form.button("comDownload", 1)); });
         rehearsal.chip.power_up_after_ms(500);
         do
             rehearsal.loop.yield();
@@ -98,7 +98,7 @@ void thousand_chips(benchmark::State& state)
         const auto began = std::chrono::steady_clock::now();
         line.run();
         state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - began).count());
-        if (line.good != chips || line.shell.form.txtWrite_OK_Count.text() != std::to_string(chips))
+        if (line.good != chips || line.form.text_box("txtWrite_OK_Count").text() != std::to_string(chips))
             return state.SkipWithError(("chip " + std::to_string(line.good) + " is not as planned").c_str());
     }
 }

@@ -9,7 +9,6 @@
 #include "bench/qt_bench.h"
 #include "bench/reply_meter.h"
 #include "bench/wire_peer.h"
-#include "form/main_form.h"
 
 #include "session/frame.h"
 #include "session/session.h"
@@ -117,11 +116,11 @@ double download_by_program(const std::vector<std::uint8_t>& code)
     shell.code_buffer.view_high = code_size - 1;
     shell.code_buffer.loaded = true;
     shell.file_loaded = true;
-    bench.loop.call_at(bench.loop.now_us(), [&shell] { vrk::click(shell, shell.form.comDownload[0]); });
+    bench.loop.call_at(bench.loop.now_us(), [&bench] { vrk::click(bench.shell, bench.form.button("comDownload", 0)); });
     do
         bench.loop.yield();
     while (shell.running);
-    bench::require(shell.succeeded, "the download failed: " + shell.form.textMsg.text());
+    bench::require(shell.succeeded, "the download failed: " + bench.form.text_box("textMsg").text());
     return metered.stage().efficiency_percent();
 }
 

@@ -1,7 +1,7 @@
 // How long a file takes from disk into the buffer, checks and range rules included. Beside it a strict reader that does
 // the least: no lenience, no rules, no view.
 #include "bench/median_reporter.h"
-#include "form/main_form.h"
+#include "form/named_controls.h"
 
 #include "catalog/isp_start.h"
 #include "catalog/ranges.h"
@@ -130,7 +130,7 @@ struct LoadBench {
     vrk::ScriptedDialogs dialogs;
     vrk::MemoryStore settings;
     vrk::Shell shell{{loop, ports, dialogs, settings}};
-    vrk::MainForm& form = shell.form;
+    const vrk::NamedControls form{shell.controls};
 
     LoadBench()
     {
@@ -139,7 +139,7 @@ struct LoadBench {
         std::ofstream{bin_path, std::ios::binary}.write(
             reinterpret_cast<const char*>(code.data()), static_cast<std::streamsize>(code.size()));
         vrk::load_mcu_tables(shell.mcu_table, false);
-        form.cheClearAP_Buffer.set_value(true);
+        form.check_box("cheClearAP_Buffer").set_value(true);
     }
     ~LoadBench()
     {
@@ -152,7 +152,8 @@ struct LoadBench {
         const auto found = vrk::locate_mcu_by_name(shell.mcu_table, model);
         bench::require(found.has_value(), std::string{model} + " is not in the catalogue");
         shell.selected = vrk::read_mcu_row(shell.mcu_table, found->series, found->row);
-        form.LabISP_reange[1].set_caption(vrk::four_hex_digits(vrk::derive_isp_start(shell.selected).shown_last));
+        form.label("LabISP_reange", 1)
+            .set_caption(vrk::four_hex_digits(vrk::derive_isp_start(shell.selected).shown_last));
         vrk::clear_buffer(shell, 0, shell.code_buffer);
     }
     bool buffer_equals_file() const { return std::equal(code.begin(), code.end(), shell.code_buffer.data.begin()); }

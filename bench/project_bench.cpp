@@ -35,7 +35,6 @@ struct ProjectBench {
     vrk::ScriptedDialogs dialogs;
     vrk::MemoryStore settings;
     vrk::Shell shell{{loop, ports, dialogs, settings}};
-    vrk::MainForm& form = shell.form;
 
     ProjectBench()
     {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "catalog/rows.h"
-#include "form/main_form.h"
+#include "form/named_controls.h"
 #include "host/qt_loop.h"
 #include "host/qt_ports.h"
 #include "platform/scripted_dialogs.h"
@@ -17,7 +17,7 @@ struct QtBench {
     vrk::ScriptedDialogs dialogs;
     vrk::MemoryStore settings;
     vrk::Shell shell;
-    vrk::MainForm& form = shell.form;
+    const vrk::NamedControls form{shell.controls};
 
     // The first port of the driver's list is the one in use.
     QtBench(vrk::PortDriver& ports, const char* model)
@@ -25,9 +25,9 @@ struct QtBench {
     {
         shell.language_is_english = true;
         vrk::start_up(shell);
-        form.txtDevice.set_text(model);
+        form.text_box("txtDevice").set_text(model);
         vrk::apply_selected_device(shell);
-        form.combCommPort.choose(0);
+        form.list("combCommPort").choose(0);
     }
 };
 

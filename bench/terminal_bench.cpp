@@ -4,7 +4,6 @@
 #include "bench/board_process.h"
 #include "bench/figures.h"
 #include "bench/qt_bench.h"
-#include "form/main_form.h"
 
 #include "shell/events.h"
 #include "shell/terminal_page.h"
@@ -80,15 +79,15 @@ struct OpenTerminal {
     {
         if (in_window) {
             window = std::make_unique<vrk::MainWindow>(shell);
-            vrk::choose_tab(shell, shell.form.TabStrip2, shell.form.TabStrip2.find("Debug_COM"));
+            vrk::choose_tab(shell, bench.form.tabs("TabStrip2"), bench.form.tabs("TabStrip2").find("Debug_COM"));
             window->show();
             run_for_us(second_us / 2);
         }
-        vrk::choose_item(shell, shell.form.com_Debug_COM, 0);
-        const auto& bauds = shell.form.com_Debug_Baud.items();
+        vrk::choose_item(shell, bench.form.list("com_Debug_COM"), 0);
+        const auto& bauds = bench.form.list("com_Debug_Baud").items();
         const auto item = std::find(bauds.begin(), bauds.end(), baud) - bauds.begin();
-        vrk::choose_item(shell, shell.form.com_Debug_Baud, static_cast<int>(item));
-        vrk::click(shell, shell.form.comOpenCOM[0]);
+        vrk::choose_item(shell, bench.form.list("com_Debug_Baud"), static_cast<int>(item));
+        vrk::click(shell, bench.form.button("comOpenCOM", 0));
         bench::require(shell.desk.terminal.has_port, "the terminal does not open");
     }
     ~OpenTerminal() { vrk::terminal_close(shell); }
@@ -106,8 +105,8 @@ struct OpenTerminal {
     void clear_now_and_then()
     {
         bench.loop.call_at(bench.loop.now_us() + clear_us, [this] {
-            seen += shell.form.texReceive.text();
-            vrk::click(shell, shell.form.comDebugClear[0]);
+            seen += bench.form.text_box("texReceive").text();
+            vrk::click(shell, bench.form.button("comDebugClear", 0));
             clear_now_and_then();
         });
     }
@@ -217,7 +216,7 @@ void measure_long_run(bool in_window, const std::string& where)
     const double wait_ms = terminal.longest_wait_ms;
     const std::uint64_t received = terminal.received();
     terminal.run_for_us(100'000); // the display's last tick
-    const std::string text = terminal.seen + terminal.shell.form.texReceive.text();
+    const std::string text = terminal.seen + terminal.bench.form.text_box("texReceive").text();
     bench::require(terminal.shell.desk.terminal.has_port, "the terminal has closed");
     bench::require(received > 25600 * 59, "only " + std::to_string(received) + " bytes have come");
     std::uint64_t right = 0;

@@ -1,7 +1,7 @@
 // What one page of scrolling costs in a full buffer: the event of the bar, the dump drawn into both of its boxes, the
 // stamped number looked for. Beside it the same lines made by the printing of the C library.
 #include "bench/median_reporter.h"
-#include "form/main_form.h"
+#include "form/named_controls.h"
 
 #include "image/dump.h"
 #include "platform/scripted_dialogs.h"
@@ -28,7 +28,9 @@ struct ViewBench {
     vrk::ScriptedDialogs dialogs;
     vrk::MemoryStore settings;
     vrk::Shell shell{{loop, ports, dialogs, settings}};
-    vrk::MainForm& form = shell.form;
+    const vrk::NamedControls form{shell.controls};
+    vrk::ScrollBar& bar = form.scroll_bar("vscFile", 0);
+    const vrk::TextBox& pane = form.text_box("txtBuffer2");
 
     ViewBench()
     {
@@ -36,14 +38,13 @@ struct ViewBench {
             shell.code_buffer.data[i] = static_cast<std::uint8_t>(i * 7 >> 3);
         shell.code_buffer.view_high = last_address;
         shell.view_lines[0] = lines;
-        form.texAuto_Increase[0].set_text("8003");
-        form.texAuto_Increase[1].set_text("4");
+        form.text_box("texAuto_Increase", 0).set_text("8003");
+        form.text_box("texAuto_Increase", 1).set_text("4");
         shell.code_increase.valid = true;
         vrk::update_view(shell, shell.code_buffer);
     }
     void page_down()
     {
-        vrk::ScrollBar& bar = form.vscFile[0];
         bar.set_value(bar.value() >= bar.max() ? 0 : bar.value() + bar.large_step);
         vrk::vscFile_Change(shell, 0);
     }
@@ -54,7 +55,7 @@ void one_page(benchmark::State& state)
     ViewBench bench;
     for (auto _ : state) {
         bench.page_down();
-        if (bench.form.txtBuffer2.text().size() < static_cast<std::size_t>(vrk::dump_line_size))
+        if (bench.pane.text().size() < static_cast<std::size_t>(vrk::dump_line_size))
             return state.SkipWithError("nothing was drawn");
     }
 }

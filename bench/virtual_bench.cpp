@@ -1,7 +1,6 @@
 // A whole download of 60 KB on virtual time: how much real time it takes, and that it is the same one every time.
 // Beside it the least that must be computed: the frames of the same data, built and summed.
 #include "bench/median_reporter.h"
-#include "form/main_form.h"
 
 #include "catalog/ranges.h"
 #include "rehearsal/chip_of_model.h"
@@ -65,10 +64,11 @@ void virtual_download(benchmark::State& state)
         vrk::Rehearsal rehearsal{chip, nullptr, true};
         rehearsal.wire.log = &rehearsal.loop.log;
         vrk::Shell& shell = rehearsal.shell;
-        shell.form.txtDevice.set_text(model);
+        rehearsal.form.text_box("txtDevice").set_text(model);
         vrk::apply_selected_device(shell);
         vrk::load_file(shell, path, shell.code_buffer);
-        rehearsal.loop.call_at(0, [&shell] { vrk::click(shell, shell.form.comDownload[0]); });
+        rehearsal.loop.call_at(
+            0, [&rehearsal] { vrk::click(rehearsal.shell, rehearsal.form.button("comDownload", 0)); });
         rehearsal.loop.call_at(500'000, [&rehearsal] { rehearsal.chip.power_up(); });
 
         const auto began = std::chrono::steady_clock::now();
@@ -79,7 +79,7 @@ void virtual_download(benchmark::State& state)
 
         hashes.insert(rehearsal.loop.log.hash());
         if (!shell.succeeded || rehearsal.chip.flash(0, code_size - 1) != code)
-            return state.SkipWithError(("the download failed: " + shell.form.textMsg.text()).c_str());
+            return state.SkipWithError(("the download failed: " + rehearsal.form.text_box("textMsg").text()).c_str());
     }
     std::filesystem::remove(path);
 }

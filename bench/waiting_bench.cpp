@@ -3,7 +3,6 @@
 #include "bench/figures.h"
 #include "bench/qt_bench.h"
 #include "bench/wire_peer.h"
-#include "form/main_form.h"
 
 #include "link/handshake.h"
 #include "session/frame.h"
@@ -96,7 +95,7 @@ double share_of_program()
         vrk::connect_target(session, job, vrk::Purpose::download, report);
     });
     bench::require(wall_seconds() - before > static_cast<double>(wait_us) / 1e6 * 0.9,
-        "the call ended early: " + bench.form.textMsg.text());
+        "the call ended early: " + bench.form.text_box("textMsg").text());
     return share;
 }
 

@@ -3,7 +3,6 @@
 #include "catalog/isp_start.h"
 #include "catalog/ranges.h"
 #include "catalog/rows.h"
-#include "form/main_form.h"
 #include "image/download_plan.h"
 #include "platform/text_number.h"
 #include "shell/buffer_view.h"
@@ -54,7 +53,9 @@ void select_model(vrk::Shell& shell, const char* name)
 {
     const auto found = vrk::locate_mcu_by_name(catalogue(), name);
     shell.selected = found ? vrk::read_mcu_row(catalogue(), found->series, found->row) : vrk::McuRecord{};
-    shell.form.LabISP_reange[1].set_caption(vrk::four_hex_digits(vrk::derive_isp_start(shell.selected).shown_last));
+    vrk::NamedControls{shell.controls}
+        .label("LabISP_reange", 1)
+        .set_caption(vrk::four_hex_digits(vrk::derive_isp_start(shell.selected).shown_last));
 }
 
 // In memory where the system has such a place.
@@ -70,7 +71,7 @@ std::filesystem::path own_folder()
 // Draws the dump at both ends of its scroll bar and somewhere between.
 void look_at_dump(vrk::Shell& shell, int index)
 {
-    vrk::ScrollBar& bar = shell.form.vscFile[index];
+    vrk::ScrollBar& bar = vrk::NamedControls{shell.controls}.scroll_bar("vscFile", index);
     for (const int value : {bar.min(), bar.max(), bar.min() + (bar.max() - bar.min()) / 2}) {
         bar.set_value(value);
         vrk::vscFile_Change(shell, index);
@@ -176,7 +177,7 @@ vrk::Loaded LoadBench::load_on_values()
     vrk::ScreenReport boxes{shell_};
     vrk::FileBuffer empty{buffer_->kind};
     empty.start = buffer_->start;
-    const std::int32_t shown_ap_last = vrk::hex_address_4(form_.LabISP_reange[1].caption());
+    const std::int32_t shown_ap_last = vrk::hex_address_4(form_.label("LabISP_reange", 1).caption());
     vrk::ImageFile file = vrk::open_image_file(path_, empty.data.size());
     return vrk::load_image(empty, file, {shell_.selected, shown_ap_last, false}, boxes, [] { return true; });
 }

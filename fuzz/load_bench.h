@@ -9,6 +9,7 @@
 
 #include "fuzz/target.h"
 
+#include "form/named_controls.h"
 #include "image/load.h"
 #include "platform/scripted_dialogs.h"
 #include "shell/shell.h"
@@ -68,7 +69,7 @@ private:
     Hands dialogs_;
     vrk::MemoryStore settings_;
     vrk::Shell shell_;
-    vrk::MainForm& form_ = shell_.form;
+    const vrk::NamedControls form_{shell_.controls};
     vrk::FileBuffer* buffer_;
     bool fresh_ = true;
     std::filesystem::path folder_;

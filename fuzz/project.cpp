@@ -1,7 +1,7 @@
 // A project file from its text to the form. What stands before the text:
 //   0  model that the text is given a head for, low four bits; language, bit 4: 1 English; bit 5: no head, the text is
 //      the whole file
-#include "form/main_form.h"
+#include "form/named_controls.h"
 #include "fuzz/target.h"
 
 #include "image/project_format.h"
@@ -53,7 +53,6 @@ struct ProjectBench {
     vrk::ScriptedDialogs dialogs;
     vrk::MemoryStore settings;
     vrk::Shell shell{vrk::Platform{loop, ports, dialogs, settings}};
-    vrk::MainForm& form = shell.form;
 
     ProjectBench() { vrk::start_up(shell); }
 
@@ -112,7 +111,7 @@ bool every_pair_has_a_choice(const vrk::Shell& shell)
 
 std::string form_complaint(const vrk::Shell& shell, const vrk::Project& project)
 {
-    if (shell.form.txtDevice.text() != shell.selected.mcu_name)
+    if (vrk::NamedControls{shell.controls}.text_box("txtDevice").text() != shell.selected.mcu_name)
         return "the name shown is not the model in force";
     if (!every_pair_has_a_choice(shell))
         return "a pair of the panel has no choice";

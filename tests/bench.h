@@ -5,7 +5,6 @@
 #include "catalog/attributes.h"
 #include "catalog/ranges.h"
 #include "link/option_commit.h"
-#include "named_controls.h"
 #include "platform/text_number.h"
 #include "rehearsal/chip_of_model.h"
 #include "rehearsal/rehearsal.h"
@@ -39,8 +38,6 @@ inline sim::ChipSetup setup_of(const char* model)
 }
 
 struct Bench : Rehearsal {
-    const NamedControls form{shell.controls};
-
     explicit Bench(const sim::ChipSetup& setup, bool english = true, SettingsStore* its_settings = nullptr)
         : Rehearsal(setup, its_settings, english)
     {

@@ -2,7 +2,7 @@
 #include "isp/ports_with_target.h"
 #include "isp/target_panel.h"
 
-#include "form/main_form.h"
+#include "form/named_controls.h"
 #include "host/qt_dialogs.h"
 #include "host/qt_loop.h"
 #include "host/qt_settings.h"
@@ -28,7 +28,7 @@ constexpr const char* trial_model = "Juniper-60Q";
 
 void begin_trial(Shell& shell, const std::string& file)
 {
-    choose_node(shell, shell.form.TreeViewDevice, trial_model);
+    choose_node(shell, NamedControls{shell.controls}.tree("TreeViewDevice"), trial_model);
     take_path(shell, BufferKind::code, file);
     load_file(shell, file, shell.code_buffer);
 }
@@ -66,8 +66,8 @@ int main(int argc, char** argv)
     start_up(shell);
 
     if (!trial_file.empty()) {
-        const auto& items = shell.form.combCommPort.items();
-        choose_item(shell, shell.form.combCommPort, static_cast<int>(items.size()) - 1);
+        ComboBox& ports_offered = NamedControls{shell.controls}.list("combCommPort");
+        choose_item(shell, ports_offered, static_cast<int>(ports_offered.items().size()) - 1);
         begin_trial(shell, trial_file);
     }
     MainWindow window(shell);

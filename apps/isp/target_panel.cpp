@@ -1,6 +1,6 @@
 #include "isp/target_panel.h"
 
-#include "form/main_form.h"
+#include "form/named_controls.h"
 
 #include "rehearsal/chip_of_model.h"
 #include "window/binder.h"
@@ -41,7 +41,7 @@ TargetPanel::TargetPanel(MainWindow& window, PortsWithTarget& ports, const std::
     power_->setCheckable(true);
     contents_->setWordWrap(true);
     complaints_->setReadOnly(true);
-    for (const Tree::Node& node : shell_.form.TreeViewDevice.nodes()) {
+    for (const Tree::Node& node : NamedControls{shell_.controls}.tree("TreeViewDevice").nodes()) {
         if (!node.parent.empty())
             model_->addItem(to_qt(node.key));
     }
@@ -61,7 +61,7 @@ TargetPanel::TargetPanel(MainWindow& window, PortsWithTarget& ports, const std::
 
     put_in(model);
     window.add_panel(this);
-    const ComboBox& port = shell_.form.combCommPort;
+    const ComboBox& port = NamedControls{shell_.controls}.list("combCommPort");
     window.binder().follow(port, [this, &port] { setVisible(port.text() == PortsWithTarget::path); });
 }
 

@@ -1,6 +1,7 @@
 // A whole bench in one process: the program's main object, a virtual clock, a simulated wire and one simulated chip.
 #pragma once
 
+#include "form/named_controls.h"
 #include "platform/scripted_dialogs.h"
 #include "shell/shell.h"
 #include "sim/chip.h"
@@ -23,6 +24,7 @@ struct Rehearsal {
     ScriptedDialogs dialogs;
     MemoryStore own_settings;
     Shell shell;
+    const NamedControls form{shell.controls};
 };
 
 } // namespace vrk

@@ -5,7 +5,6 @@
 #include "script/runner.h"
 
 #include "catalog/ranges.h"
-#include "form/main_form.h"
 #include "host/line_source.h"
 #include "host/qt_loop.h"
 #include "host/qt_ports.h"

@@ -89,16 +89,20 @@ void store_record(const HexRecord& record, HexTarget& target)
     }
 }
 
-bool has_end_record(HexLines& lines)
+HexContents look_through(HexLines& lines)
 {
+    HexContents contents;
     while (const auto line = lines.next()) {
         if (!line->starts_with(':'))
             continue;
         const HexRecord record = parse_hex_line(*line);
-        if (record.type == HexRecord::end_of_file)
-            return record.checksum_ok;
+        if (record.type == HexRecord::end_of_file) {
+            contents.end_record = record.checksum_ok;
+            break;
+        }
+        contents.data = contents.data || record.data_count > 0;
     }
-    return false;
+    return contents;
 }
 
 HexFigures parse_hex(

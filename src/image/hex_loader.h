@@ -70,8 +70,12 @@ struct HexFigures {
     std::uint32_t checksum = 0;
 };
 
-// The file comes to a good end record: whoever writes it is done. Reads the lines up to there.
-bool has_end_record(HexLines& lines);
+// What a look through the lines, up to the first end record, finds.
+struct HexContents {
+    bool data = false; // a record that brings a byte
+    bool end_record = false; // a good one: whoever writes the file is done
+};
+HexContents look_through(HexLines& lines);
 
 // The whole file. Of the first wrong checksums each is shown in a box; `title` stands over it.
 HexFigures parse_hex(

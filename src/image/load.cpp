@@ -27,21 +27,24 @@ void forget_earlier_loads(FileBuffer& buffer)
 }
 
 // Looked for before anything is told of the file: the last record of half a file is seldom a good one.
-bool is_written_to_its_end(ImageFile& file)
+HexContents look_ahead(ImageFile& file)
 {
     const std::streampos first_line = file.text.tellg();
     HexLines lines{file.text};
-    const bool whole = has_end_record(lines);
+    const HexContents contents = look_through(lines);
     file.text.clear();
     file.text.seekg(first_line);
-    return whole;
+    return contents;
 }
 
 LoadEnd read_hex(
     FileBuffer& buffer, ImageFile& file, const LoadTerms& terms, Boxes& boxes, const StillWanted& still_wanted)
 {
-    if (terms.end_record_wanted && !is_written_to_its_end(file))
-        return LoadEnd::no_end_record;
+    if (terms.end_record_wanted) {
+        const HexContents contents = look_ahead(file);
+        if (!contents.end_record)
+            return contents.data ? LoadEnd::no_end_record : LoadEnd::no_data;
+    }
     const std::int32_t limit = std::min(terms.model.isp_last, FileBuffer::code_last) + 1;
     HexLines lines{file.text};
     const HexTarget target{buffer.data, buffer.low, limit};

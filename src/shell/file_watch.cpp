@@ -43,7 +43,7 @@ bool watch_code_file(Shell& shell)
     if (!shell.file_loaded || hands_are_busy(shell))
         return false;
     // Saving a project must not start a download, and the file of an earlier job must not take a project's place.
-    if (loader.code_is_project || names_project(loader.code_path))
+    if (loader.code_is_project)
         return false;
     const auto stamp = file_stamp(loader.code_path);
     if (loader.code_path != loader.reload_watch_path) {
@@ -54,7 +54,7 @@ bool watch_code_file(Shell& shell)
     if (!stamp || !has_settled(loader, *stamp, shell.platform.loop.now_us()))
         return false;
     loader.reload_watch_stamp = *stamp;
-    return reload_code_file(shell, EndRecord::wanted);
+    return reload_code_file(shell, Asker::watch);
 }
 
 } // namespace vrk

@@ -42,6 +42,13 @@ constexpr Text no_end_record = {"HEX 文件没有结束记录，可能还没有�
 constexpr Text not_loaded_again = {
     "文件未能重新加载，未下载。", "The file could not be loaded again. Nothing was programmed."};
 
+// How a file is brought in. HEX files in the field may lack their end record; where one is brought in again it is
+// wanted, since a linker may be at work on it.
+struct Manner {
+    bool end_record_wanted = false;
+    Asker asker = Asker::hand;
+};
+
 // Of a file that is larger than any that can be meant: its size and the limit.
 Line too_large(std::uintmax_t size)
 {
@@ -85,32 +92,50 @@ void keep_path(Shell& shell, BufferKind kind, const std::string& path)
     keep_settings(shell);
 }
 
+std::string path_caption(const BufferControls& controls, const std::string& path)
+{
+    return std::string{controls.path_caption} + path;
+}
+
 void show_path(Shell& shell, BufferKind kind, const std::string& path)
 {
     const BufferControls controls = controls_of(shell, kind);
     shell.loader.current_path = path;
-    controls.path_frame.set_caption(std::string{controls.path_caption} + path);
+    controls.path_frame.set_caption(path_caption(controls, path));
 }
 
-// What is told of a load that has left the buffer as it was. A question about wrong checksums was told already.
-void tell_end(Shell& shell, LoadEnd end, const std::string& path)
+// Why a load has left the buffer as it was; null where it has not, or the user knows.
+const Text* reason_of(LoadEnd end)
 {
-    ScreenReport screen{shell};
-    Boxes& boxes = screen;
     switch (end) {
     case LoadEnd::no_data:
-        return boxes.show_box(no_data, path);
+        return &no_data;
     case LoadEnd::unreadable:
-        return boxes.show_box(file_not_found);
+        return &file_not_found;
     case LoadEnd::changed:
-        return boxes.show_box(changed_meanwhile, path);
-    case LoadEnd::no_end_record: // nobody stands by to press a button
-        return append_message(shell, no_end_record);
+        return &changed_meanwhile;
+    case LoadEnd::no_end_record:
+        return &no_end_record;
     case LoadEnd::done:
     case LoadEnd::refused:
     case LoadEnd::overtaken:
-        return;
+        break;
     }
+    return nullptr;
+}
+
+void tell_end(Shell& shell, LoadEnd end, const std::string& path, Asker asker)
+{
+    const Text* const reason = reason_of(end);
+    if (reason == nullptr)
+        return;
+    if (asker == Asker::watch)
+        return append_message(shell, *reason); // nobody stands by to press a button
+    ScreenReport screen{shell};
+    Boxes& boxes = screen;
+    if (end == LoadEnd::unreadable)
+        return boxes.show_box(*reason);
+    boxes.show_box(*reason, path);
 }
 
 // The one place where a load becomes what the program holds and shows.
@@ -129,12 +154,12 @@ void take_over(Shell& shell, Loaded& loaded, FileBuffer& buffer)
 
 // Under the boxes and in a long file events are served: a timer or the user may clear the buffer or load another file.
 // That later act stands, and the rest of this load is dropped without a word.
-LoadEnd load_into(Shell& shell, ImageFile& file, FileBuffer& buffer, EndRecord end_record)
+LoadEnd load_into(Shell& shell, ImageFile& file, FileBuffer& buffer, const Manner& manner)
 {
     const std::uint32_t& acts = shell.loader.acts[index_of(buffer.kind)];
     const std::uint32_t this_act = ++shell.loader.acts[index_of(buffer.kind)];
     const std::int32_t shown_ap_last = hex_address_4(shell.form.LabISP_reange[1].caption());
-    const LoadTerms terms{shell.selected, shown_ap_last, shell.file_loaded, end_record == EndRecord::wanted};
+    const LoadTerms terms{shell.selected, shown_ap_last, shell.file_loaded, manner.end_record_wanted};
     if (!load_adds(buffer, terms.file_open))
         shell.file_loaded = false; // what stands in the buffer until this load is done is not to be downloaded
 
@@ -152,7 +177,9 @@ LoadEnd load_into(Shell& shell, ImageFile& file, FileBuffer& buffer, EndRecord e
     } else if (loaded.end != LoadEnd::done && loaded.end != LoadEnd::overtaken) {
         shell.file_loaded = terms.file_open; // what was there is still there
     }
-    tell_end(shell, loaded.end, file.path);
+    if (buffer.kind == BufferKind::code && (loaded.end == LoadEnd::done || loaded.end == LoadEnd::refused))
+        shell.loader.code_path = file.path; // the buffer is as it is for this file
+    tell_end(shell, loaded.end, file.path, manner.asker);
     if (loaded.end != LoadEnd::done)
         return loaded.end;
     take_over(shell, loaded, buffer);
@@ -168,12 +195,37 @@ LoadEnd load_into(Shell& shell, ImageFile& file, FileBuffer& buffer, EndRecord e
     return LoadEnd::done;
 }
 
-Chosen load_chosen(Shell& shell, const std::string& path, FileBuffer& buffer)
+bool load(Shell& shell, const std::string& path, FileBuffer& buffer, const Manner& manner)
+{
+    if (trimmed(path).empty())
+        return false;
+    read_load_parameters(shell, buffer);
+    if (!start_address_fits(buffer.start, buffer.kind, shell.selected)) {
+        show_box(shell, in_language(shell, start_refused(buffer.kind)));
+        return false;
+    }
+    ImageFile file = open_image_file(path, buffer.data.size());
+    ScreenReport boxes{shell};
+    if (!is_usable(file, boxes))
+        return false;
+    shell.platform.dialogs.set_busy(true);
+    const LoadEnd end = load_into(shell, file, buffer, manner);
+    shell.platform.dialogs.set_busy(false);
+    // A load that another one has overtaken has brought what that one did.
+    return (end == LoadEnd::done || end == LoadEnd::overtaken) && buffer.loaded;
+}
+
+// The file that was chosen in the buffer's dialog, whose path stands over the buffer already. Where it brings nothing
+// in, what stood there before stands there again: nobody is to take the old image for the new file. A buffer that was
+// cleared meanwhile has no path, and another load its own.
+Chosen load_chosen(Shell& shell, const std::string& path, FileBuffer& buffer, const std::string& caption_before)
 {
     if (names_project(path))
         return Chosen::project;
     const bool had_numbers = numbers_in_use(shell).any();
-    load_file(shell, path, buffer);
+    const BufferControls controls = controls_of(shell, buffer.kind);
+    if (!load_file(shell, path, buffer) && controls.path_frame.caption() == path_caption(controls, path))
+        controls.path_frame.set_caption(caption_before);
     if (had_numbers && !numbers_in_use(shell).any())
         append_message(shell, numbers_off);
     return Chosen::file;
@@ -185,20 +237,22 @@ bool names_project(const std::string& path) { return upper_case(path).find(".VRK
 
 Chosen comLoadFile_Click(Shell& shell)
 {
+    const std::string caption_before = shell.form.Frame7.caption();
     const std::string path = choose_file(shell, BufferKind::code);
     if (path.empty()) {
         keep_path(shell, BufferKind::code, shell.loader.application_dir);
         return Chosen::nothing;
     }
-    return load_chosen(shell, path, shell.code_buffer);
+    return load_chosen(shell, path, shell.code_buffer, caption_before);
 }
 
 Chosen comLoadDataFile_Click(Shell& shell)
 {
+    const std::string caption_before = shell.form.frmDataFlash.caption();
     const std::string path = choose_file(shell, BufferKind::data);
     if (path.empty())
         return Chosen::nothing;
-    return load_chosen(shell, path, shell.data_buffer);
+    return load_chosen(shell, path, shell.data_buffer, caption_before);
 }
 
 std::string choose_file(Shell& shell, BufferKind kind)
@@ -222,8 +276,6 @@ std::string choose_file(Shell& shell, BufferKind kind)
 void take_path(Shell& shell, BufferKind kind, const std::string& path)
 {
     show_path(shell, kind, path);
-    if (kind == BufferKind::code && !names_project(path))
-        shell.loader.code_path = path;
     keep_path(shell, kind, path);
 }
 
@@ -234,34 +286,16 @@ void read_load_parameters(Shell& shell, FileBuffer& buffer)
     buffer.clear_first = controls.clear_first.value();
 }
 
-bool load_file(Shell& shell, const std::string& path, FileBuffer& buffer, EndRecord end_record)
-{
-    if (trimmed(path).empty())
-        return false;
-    read_load_parameters(shell, buffer);
-    if (!start_address_fits(buffer.start, buffer.kind, shell.selected)) {
-        show_box(shell, in_language(shell, start_refused(buffer.kind)));
-        return false;
-    }
-    ImageFile file = open_image_file(path, buffer.data.size());
-    ScreenReport boxes{shell};
-    if (!is_usable(file, boxes))
-        return false;
-    shell.platform.dialogs.set_busy(true);
-    const LoadEnd end = load_into(shell, file, buffer, end_record);
-    shell.platform.dialogs.set_busy(false);
-    // A load that another one has overtaken has brought what that one did.
-    return (end == LoadEnd::done || end == LoadEnd::overtaken) && buffer.loaded;
-}
+bool load_file(Shell& shell, const std::string& path, FileBuffer& buffer) { return load(shell, path, buffer, {}); }
 
-bool reload_code_file(Shell& shell, EndRecord end_record)
+bool reload_code_file(Shell& shell, Asker asker)
 {
     if (shell.loader.code_is_project || shell.loader.code_path.empty())
         return true; // what the project holds is in the buffer
     const FileBuffer before = shell.code_buffer;
     const NumbersInUse numbers = numbers_in_use(shell);
     const std::string path = shell.loader.code_path; // a copy: the load may serve events
-    if (load_file(shell, path, shell.code_buffer, end_record) && put_numbers_back(shell, numbers))
+    if (load(shell, path, shell.code_buffer, {true, asker}) && put_numbers_back(shell, numbers))
         return true;
     append_message(shell, not_loaded_again);
     shell.code_buffer = before;

@@ -1,7 +1,7 @@
 // window_line SETTINGS CODE-FILE: the window with a simulated chip in the socket, and a hand that sets the number's
 // box, presses Re-Download and puts in chip after chip. Each chip that the report calls good is told on standard output
 // with its true flash. Runs until it is cut off.
-#include "form/main_form.h"
+#include "form/named_controls.h"
 #include "host/qt_dialogs.h"
 #include "host/qt_loop.h"
 #include "host/qt_settings.h"
@@ -30,15 +30,15 @@ constexpr int glance_ms = 5; // how often the hand looks at the report
 
 void set_up_job(Shell& shell, const std::string& code_file)
 {
-    MainForm& form = shell.form;
-    choose_node(shell, form.TreeViewDevice, model);
+    const NamedControls form{shell.controls};
+    choose_node(shell, form.tree("TreeViewDevice"), model);
     take_path(shell, BufferKind::code, code_file);
     load_file(shell, code_file, shell.code_buffer);
-    type_text(shell, form.texAuto_Increase[0], "203");
-    type_text(shell, form.texAuto_Increase[1], "4");
-    choose_option(shell, form.optAuto_Increase[0]);
-    choose_item(shell, form.comDalay_ReDownLoad, 8); // 1 s
-    set_checked(shell, form.cheAuto_Increase, true);
+    type_text(shell, form.text_box("texAuto_Increase", 0), "203");
+    type_text(shell, form.text_box("texAuto_Increase", 1), "4");
+    choose_option(shell, form.option("optAuto_Increase", 0));
+    choose_item(shell, form.list("comDalay_ReDownLoad"), 8); // 1 s
+    set_checked(shell, form.check_box("cheAuto_Increase"), true);
 }
 
 // The chip comes out when the tool counts down to the next one, and another goes in when it calls.
@@ -53,7 +53,10 @@ public:
     }
 
 private:
-    bool says(const char* text) const { return shell_.form.textMsg.text().find(text) != std::string::npos; }
+    bool says(const char* text) const
+    {
+        return NamedControls{shell_.controls}.text_box("textMsg").text().find(text) != std::string::npos;
+    }
     void look()
     {
         const bool good = says("Program OK");

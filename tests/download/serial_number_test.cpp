@@ -110,10 +110,9 @@ TEST(SerialNumbers, MoveInBothBuffersTogether)
 TEST(SerialNumbers, StayOnThroughTheReloadBeforeADownload)
 {
     NumberedLine bench("Juniper-8");
-    const std::string path = ::testing::TempDir() + std::to_string(getpid()) + "reloaded.bin";
+    const std::string path = bench.shell.loader.code_path;
     const auto bytes = Bench::pattern(0x300, 3);
     std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), 0x300);
-    take_path(bench.shell, BufferKind::code, path);
     bench.form.check_box("cekReloadFile").set_value(true);
     bench.download();
     std::remove(path.c_str());

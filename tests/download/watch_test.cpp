@@ -68,3 +68,25 @@ TEST(Watch, LeavesTheChipAloneWhereTheLinkerHasBrokenOff)
     EXPECT_TRUE(bench.dialogs.shown.empty());
     EXPECT_EQ(bench.shell.code_buffer.data[0], Bench::pattern(1, 1)[0]) << "the buffer is as it was";
 }
+
+// So it did by a press with the reload switched on, while the linker was at work.
+TEST(ReloadBeforeADownload, LeavesTheChipAloneWhereTheFileIsHalfWritten)
+{
+    LinkerBench bench;
+    bench.form.check_box("cekReloadFileWhileFileChange").set_value(false);
+    bench.form.check_box("cekReloadFile").set_value(true);
+    bench.folder.file("lamp.hex", std::string_view{bench.text}.substr(0, bench.text.size() / 2));
+    bench.download();
+    EXPECT_EQ(bench.chip.frame_count(), 0) << "nobody has called the chip";
+    EXPECT_EQ(bench.count(), 0);
+    ASSERT_EQ(bench.dialogs.shown.size(), 1U);
+    EXPECT_EQ(
+        bench.dialogs.shown[0].box.text, "The HEX file has no end record: it may not have been written to its end.");
+    EXPECT_TRUE(bench.report_says("Nothing was programmed."));
+
+    bench.dialogs.shown.clear();
+    bench.folder.file("lamp.hex", bench.text);
+    bench.download();
+    EXPECT_TRUE(bench.report_says("Program OK"));
+    EXPECT_EQ(bench.flash(0, bench.linked.size() - 1), bench.linked);
+}

@@ -201,6 +201,43 @@ inline Findings includes_against_the_arrows(const SourceFile& file)
     return findings;
 }
 
+// The sources that are compiled anew when the header changes: those that include it, however far around.
+inline std::set<std::string> sources_compiled_with(const std::vector<SourceFile>& tree, const std::string& header)
+{
+    std::map<std::string, std::vector<std::string>> includers; // of a file of the tree
+    const auto is_there = [&](const std::string& path) {
+        return std::any_of(tree.begin(), tree.end(), [&](const SourceFile& file) { return file.path == path; });
+    };
+    for (const SourceFile& file : tree) {
+        const std::string own_folder = file.path.substr(0, file.path.rfind('/') + 1);
+        for (const std::string& line : file.lines) {
+            const auto name = is_cpp(file) ? included(line) : std::nullopt;
+            if (!name)
+                continue;
+            for (const std::string& folder : {own_folder, std::string{"src/"}, std::string{}, std::string{"apps/"},
+                     std::string{"tests/"}, std::string{"tests/window/"}}) { // where the build looks
+                if (is_there(folder + *name)) {
+                    includers[folder + *name].push_back(file.path);
+                    break;
+                }
+            }
+        }
+    }
+    std::set<std::string> reached{header};
+    std::set<std::string> sources;
+    for (std::vector<std::string> next{header}; !next.empty();) {
+        const std::string path = next.back();
+        next.pop_back();
+        if (path.ends_with(".cpp"))
+            sources.insert(path);
+        for (const std::string& includer : includers[path]) {
+            if (reached.insert(includer).second)
+                next.push_back(includer);
+        }
+    }
+    return sources;
+}
+
 // The names that the window's controls are declared under, from the text of the form.
 inline std::set<std::string> control_names(const SourceFile& form)
 {

@@ -103,6 +103,17 @@ TEST(HouseRules, FindAFileThatTheBuildDoesNotKnow)
     EXPECT_EQ(not_in_the_build(file("bench/load.cpp", {}), tree).size(), 1U);
 }
 
+TEST(HouseRules, CountWhatAHeaderCompilesHoweverFarAround)
+{
+    const std::vector<SourceFile> tree = {file("src/form/main_form.h", {"#pragma once"}),
+        file("src/form/main_form.cpp", {"#include \"form/main_form.h\""}),
+        file("tests/window/window_bench.h", {"#include \"form/main_form.h\""}),
+        file("tests/window/lamp_test.cpp", {"#include \"window_bench.h\""}),
+        file("src/shell/press.cpp", {"// #include \"form/main_form.h\"", "#include \"form/registry.h\""})};
+    EXPECT_EQ(sources_compiled_with(tree, "src/form/main_form.h"),
+        (std::set<std::string>{"src/form/main_form.cpp", "tests/window/lamp_test.cpp"}));
+}
+
 TEST(HouseRules, FindAControlInTheEngine)
 {
     const std::set<std::string> names = control_names(file("src/form/main_form.h",

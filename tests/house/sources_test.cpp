@@ -52,6 +52,13 @@ TEST(Sources, OfTheEngineKnowNoControl)
     ASSERT_TRUE(names.contains("textMsg"));
     EXPECT_EQ(all_findings([&](const SourceFile& file) { return house::controls_in_the_engine(file, names); }), "");
 }
+// A new control is added often, and is not to cost a cup of tea: who needs one or two controls asks for them by name.
+TEST(Sources, ThatKnowTheWholeFormAreFew)
+{
+    const auto sources = house::sources_compiled_with(tree(), "src/form/main_form.h");
+    EXPECT_GT(sources.size(), 20U);
+    EXPECT_LE(sources.size(), 60U) << "use form/named_controls.h";
+}
 TEST(Sources, AreShortFilesButForTables) { EXPECT_EQ(all_findings(house::too_long), ""); }
 TEST(Sources, LeaveNothingForLater) { EXPECT_EQ(all_findings(house::left_for_later), ""); }
 TEST(Sources, HeadersGuardThemselves) { EXPECT_EQ(all_findings(house::header_without_guard), ""); }

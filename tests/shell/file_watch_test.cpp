@@ -81,11 +81,13 @@ TEST(FileWatch, AFileChosenSinceTheLastLookIsOnlyRemembered)
 {
     WatchBench bench;
     watch_code_file(bench.shell);
-    take_path(bench.shell, BufferKind::code, bench.file("other.bin", "other"));
-    EXPECT_FALSE(watch_code_file(bench.shell));
+    bench.compile("new");
+    bench.dialogs.choices = {bench.file("other.bin", "other")};
+    comLoadFile_Click(bench.shell);
+    EXPECT_FALSE(bench.settles());
     EXPECT_EQ(bench.shell.loader.reload_watch_path, bench.folder + "/other.bin");
-    EXPECT_EQ(bench.code.data[0], 'o') << "still the o of old";
-    EXPECT_EQ(bench.code.data[1], 'l');
+    EXPECT_EQ(bench.code.data[0], 'o');
+    EXPECT_EQ(bench.code.data[1], 't');
 }
 
 TEST(FileWatch, WithTheBoxOffNothingHappens)
@@ -215,6 +217,37 @@ TEST(FileWatch, AHexFileWithoutItsEndRecordIsToldOnceAndTheNextChangeIsWaitedFor
     bench.compile(":0100000042BD\n:00000001FF\n");
     EXPECT_TRUE(bench.settles());
     EXPECT_EQ(bench.code.data[0], 0x42);
+}
+
+// A linker begins by emptying the file, and may take its time. A box would hold the watch up until somebody comes.
+TEST(FileWatch, AFileThatWasEmptiedIsToldWithoutABox)
+{
+    WatchBench bench("lamp.hex", ":0100000041BE\n:00000001FF\n");
+    bench.shell.language_is_english = true;
+    watch_code_file(bench.shell);
+    bench.compile("");
+    EXPECT_FALSE(bench.settles());
+    EXPECT_TRUE(bench.dialogs.shown.empty());
+    EXPECT_EQ(bench.form.text_box("textMsg").text(),
+        "\nThe file contains no data."
+        "\nThe file could not be loaded again. Nothing was programmed.");
+    bench.compile(":0100000042BD\n:00000001FF\n");
+    EXPECT_TRUE(bench.settles());
+    EXPECT_EQ(bench.code.data[0], 0x42);
+}
+
+// The name of the one that failed used to stand over the old image, and the watch waited for that one.
+TEST(FileWatch, StaysWithTheFileInTheBufferWhereAnotherCouldNotBeOpened)
+{
+    WatchBench bench;
+    watch_code_file(bench.shell);
+    bench.dialogs.choices = {bench.file("other.hex", "hello")};
+    comLoadFile_Click(bench.shell);
+    bench.file("other.hex", ":0100000042BD\n:00000001FF\n");
+    EXPECT_FALSE(bench.settles());
+    bench.compile("new");
+    EXPECT_TRUE(bench.settles());
+    EXPECT_EQ(bench.code.data[0], 'n');
 }
 
 TEST(FileWatch, HoldsStillUnderAnOpenTree)

@@ -1,5 +1,5 @@
 // What the user, or a timer, does while a load serves events.
-#include "named_controls.h"
+#include "form/named_controls.h"
 #include "shell/acting_dialogs.h"
 #include "shell/buffer_bench.h"
 #include "shell/open_file.h"

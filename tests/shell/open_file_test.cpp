@@ -112,6 +112,78 @@ TEST(LoadButtons, AProjectCanBeChosenInEitherDialogAndIsLeftToTheCaller)
     EXPECT_FALSE(bench.code.loaded);
 }
 
+namespace {
+
+// A program and its data are open, and then a file is chosen in each dialog of which nothing can be had.
+struct MisjudgedFile : Bench {
+    MisjudgedFile()
+        : Bench{"Juniper-60Q"}
+    {
+        shell.language_is_english = true;
+        dialogs.choices = {file("lamp.bin", "lamp"), file("table.bin", "table")};
+        comLoadFile_Click(shell);
+        comLoadDataFile_Click(shell);
+    }
+    void choose_in_both(const std::string& path)
+    {
+        dialogs.choices = {path, path};
+        EXPECT_EQ(comLoadFile_Click(shell), Chosen::file);
+        EXPECT_EQ(comLoadDataFile_Click(shell), Chosen::file);
+        EXPECT_EQ(dialogs.shown.size(), 2U);
+    }
+    void expect_old_files()
+    {
+        EXPECT_EQ(form.frame("Frame7").caption(), "Program File: " + folder + "/lamp.bin");
+        EXPECT_EQ(form.frame("frmDataFlash").caption(), "Data File: " + folder + "/table.bin");
+        EXPECT_EQ(code.data[0], 'l');
+        EXPECT_EQ(data.data[0], 't');
+        EXPECT_TRUE(shell.file_loaded);
+        file("lamp.bin", "LAMP");
+        EXPECT_TRUE(reload_code_file(shell));
+        EXPECT_EQ(code.data[0], 'L');
+    }
+};
+
+} // namespace
+
+// Its name used to stand over the old image, which a worker then took for the new program.
+TEST(LoadButtons, AFileThatIsNotThereLeavesTheNamesOfThoseInTheBuffers)
+{
+    MisjudgedFile bench;
+    bench.choose_in_both(bench.folder + "/missing.hex");
+    bench.expect_old_files();
+}
+
+TEST(LoadButtons, AFileWithoutDataLeavesTheNamesOfThoseInTheBuffers)
+{
+    MisjudgedFile bench;
+    bench.choose_in_both(bench.file("hello.hex", "hello"));
+    bench.expect_old_files();
+}
+
+TEST(LoadButtons, AFileBehindTheDeviceLeavesTheNamesOfThoseInTheBuffers)
+{
+    MisjudgedFile bench;
+    bench.form.text_box("txtAP_FileStart").set_text("7FFF");
+    bench.form.text_box("txtDataFileStart").set_text("7FFF");
+    bench.select("Rowan-4");
+    bench.choose_in_both(bench.file("late.bin", "late"));
+    bench.form.text_box("txtAP_FileStart").set_text("0");
+    bench.expect_old_files();
+}
+
+TEST(LoadButtons, AFileThatTheUserGivesUpLeavesNoNameOverTheEmptyBuffer)
+{
+    MisjudgedFile bench;
+    bench.dialogs.choices = {fixture("three_bad_checksums.hex")};
+    bench.dialogs.replies = {Reply::ok, Reply::ok, Reply::ok, Reply::no};
+    comLoadFile_Click(bench.shell);
+    EXPECT_EQ(bench.form.frame("Frame7").caption(), "Program File: ");
+    EXPECT_EQ(bench.code.data[0], 0);
+    EXPECT_FALSE(bench.shell.file_loaded);
+    EXPECT_EQ(bench.shell.loader.code_path, fixture("three_bad_checksums.hex")) << "nor does the old one come back";
+}
+
 TEST(LoadFile, AnEmptyPathDoesNothing)
 {
     Bench bench{"Juniper-60"};
@@ -353,6 +425,15 @@ TEST(AReloadThatFails, KeepsTheBufferWhereTheFileIsText)
     LostFile bench;
     bench.file("lamp.hex", "hello\n");
     bench.expect_kept("The file contains no data.");
+}
+
+// A press while the linker was at work used to send half a file into the chip.
+TEST(AReloadThatFails, KeepsTheBufferWhereTheFileIsNotWrittenToItsEnd)
+{
+    LostFile bench;
+    bench.file("lamp.hex", ":02000000121AD2\n:0200020034");
+    bench.expect_kept("The HEX file has no end record: it may not have been written to its end.");
+    EXPECT_EQ(bench.dialogs.shown.size(), 1U) << "no word of the record that was cut";
 }
 
 TEST(AReloadThatFails, KeepsTheBufferWhereTheUserGivesUpOnWrongChecksums)

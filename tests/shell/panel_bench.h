@@ -1,7 +1,7 @@
 // A form with its tables and lists filled, and a model chosen as the tree would choose it.
 #pragma once
 
-#include "named_controls.h"
+#include "form/named_controls.h"
 #include "options/option_tables.h"
 #include "shell/lists.h"
 #include "shell/make_job.h"

@@ -1,7 +1,7 @@
 // One run of the program after another on the same store.
 #pragma once
 
-#include "named_controls.h"
+#include "form/named_controls.h"
 #include "platform/scripted_dialogs.h"
 #include "shell/events.h"
 #include "shell/settings.h"

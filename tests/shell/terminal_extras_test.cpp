@@ -1,5 +1,4 @@
 // Around the terminal's talk: the log, times before lines, an adapter that is pulled out and comes back.
-#include "form/main_form.h"
 #include "rehearsal/chip_of_model.h"
 #include "rehearsal/rehearsal.h"
 
@@ -38,21 +37,21 @@ struct TerminalBench : Rehearsal {
     }
     void open()
     {
-        click(shell, shell.form.comOpenCOM[0]);
+        click(shell, form.button("comOpenCOM", 0));
         ASSERT_TRUE(shell.desk.terminal.has_port);
     }
     void begin_log(const std::string& path, int kind)
     {
-        choose_option(shell, shell.form.optDebugLog[kind]);
+        choose_option(shell, form.option("optDebugLog", kind));
         dialogs.choices.push_back(path);
-        click(shell, shell.form.comDebugLog);
+        click(shell, form.button("comDebugLog"));
     }
     static std::string contents(const std::string& path)
     {
         std::ifstream file(path, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
-    const std::string& shown() const { return shell.form.texReceive.text(); }
+    const std::string& shown() const { return form.text_box("texReceive").text(); }
 
     const std::string folder = testing::TempDir() + "vrk_terminal_" + std::to_string(getpid());
 };
@@ -65,15 +64,15 @@ TEST(TerminalLog, KeepsTheBytesAsTheyAreWhateverTheDisplayShows)
     bench.open();
     bench.come_in("before ");
     bench.begin_log(bench.folder + "/a.log", 0);
-    EXPECT_EQ(bench.shell.form.comDebugLog.caption(), "Stop Log");
-    choose_option(bench.shell, bench.shell.form.optReceiveHex[1]);
+    EXPECT_EQ(bench.form.button("comDebugLog").caption(), "Stop Log");
+    choose_option(bench.shell, bench.form.option("optReceiveHex", 1));
     bench.come_in("one\r\n\xFFtwo");
-    click(bench.shell, bench.shell.form.comDebugClear[0]);
+    click(bench.shell, bench.form.button("comDebugClear", 0));
     bench.come_in("three");
-    click(bench.shell, bench.shell.form.comDebugLog);
+    click(bench.shell, bench.form.button("comDebugLog"));
     bench.come_in("behind");
     EXPECT_EQ(bench.contents(bench.folder + "/a.log"), "one\r\n\xFFtwothree");
-    EXPECT_EQ(bench.shell.form.comDebugLog.caption(), "Log to File...");
+    EXPECT_EQ(bench.form.button("comDebugLog").caption(), "Log to File...");
 }
 
 TEST(TerminalLog, OfLinesHasATimeBeforeEach)
@@ -103,10 +102,10 @@ TEST(TerminalLog, IsNotCutWhereTheDisplayIsFull)
     TerminalBench bench;
     bench.open();
     bench.begin_log(bench.folder + "/a.log", 0);
-    bench.shell.form.texReceive.set_text(std::string(Terminal::display_limit, 'x'));
+    bench.form.text_box("texReceive").set_text(std::string(Terminal::display_limit, 'x'));
     bench.come_in("whole");
     EXPECT_EQ(bench.contents(bench.folder + "/a.log"), "whole");
-    EXPECT_EQ(bench.shell.form.texReceive.length(), Terminal::display_limit);
+    EXPECT_EQ(bench.form.text_box("texReceive").length(), Terminal::display_limit);
 }
 
 TEST(TerminalLog, ThatCannotBeBegunIsToldAndStaysOff)
@@ -116,7 +115,7 @@ TEST(TerminalLog, ThatCannotBeBegunIsToldAndStaysOff)
     bench.begin_log(bench.folder + "/nowhere/a.log", 0);
     ASSERT_EQ(bench.dialogs.shown.size(), 1U);
     EXPECT_TRUE(bench.dialogs.shown[0].box.text.starts_with("The file cannot be written."));
-    EXPECT_EQ(bench.shell.form.comDebugLog.caption(), "Log to File...");
+    EXPECT_EQ(bench.form.button("comDebugLog").caption(), "Log to File...");
 }
 
 TEST(TerminalLog, ThatCannotBeWrittenIsToldOnceAndReceivingGoesOn)
@@ -129,7 +128,7 @@ TEST(TerminalLog, ThatCannotBeWrittenIsToldOnceAndReceivingGoesOn)
     ASSERT_EQ(bench.dialogs.shown.size(), 1U);
     EXPECT_TRUE(bench.dialogs.shown[0].box.text.starts_with("The file cannot be written."));
     EXPECT_FALSE(bench.shell.desk.terminal.log.is_on());
-    EXPECT_EQ(bench.shell.form.comDebugLog.caption(), "Log to File...");
+    EXPECT_EQ(bench.form.button("comDebugLog").caption(), "Log to File...");
     EXPECT_EQ(bench.shown(), "one two");
     EXPECT_TRUE(bench.shell.desk.terminal.has_port);
 }
@@ -138,7 +137,7 @@ TEST(TerminalTimes, StandBeforeEachLineOfTheDisplay)
 {
     TerminalBench bench;
     bench.open();
-    set_checked(bench.shell, bench.shell.form.che_DebugTime, true);
+    set_checked(bench.shell, bench.form.check_box("che_DebugTime"), true);
     bench.come_in("one\r\ntw");
     bench.come_in("o\r\n");
     EXPECT_EQ(bench.shown(), "08:00:00 one\r\n08:00:00 two\r\n");
@@ -154,7 +153,7 @@ TEST(PulledAdapter, IsToldOnceAndWhatWasReceivedStays)
     ASSERT_EQ(bench.dialogs.shown.size(), 1U);
     EXPECT_EQ(bench.dialogs.shown[0].box.text, "The serial port is gone.");
     EXPECT_FALSE(bench.shell.desk.terminal.has_port);
-    EXPECT_EQ(bench.shell.form.comOpenCOM[0].caption(), "Open COM");
+    EXPECT_EQ(bench.form.button("comOpenCOM", 0).caption(), "Open COM");
     EXPECT_EQ(bench.shown(), "kept");
 }
 
@@ -176,7 +175,7 @@ TEST(PulledAdapter, StaysClosedWhereTheUserHadClosedIt)
 {
     TerminalBench bench;
     bench.open();
-    click(bench.shell, bench.shell.form.comOpenCOM[0]);
+    click(bench.shell, bench.form.button("comOpenCOM", 0));
     bench.ports.remove(Rehearsal::port_path);
     bench.loop.run_for_ms(1000);
     bench.ports.add(Rehearsal::port_path, bench.wire);
@@ -193,7 +192,7 @@ TEST(PulledAdapter, IsNeverAnotherOneThatStandsInItsPlace)
     bench.loop.run_for_ms(100);
     bench.ports.remove(Rehearsal::port_path); // the other one moves up in the list
     bench.loop.run_for_ms(1000);
-    click(bench.shell, bench.shell.form.comOpenCOM[0]);
+    click(bench.shell, bench.form.button("comOpenCOM", 0));
     EXPECT_FALSE(bench.shell.desk.terminal.has_port);
     EXPECT_EQ(bench.dialogs.shown.back().box.text, "There is no such COM port.");
 }

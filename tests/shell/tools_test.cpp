@@ -1,7 +1,7 @@
 // The tools' buttons, from the press to what the board or the chip then holds: on virtual time, with the simulated
 // board, downloader or user code on the far end of the wire.
 #include "board/board_bench.h"
-#include "form/main_form.h"
+#include "form/named_controls.h"
 #include "platform/scripted_dialogs.h"
 #include "sim/demo_program.h"
 #include "sim/user_code.h"
@@ -27,14 +27,14 @@ struct ToolBench {
         ports.add("line", wire);
         shell.language_is_english = english;
         start_up(shell);
-        EXPECT_EQ(choose_node(shell, form.TreeViewDevice, model), Touch::taken);
+        EXPECT_EQ(choose_node(shell, form.tree("TreeViewDevice"), model), Touch::taken);
         dialogs.shown.clear();
     }
     ~ToolBench()
     {
         std::filesystem::remove_all(folder);
         if (::testing::Test::HasFailure())
-            std::printf("--- report\n%s\n", form.textMsg.text().c_str());
+            std::printf("--- report\n%s\n", form.text_box("textMsg").text().c_str());
     }
 
     Bytes open_file(std::size_t size, unsigned seed = 1)
@@ -42,7 +42,7 @@ struct ToolBench {
         const Bytes code = pattern(size, seed);
         write_file(code);
         dialogs.choices.push_back(path());
-        click(shell, form.comLoadFile);
+        click(shell, form.button("comLoadFile"));
         EXPECT_TRUE(shell.file_loaded);
         return code;
     }
@@ -62,15 +62,15 @@ struct ToolBench {
         ASSERT_NE(control, nullptr) << name;
         EXPECT_EQ(click(shell, *control), Touch::taken) << name;
     }
-    bool says(const char* text) const { return form.textMsg.text().find(text) != std::string::npos; }
+    bool says(const char* text) const { return form.text_box("textMsg").text().find(text) != std::string::npos; }
     void expect_all_free() const
     {
         EXPECT_FALSE(shell.running);
         EXPECT_FALSE(shell.port.is_open());
-        EXPECT_TRUE(form.comDownload[0].enabled());
-        EXPECT_TRUE(form.comTJXZ.enabled());
-        EXPECT_TRUE(form.com_Demo_DownLoad.enabled());
-        EXPECT_FALSE(form.com_Demo_Stop.enabled());
+        EXPECT_TRUE(form.button("comDownload", 0).enabled());
+        EXPECT_TRUE(form.button("comTJXZ").enabled());
+        EXPECT_TRUE(form.button("com_Demo_DownLoad").enabled());
+        EXPECT_FALSE(form.button("com_Demo_Stop").enabled());
     }
 
     const std::string folder = testing::TempDir() + "vrk_tools_" + std::to_string(getpid());
@@ -80,7 +80,7 @@ struct ToolBench {
     ScriptedDialogs dialogs;
     MemoryStore settings;
     Shell shell{Platform{loop, ports, dialogs, settings}};
-    MainForm& form = shell.form;
+    const NamedControls form{shell.controls};
 };
 
 struct BoardAtTheForm : ToolBench {
@@ -122,9 +122,9 @@ struct CommandAtTheForm : ToolBench {
     {
         wire.attach(user_code);
         user_code.power(true);
-        type_text(shell, form.txtUserCode, "12 34");
-        form.cobUserCodeBaud.set_text("19200");
-        form.cobUserCodeParity.set_text("None");
+        type_text(shell, form.text_box("txtUserCode"), "12 34");
+        form.list("cobUserCodeBaud").set_text("19200");
+        form.list("cobUserCodeParity").set_text("None");
     }
     bool chip_holds(const Bytes& code) const
     {
@@ -148,7 +148,7 @@ TEST(BoardPage, PutsTheOpenFileIntoTheBoardAndTheBoardIntoAChip)
     BoardAtTheForm bench;
     const Bytes code = bench.open_file(0x3000);
     bench.press("comTJXZ");
-    EXPECT_TRUE(bench.says("Download OK.")) << bench.form.textMsg.text();
+    EXPECT_TRUE(bench.says("Download OK.")) << bench.form.text_box("textMsg").text();
     EXPECT_EQ(bench.board.violations(), "");
     EXPECT_TRUE(begins_with(bench.program_next(), code));
     bench.expect_all_free();
@@ -160,10 +160,10 @@ TEST(BoardPage, LeavesTheBoardToCountTheNumbersAndKeepsItsOwn)
     bench.open_file(0x3000);
     const char* fields[] = {"0123", "4", "500", "2"};
     for (int i = 0; i < 4; ++i)
-        type_text(bench.shell, bench.form.texAuto_Increase[i], fields[i]);
-    choose_option(bench.shell, bench.form.optAuto_Increase[AutoIncrease::hex]);
-    set_checked(bench.shell, bench.form.cheAuto_Increase, true);
-    ASSERT_TRUE(bench.form.cheAuto_Increase.value());
+        type_text(bench.shell, bench.form.text_box("texAuto_Increase", i), fields[i]);
+    choose_option(bench.shell, bench.form.option("optAuto_Increase", AutoIncrease::hex));
+    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), true);
+    ASSERT_TRUE(bench.form.check_box("cheAuto_Increase").value());
     bench.press("comTJXZ");
     const auto number = [](const Bytes& flash) { return flash[0x122] * 256 + flash[0x123]; };
     EXPECT_EQ(number(bench.program_next()), 500);
@@ -184,7 +184,7 @@ TEST(BoardPage, RefusesAQuantityOfNone)
 {
     BoardAtTheForm bench;
     bench.open_file(0x1000);
-    type_text(bench.shell, bench.form.txt_download_max, "0");
+    type_text(bench.shell, bench.form.text_box("txt_download_max"), "0");
     bench.press("comTJXZ");
     ASSERT_EQ(bench.dialogs.shown.size(), 1U);
     EXPECT_EQ(bench.dialogs.shown[0].box.text, "The number of MCU is too small.");
@@ -208,8 +208,8 @@ TEST(BoardPage, HandsAreRefusedWhileTheBoardIsWritten)
     BoardAtTheForm bench;
     bench.open_file(0x1000);
     bench.after_ms(3000, [&bench] {
-        EXPECT_EQ(choose_node(bench.shell, bench.form.TreeViewDevice, "Hazel-1"), Touch::busy);
-        EXPECT_EQ(click(bench.shell, bench.form.comDownload[0]), Touch::busy);
+        EXPECT_EQ(choose_node(bench.shell, bench.form.tree("TreeViewDevice"), "Hazel-1"), Touch::busy);
+        EXPECT_EQ(click(bench.shell, bench.form.button("comDownload", 0)), Touch::busy);
     });
     bench.press("comTJXZ");
     EXPECT_TRUE(bench.says("Download OK."));
@@ -245,10 +245,10 @@ TEST(DemoPage, RepeatsUntilItIsStoppedWithANumberForEachChip)
     bench.open_file(0x1000);
     const char* fields[] = {"0123", "2", "7", "1"};
     for (int i = 0; i < 4; ++i)
-        type_text(bench.shell, bench.form.texAuto_Increase[i], fields[i]);
-    choose_option(bench.shell, bench.form.optAuto_Increase[AutoIncrease::hex]);
-    set_checked(bench.shell, bench.form.cheAuto_Increase, true);
-    bench.form.comDalay_ReDownLoad.set_text("1");
+        type_text(bench.shell, bench.form.text_box("texAuto_Increase", i), fields[i]);
+    choose_option(bench.shell, bench.form.option("optAuto_Increase", AutoIncrease::hex));
+    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), true);
+    bench.form.list("comDalay_ReDownLoad").set_text("1");
     std::vector<int> numbers;
     bench.demo.on_frame = [&](std::uint8_t code) {
         if (code != 0xB1)
@@ -266,7 +266,7 @@ TEST(DemoPage, RepeatsUntilItIsStoppedWithANumberForEachChip)
     };
     bench.press("com_Demo_Re_DownLoad");
     EXPECT_EQ(numbers, (std::vector<int>{7, 8, 9}));
-    EXPECT_EQ(bench.form.texAuto_Increase[2].text(), "000010");
+    EXPECT_EQ(bench.form.text_box("texAuto_Increase", 2).text(), "000010");
     EXPECT_TRUE(bench.says("操作被停止."));
     bench.expect_all_free();
 }
@@ -274,7 +274,7 @@ TEST(DemoPage, RepeatsUntilItIsStoppedWithANumberForEachChip)
 TEST(DemoPage, AnotherModelIsRefusedAndWantsItsFileAgain)
 {
     DemoAtTheForm bench;
-    choose_node(bench.shell, bench.form.TreeViewDevice, "Birch-32");
+    choose_node(bench.shell, bench.form.tree("TreeViewDevice"), "Birch-32");
     bench.open_file(0x1000);
     bench.press("com_Demo_DownLoad");
     EXPECT_TRUE(bench.says("MCU 型号错, 请重选"));
@@ -289,9 +289,9 @@ TEST(CommandPage, LeadsUserCodeIntoItsBootLoaderAndProgramsIt)
     const Bytes code = bench.open_file(0x2000);
     bench.press("comSendUserCode");
     EXPECT_EQ(bench.user_code.commands_heard(), 1);
-    EXPECT_TRUE(bench.says("Program OK")) << bench.form.textMsg.text();
+    EXPECT_TRUE(bench.says("Program OK")) << bench.form.text_box("textMsg").text();
     EXPECT_TRUE(bench.chip_holds(code));
-    EXPECT_EQ(bench.form.txtWrite_OK_Count.text(), "1");
+    EXPECT_EQ(bench.form.text_box("txtWrite_OK_Count").text(), "1");
     bench.expect_all_free();
 }
 
@@ -299,7 +299,7 @@ TEST(CommandPage, AChangedFileSendsTheCommandByItself)
 {
     CommandAtTheForm bench;
     bench.open_file(0x2000);
-    set_checked(bench.shell, bench.form.cekReloadFileWhileFileChange1, true);
+    set_checked(bench.shell, bench.form.check_box("cekReloadFileWhileFileChange1"), true);
     bench.loop.run_for_ms(3000);
     const Bytes changed = pattern(0x2100, 9);
     bench.write_file(changed);

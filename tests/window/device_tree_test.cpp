@@ -44,7 +44,7 @@ TEST(DeviceTree, APickLeavesTheFocusOnTheModelBox)
     EXPECT_EQ(bench.box->text(), "Oak-20V");
     EXPECT_EQ(QApplication::focusWidget(), bench.box);
     bench.type("12");
-    EXPECT_EQ(bench.form.txtAP_FileStart.text(), "0000");
+    EXPECT_EQ(bench.form.text_box("txtAP_FileStart").text(), "0000");
 }
 
 TEST(DeviceTree, APickByMouseLeavesTheFocusOnTheModelBoxToo)
@@ -89,7 +89,7 @@ TEST(DeviceTree, ASearchWithoutAMatchSaysSoAndPicksNothing)
         bench.window->grab().save(folder + "/no_such_model.png");
     QTest::keyClick(bench.tree, Qt::Key_Return);
     EXPECT_TRUE(bench.tree->isVisible());
-    EXPECT_EQ(bench.form.txtDevice.text(), before.toStdString());
+    EXPECT_EQ(bench.form.text_box("txtDevice").text(), before.toStdString());
 
     QTest::keyClick(bench.tree, Qt::Key_Backspace);
     QTest::keyClick(bench.tree, Qt::Key_Backspace);

@@ -1,6 +1,5 @@
 // The option panel in the window: one model of each page, in both languages. With VRK_PICTURES set to a folder, each
 // panel is left there as a picture.
-#include "form/main_form.h"
 #include "window_bench.h"
 
 #include "shell/device.h"
@@ -25,7 +24,7 @@ std::string panel_name(const ::testing::TestParamInfo<Panel>& info)
 
 void choose(WindowBench& bench, const char* model)
 {
-    bench.form.txtDevice.set_text(model);
+    bench.form.text_box("txtDevice").set_text(model);
     ASSERT_TRUE(apply_selected_device(bench.shell));
     QTest::qWait(100); // two redraws: the captions, then their columns
 }

@@ -1,6 +1,5 @@
 // Options from the model's tree into a chip on a pseudo terminal and back onto the check page, by mouse and keyboard:
 // one model of each page, in both languages.
-#include "form/main_form.h"
 #include "window_bench.h"
 
 #include "catalog/attributes.h"
@@ -37,7 +36,7 @@ void pick_model(WindowBench& bench, const Trip& trip)
     } else if (trip.pick == Pick::keyboard) {
         bench.type_model(trip.model);
     } else {
-        bench.form.txtDevice.set_text(trip.model);
+        bench.form.text_box("txtDevice").set_text(trip.model);
         ASSERT_TRUE(apply_selected_device(bench.shell));
         QTest::qWait(100);
     }
@@ -125,7 +124,7 @@ TEST_P(EveryPage, GoesIntoTheChipAndComesBack)
     const QString done = report(bench);
     const QString taken = trip.english ? "Setting options OK. " : "设置选项成功。";
     const bool writes = bench.shell.selected.series != 1;
-    const bool doubled = bench.shell.selected.series == 0 && bench.form.Option0[0].value();
+    const bool doubled = bench.shell.selected.series == 0 && bench.form.option("Option0", 0).value();
     const QString oldest = trip.english ? "Lock Chip, set 6 Clocks OK." : "设置双倍速成功。";
     EXPECT_EQ(done.contains(doubled ? oldest : taken), writes) << done.toStdString();
     EXPECT_TRUE(done.contains("Program OK")) << done.toStdString();
@@ -136,7 +135,8 @@ TEST_P(EveryPage, GoesIntoTheChipAndComesBack)
     target.power_off();
     QTest::qWait(100);
     auto* tabs = bench.find<QTabBar>("TabStrip1");
-    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(bench.form.TabStrip1.find("CheckMCUoption")).center());
+    QTest::mouseClick(
+        tabs, Qt::LeftButton, {}, tabs->tabRect(bench.form.tabs("TabStrip1").find("CheckMCUoption")).center());
     ASSERT_TRUE(QTest::qWaitFor([&] { return bench.find<QPushButton>("comReadChipLock")->isVisible(); }));
     const OptionPage page = option_page_of_series(bench.shell.selected.series);
     const QStringList words = words_of_choices(bench.shell, page);

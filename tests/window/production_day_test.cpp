@@ -1,6 +1,5 @@
 // A production line's day in the real window: numbers into two chips by Re-Download, the job into a project, and the
 // next morning a third chip from that project.
-#include "form/main_form.h"
 #include "window_bench.h"
 
 #include "host/qt_settings.h"
@@ -45,12 +44,12 @@ TEST(ProductionDay, NumbersGoThroughTwoChipsAProjectAndARestartIntoTheThird)
         TargetProcess second({"Juniper-60Q", "--at-once"});
         QtSettings settings(store);
         WindowBench bench({first.link().toStdString(), second.link().toStdString()}, &settings);
-        const auto count = [&bench] { return bench.form.txtWrite_OK_Count.text(); };
+        const auto count = [&bench] { return bench.form.text_box("txtWrite_OK_Count").text(); };
 
         bench.choose_model("Juniper series", "Juniper-60Q");
         bench.type_into_next_dialog(file.fileName());
         bench.click("comLoadFile");
-        show_page(bench, "TabStrip1", bench.form.TabStrip1, "AUTO_INCREASE");
+        show_page(bench, "TabStrip1", bench.form.tabs("TabStrip1"), "AUTO_INCREASE");
         type_into(bench, "texAuto_Increase(0)", "1FF");
         type_into(bench, "texAuto_Increase(1)", "4");
         type_into(bench, "texAuto_Increase(2)", "77");
@@ -60,7 +59,7 @@ TEST(ProductionDay, NumbersGoThroughTwoChipsAProjectAndARestartIntoTheThird)
         auto* box = bench.find<QCheckBox>("cheAuto_Increase");
         QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
         ASSERT_TRUE(box->isChecked());
-        bench.form.comDalay_ReDownLoad.set_text("1");
+        bench.form.list("comDalay_ReDownLoad").set_text("1");
 
         // Chip by chip, each step as soon as its moment has come.
         bench.when([&] { return bench.calling(); }, [&] { first.power_cycle(); });
@@ -80,7 +79,7 @@ TEST(ProductionDay, NumbersGoThroughTwoChipsAProjectAndARestartIntoTheThird)
         EXPECT_EQ(number_of(first), QByteArray::fromHex("0000004D"));
         EXPECT_EQ(number_of(second), QByteArray::fromHex("0000004E"));
 
-        show_page(bench, "TabStrip2", bench.form.TabStrip2, "Batch_quantity");
+        show_page(bench, "TabStrip2", bench.form.tabs("TabStrip2"), "Batch_quantity");
         bench.type_into_next_dialog(project);
         bench.click("comSaveBatchFile");
         ASSERT_TRUE(QFile::exists(project));
@@ -93,7 +92,7 @@ TEST(ProductionDay, NumbersGoThroughTwoChipsAProjectAndARestartIntoTheThird)
     EXPECT_EQ(bench.find<QLineEdit>("txtWrite_OK_Count")->text(), "2");
     EXPECT_EQ(bench.find<QLineEdit>("texAuto_Increase(2)")->text(), "00000000079") << "and so does the next number";
 
-    show_page(bench, "TabStrip2", bench.form.TabStrip2, "Batch_quantity");
+    show_page(bench, "TabStrip2", bench.form.tabs("TabStrip2"), "Batch_quantity");
     bench.type_into_next_dialog(project);
     QString told;
     bench.in_next_modal<QMessageBox>([&](QMessageBox* asked) {

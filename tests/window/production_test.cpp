@@ -1,6 +1,5 @@
 // The dump as an editor and the pages of a production run, by mouse and keyboard. With VRK_PICTURES set to a folder,
 // each page is left there as a picture.
-#include "form/main_form.h"
 #include "window_bench.h"
 
 #include "image/dump.h"
@@ -21,9 +20,9 @@ struct ProductionBench : WindowBench {
     explicit ProductionBench(bool english = true)
         : WindowBench("/dev/null", english)
     {
-        choose_node(shell, form.TreeViewDevice, "Juniper-60Q");
+        choose_node(shell, form.tree("TreeViewDevice"), "Juniper-60Q");
         load_file(shell, sample.toStdString(), shell.code_buffer);
-        vrk::scroll_to(shell, form.vscFile[0], 0);
+        vrk::scroll_to(shell, form.scroll_bar("vscFile", 0), 0);
         QTest::qWait(100);
         pane = find<QPlainTextEdit>("txtBuffer2");
     }
@@ -45,7 +44,7 @@ struct ProductionBench : WindowBench {
     void choose_tab(const char* key)
     {
         auto* strip = find<QTabBar>("TabStrip1");
-        QTest::mouseClick(strip, Qt::LeftButton, {}, strip->tabRect(form.TabStrip1.find(key)).center());
+        QTest::mouseClick(strip, Qt::LeftButton, {}, strip->tabRect(form.tabs("TabStrip1").find(key)).center());
         QTest::qWait(150);
     }
     // On the mark of a check box or option button: the box may be wider than its text.
@@ -101,7 +100,8 @@ TEST(DumpEditor, AClickHighlightsTheDigitUnderThePointer)
     ProductionBench bench;
     bench.click_digit(2, 5, 1);
     EXPECT_EQ(bench.highlighted().size(), 1);
-    EXPECT_EQ(bench.form.txtBuffer2.sel_start(), 2 * dump_line_size + dump_data_column + 5 * dump_byte_size + 1);
+    EXPECT_EQ(
+        bench.form.text_box("txtBuffer2").sel_start(), 2 * dump_line_size + dump_data_column + 5 * dump_byte_size + 1);
     bench.click_digit(2, 5, 1); // once more into what is highlighted
     EXPECT_EQ(bench.highlighted().size(), 1);
 }
@@ -122,7 +122,7 @@ TEST(DumpEditor, DigitsTypedOverGoIntoTheBufferAndTheHintComesUp)
     EXPECT_EQ(question, "Update the buffer ?");
     EXPECT_EQ(bench.shell.code_buffer.data[0x13], 0xA5);
     EXPECT_EQ(bench.line(1).mid(dump_data_column + 9, 2), "A5");
-    EXPECT_EQ(bench.form.txtBuffer2.sel_start(), dump_line_size + dump_data_column + 4 * dump_byte_size);
+    EXPECT_EQ(bench.form.text_box("txtBuffer2").sel_start(), dump_line_size + dump_data_column + 4 * dump_byte_size);
     EXPECT_EQ(bench.highlighted().size(), 1);
     EXPECT_TRUE(hint->isVisible());
     EXPECT_EQ(hint->text(), "You can modify any single highlight character in this buffer.");
@@ -149,7 +149,7 @@ TEST(DumpEditor, AStretchDrawnOverIsNoDigitToTypeOver)
     QTest::mouseMove(bench.pane->viewport(), bench.digit(1, 6));
     QTest::mouseRelease(bench.pane->viewport(), Qt::LeftButton, {}, bench.digit(1, 6));
     QTest::qWait(60);
-    EXPECT_GT(bench.form.txtBuffer2.sel_length(), 1);
+    EXPECT_GT(bench.form.text_box("txtBuffer2").sel_length(), 1);
     bench.press(Qt::Key_A);
     EXPECT_EQ(bench.shell.code_buffer.data, before);
 }
@@ -160,11 +160,13 @@ TEST(DumpEditor, ArrowsAndPagesMoveThroughTheBuffer)
     bench.click_digit(5, 3);
     bench.press(Qt::Key_Right);
     bench.press(Qt::Key_Right);
-    EXPECT_EQ(bench.form.txtBuffer2.sel_start(), 5 * dump_line_size + dump_data_column + 4 * dump_byte_size);
+    EXPECT_EQ(
+        bench.form.text_box("txtBuffer2").sel_start(), 5 * dump_line_size + dump_data_column + 4 * dump_byte_size);
     bench.press(Qt::Key_PageDown);
     EXPECT_EQ(bench.find<QScrollBar>("vscFile(0)")->value(), 16);
     EXPECT_EQ(bench.line(0).left(6), "000100");
-    EXPECT_EQ(bench.form.txtBuffer2.sel_start(), 5 * dump_line_size + dump_data_column + 4 * dump_byte_size);
+    EXPECT_EQ(
+        bench.form.text_box("txtBuffer2").sel_start(), 5 * dump_line_size + dump_data_column + 4 * dump_byte_size);
 }
 
 TEST(DumpView, ShowsAWholeNumberOfLinesAndFollowsItsHeight)
@@ -182,12 +184,12 @@ TEST(DumpView, ShowsTheTextOfTheBoxHoweverItIsScrolled)
 {
     ProductionBench bench;
     const auto scroll_to = [&bench](int line) {
-        vrk::scroll_to(bench.shell, bench.form.vscFile[0], line);
+        vrk::scroll_to(bench.shell, bench.form.scroll_bar("vscFile", 0), line);
         QTest::qWait(60);
     };
-    const auto box = [&bench] { return to_qt(bench.form.txtBuffer2.text()).remove('\r'); };
+    const auto box = [&bench] { return to_qt(bench.form.text_box("txtBuffer2").text()).remove('\r'); };
     const auto shown = [&bench] { return bench.pane->toPlainText() + '\n'; };
-    const int lowest = bench.form.vscFile[0].max(); // where the last lines leave room below them
+    const int lowest = bench.form.scroll_bar("vscFile", 0).max(); // where the last lines leave room below them
     scroll_to(5);
     EXPECT_EQ(shown(), box());
     scroll_to(2);
@@ -213,7 +215,7 @@ TEST(DumpView, TheWheelScrollsThreeLinesANotch)
     QWheelEvent down(middle, bench.pane->viewport()->mapToGlobal(middle), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
         Qt::NoScrollPhase, false);
     QApplication::sendEvent(bench.pane->viewport(), &down);
-    EXPECT_EQ(bench.form.vscFile[0].value(), 3);
+    EXPECT_EQ(bench.form.scroll_bar("vscFile", 0).value(), 3);
     QTest::qWait(60);
     EXPECT_EQ(bench.line(0).left(6), "000030");
 }
@@ -229,7 +231,7 @@ TEST(DumpEditor, HomeAndEndActInTheLineAndWithControlInTheBuffer)
     EXPECT_EQ(bench.highlighted(), bench.line(1).mid(dump_data_column, 1));
     QTest::keyClick(bench.pane, Qt::Key_End, Qt::ControlModifier);
     QTest::qWait(60);
-    EXPECT_EQ(bench.form.vscFile[0].value(), bench.form.vscFile[0].max());
+    EXPECT_EQ(bench.form.scroll_bar("vscFile", 0).value(), bench.form.scroll_bar("vscFile", 0).max());
     QTest::keyClick(bench.pane, Qt::Key_Home, Qt::ControlModifier);
     QTest::qWait(60);
     EXPECT_EQ(bench.line(0).left(6), "000000");

@@ -31,6 +31,7 @@ struct PanelBench {
     QtDialogs dialogs;
     MemoryStore settings;
     Shell shell;
+    const NamedControls form{shell.controls};
     std::unique_ptr<MainWindow> window;
     TargetPanel* panel;
     QComboBox* list;
@@ -58,9 +59,9 @@ TEST(TargetPanel, IsThereWithItsSwitchWhileTheSimulatedTargetIsChosen)
 TEST(TargetPanel, FollowsAPortThatTheProgramChooses)
 {
     PanelBench bench;
-    const auto last = static_cast<int>(bench.shell.form.combCommPort.items().size()) - 1;
-    bench.shell.form.combCommPort.choose(last);
+    const auto last = static_cast<int>(bench.form.list("combCommPort").items().size()) - 1;
+    bench.form.list("combCommPort").choose(last);
     EXPECT_TRUE(QTest::qWaitFor([&] { return bench.panel->isVisible(); }));
-    bench.shell.form.combCommPort.choose(0);
+    bench.form.list("combCommPort").choose(0);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !bench.panel->isVisible(); }));
 }

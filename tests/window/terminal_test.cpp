@@ -1,6 +1,5 @@
 // The terminal and the monitor in the window, by mouse and keyboard, with the test itself as the target on the far end
 // of a pseudo terminal. With VRK_PICTURES set to a folder, each page is left there as a picture.
-#include "form/main_form.h"
 #include "window_bench.h"
 
 #include "shell/events.h"
@@ -72,13 +71,13 @@ struct TerminalBench {
     explicit TerminalBench(bool english = true)
         : bench(line.path, english)
     {
-        choose_node(bench.shell, bench.form.TreeViewDevice, "Juniper-60Q");
+        choose_node(bench.shell, bench.form.tree("TreeViewDevice"), "Juniper-60Q");
         show_page("Debug_COM");
     }
     void show_page(const char* key)
     {
         auto* strip = bench.find<QTabBar>("TabStrip2");
-        QTest::mouseClick(strip, Qt::LeftButton, {}, strip->tabRect(bench.form.TabStrip2.find(key)).center());
+        QTest::mouseClick(strip, Qt::LeftButton, {}, strip->tabRect(bench.form.tabs("TabStrip2").find(key)).center());
         QTest::qWait(60);
     }
     void open()
@@ -222,9 +221,9 @@ TEST(TerminalWindow, ClosesThePortWhereTheDisplayIsFull)
     EXPECT_TRUE(QTest::qWaitFor([&] { return !said.isEmpty(); }, 5000));
     EXPECT_EQ(said, "The display text is too long, please click the Clear Receive button.");
     EXPECT_FALSE(terminal.bench.shell.desk.terminal.has_port);
-    EXPECT_EQ(terminal.bench.form.texReceive.length(), Terminal::display_limit);
+    EXPECT_EQ(terminal.bench.form.text_box("texReceive").length(), Terminal::display_limit);
     terminal.open();
-    EXPECT_EQ(terminal.bench.form.texReceive.length(), Terminal::display_limit);
+    EXPECT_EQ(terminal.bench.form.text_box("texReceive").length(), Terminal::display_limit);
 }
 
 TEST(TerminalWindow, ReadsChineseInTheEncodingThatIsChosen)
@@ -233,7 +232,7 @@ TEST(TerminalWindow, ReadsChineseInTheEncodingThatIsChosen)
     terminal.open();
     terminal.bench.find<QComboBox>("combDebugCodePage")->setFocus();
     QTest::keyClick(terminal.bench.find<QComboBox>("combDebugCodePage"), Qt::Key_Down);
-    EXPECT_EQ(terminal.bench.form.combDebugCodePage.text(), "GBK");
+    EXPECT_EQ(terminal.bench.form.list("combDebugCodePage").text(), "GBK");
     terminal.line.send("\xCE\xC2\xB6"); // cut off in the second character
     EXPECT_TRUE(terminal.shows("温"));
     terminal.line.send("\xC8");

@@ -1,5 +1,4 @@
 // The tools' pages in both languages. With VRK_PICTURES set to a folder, each is left there as a picture.
-#include "form/main_form.h"
 #include "window_bench.h"
 
 #include "shell/events.h"
@@ -19,10 +18,10 @@ TEST_P(ToolPage, ShowsAllItsTextsWhole)
 {
     const auto [key, english] = GetParam();
     WindowBench bench("/dev/null", english);
-    choose_node(bench.shell, bench.form.TreeViewDevice, "Juniper-60Q");
-    set_checked(bench.shell, bench.form.mnuProduction, true);
+    choose_node(bench.shell, bench.form.tree("TreeViewDevice"), "Juniper-60Q");
+    set_checked(bench.shell, bench.form.check_box("mnuProduction"), true);
     auto* strip = bench.find<QTabBar>("TabStrip1");
-    QTest::mouseClick(strip, Qt::LeftButton, {}, strip->tabRect(bench.form.TabStrip1.find(key)).center());
+    QTest::mouseClick(strip, Qt::LeftButton, {}, strip->tabRect(bench.form.tabs("TabStrip1").find(key)).center());
     QTest::qWait(150);
     for (const QWidget* widget : bench.window->findChildren<QWidget*>()) {
         const bool has_text =
@@ -45,13 +44,13 @@ INSTANTIATE_TEST_SUITE_P(BothLanguages, ToolPage,
 TEST(ToolsMenu, ShowsTheControlsOfAProductionLine)
 {
     WindowBench bench("/dev/null");
-    EXPECT_FALSE(bench.form.combPins.visible());
+    EXPECT_FALSE(bench.form.list("combPins").visible());
     auto* action = bench.window->findChild<QAction*>("mnuProduction");
     ASSERT_NE(action, nullptr);
     EXPECT_EQ(action->text(), "Production controls");
     action->trigger();
-    EXPECT_TRUE(bench.form.combPins.visible());
-    EXPECT_TRUE(bench.form.comComp.visible());
+    EXPECT_TRUE(bench.form.list("combPins").visible());
+    EXPECT_TRUE(bench.form.button("comComp").visible());
     action->trigger();
-    EXPECT_FALSE(bench.form.che_staple[0].visible());
+    EXPECT_FALSE(bench.form.check_box("che_staple", 0).visible());
 }

@@ -2,7 +2,7 @@
 // pseudo terminal.
 #pragma once
 
-#include "form/main_form.h"
+#include "form/named_controls.h"
 #include "host/qt_dialogs.h"
 #include "host/qt_loop.h"
 #include "host/qt_ports.h"
@@ -186,7 +186,7 @@ struct WindowBench {
     QtDialogs dialogs;
     MemoryStore settings;
     Shell shell;
-    MainForm& form = shell.form;
+    const NamedControls form{shell.controls};
     std::unique_ptr<MainWindow> window;
 
 private:

@@ -1,4 +1,5 @@
-// The controls of the window by their names, as a script knows them: so that a story need not know the whole form.
+// Controls of the window by their names, as a script knows them: for those who need a few of them and not the whole
+// form.
 #pragma once
 
 #include "form/registry.h"
