@@ -200,6 +200,7 @@ constexpr VariableRow variables[] = {
     { "spread_current",      [](const Shell& f) -> Json { return f.desk.spread_current; } },
     { "debug_retries",       [](const Shell& f) -> Json { return f.desk.repeats_left; } },
     { "board_mode",          [](const Shell& f) -> Json { return f.talk().board_mode; } },
+    { "board_image",         [](const Shell& f) -> Json { return hex_bytes(f.board_image); } },
     { "link_parity_on",      [](const Shell& f) -> Json { return f.talk().parity_on; } },
     { "link_parity_even",    [](const Shell& f) -> Json { return f.selected.cap_parity_even; } },
     { "data_sum",            [](const Shell& f) -> Json { return f.talk().data_sum; } },

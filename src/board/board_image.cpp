@@ -17,7 +17,6 @@ constexpr std::size_t thousands_at = 0xED00;
 constexpr std::size_t rest_at = 0xEE00;
 constexpr std::size_t crc_table_at = 0xF000;
 constexpr std::size_t crc_block = 128;
-constexpr std::size_t crc_blocks = 512;
 constexpr std::size_t id_at = 0xFFD0; // of a stamped source
 constexpr std::size_t upper_options_at = 0xFFE0;
 constexpr std::size_t lower_options_at = 0xFFF0;
@@ -47,29 +46,39 @@ void copy(const BoardSource& source, const Move& move, BoardImage& image)
     put(std::span{source.bytes}.subspan(move.first, move.last - move.first + 1), move.to, image);
 }
 
-void put_crc_table(const BoardSource& source, BoardImage& image)
+void put_crc_table(const BoardSource& source, BoardImage& image, const std::function<void(int block)>& summed)
 {
-    for (std::size_t i = 0; i < crc_blocks; ++i) {
+    for (int block = 0; block < crc_blocks; ++block) {
+        const auto i = static_cast<std::size_t>(block);
         const std::uint16_t crc = crc16_of(std::span{source.bytes}.subspan(i * crc_block, crc_block));
         image[crc_table_at + 2 * i] = low(crc);
         image[crc_table_at + 2 * i + 1] = high(crc);
+        if (summed)
+            summed(block);
     }
 }
 
 } // namespace
 
-BoardImage build_board_image(const BoardJob& job, const BoardSource& source, const BoardFit& fit)
+BoardImage begin_board_image(const BoardJob& job)
 {
     BoardImage image(BoardSource::highest + 1);
     const QuantityRows quantity = quantity_rows(job);
     put(quantity.thousands, thousands_at, image);
     put(quantity.rest, rest_at, image);
+    return image;
+}
+
+BoardImage build_board_image(
+    const BoardJob& job, const BoardSource& source, const BoardFit& fit, const std::function<void(int block)>& summed)
+{
+    BoardImage image = begin_board_image(job);
     if (job.code_number.in_use || job.data_number.in_use) {
         for (const Span& span : notes)
             std::fill_n(image.begin() + static_cast<std::ptrdiff_t>(span.first), span.last - span.first + 1, 0xFF);
     }
     put(build_board_header(header_values(job, source, fit)), header_at, image);
-    put_crc_table(source, image);
+    put_crc_table(source, image, summed);
     for (const Move& move : code_moves)
         copy(source, move, image);
     return image;

@@ -15,14 +15,18 @@
 #include "board/source.h"
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace vrk {
 
 using BoardImage = std::vector<std::uint8_t>; // index is the address on the board
 
-// `source` has its numbers left open.
-BoardImage build_board_image(const BoardJob& job, const BoardSource& source, const BoardFit& fit);
+BoardImage begin_board_image(const BoardJob& job); // the quantity, and all else 00
+// `source` has its numbers left open. `summed` is told of each block whose CRC has been computed, from 0 on.
+constexpr int crc_blocks = 512;
+BoardImage build_board_image(const BoardJob& job, const BoardSource& source, const BoardFit& fit,
+    const std::function<void(int block)>& summed = nullptr);
 
 // Boards that show one area at a time get what lies above the first one at the place of the first one.
 constexpr std::int32_t second_bank_first = 0x4000;

@@ -1,7 +1,5 @@
 #include "board/source.h"
 
-#include "board/quantity.h"
-
 #include "catalog/attributes.h"
 
 #include <algorithm>
@@ -12,7 +10,6 @@ namespace {
 
 constexpr std::int32_t least_last = 1023;
 constexpr std::int32_t block = 128;
-constexpr double largest_number = 2147483648.0;
 
 // How far the code of the newer families is copied. A series without a row has a limit of 0: one byte goes.
 struct CopyLimit {
@@ -63,6 +60,12 @@ BoardSource code_up_to(const JobImage& code, std::int32_t last)
     return source;
 }
 
+// Data that was loaded for another model has no place in one without a data flash.
+bool has_data(const BoardJob& job)
+{
+    return is_newer_series(job.model.series) && job.data.loaded && has_eeprom_buffer(job.model);
+}
+
 BoardSource code_and_data(const BoardJob& job)
 {
     const std::int32_t count = job.data.high + 1;
@@ -87,11 +90,6 @@ bool lies_below(const BoardNumber& number, const NumberField& field, std::int32_
     return !number.in_use || (field.first >= 0 && field.last() <= last);
 }
 
-bool grows_too_large(const BoardNumber& number, double quantity)
-{
-    return number.in_use && static_cast<double>(number.next_value) + quantity * number.increment > largest_number;
-}
-
 } // namespace
 
 BoardSource build_board_source(const BoardJob& job)
@@ -99,9 +97,12 @@ BoardSource build_board_source(const BoardJob& job)
     const std::int32_t last = std::max(job.code.high, least_last);
     if (!is_newer_series(job.model.series))
         return code_up_to(job.code, last);
-    // Data that was loaded for another model has no place in one without a data flash.
-    const bool has_data = job.data.loaded && has_eeprom_buffer(job.model);
-    return has_data ? code_and_data(job) : code_up_to(job.code, std::min(last, copy_limit(job.model)));
+    return has_data(job) ? code_and_data(job) : code_up_to(job.code, std::min(last, copy_limit(job.model)));
+}
+
+bool data_ends_behind(const BoardJob& job, const BoardSource& source)
+{
+    return has_data(job) && job.data.high >= 0 && job.model.eeprom_first + job.data.high > source.last;
 }
 
 NumberField number_field(const BoardNumber& number, std::int32_t base)
@@ -128,29 +129,6 @@ bool numbers_lie_below(const BoardJob& job, std::int32_t last)
 {
     return lies_below(job.code_number, code_number_field(job), last) &&
         lies_below(job.data_number, data_number_field(job), last);
-}
-
-NumberGrowth number_growth(const BoardJob& job)
-{
-    const double quantity = board_quantity(job);
-    if (grows_too_large(job.code_number, quantity))
-        return NumberGrowth::code_too_large;
-    return grows_too_large(job.data_number, quantity) ? NumberGrowth::data_too_large : NumberGrowth::fits;
-}
-
-const Line& growth_text(NumberGrowth growth)
-{
-    static const Line code{Text{"程序文件自动增量下一值 + (程序文件增量*脱机下载板下载数限量) 太大( >2147483648 ), \n"
-                                "请减小程序文件自动增量下一值, 或减小程序文件增量, 或减小脱机下载板下载数限量",
-        "Auto increment + (increment * 'Number of MCU') too big( >2147483648 ), \n"
-        "Please decrease the auto increment value, or decrease the increment value，"
-        "or decrease the limitation of the number of MCU."}};
-    static const Line data{Text{"数据文件自动增量下一值 + (数据文件增量*脱机下载板下载数限量) 太大( >2147483648 ), \n"
-                                "请减小数据文件自动增量下一值, 或减小数据文件增量, 或减小脱机下载板下载数限量",
-        "Auto increment + (increment * 'Number of MCU') too big( >2147483648 ), \n"
-        "Please decrease the auto increment value, or decrease the increment value，"
-        "or decrease the number of MCU."}};
-    return growth == NumberGrowth::code_too_large ? code : data;
 }
 
 } // namespace vrk

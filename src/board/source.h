@@ -17,6 +17,9 @@ struct BoardSource {
 };
 
 BoardSource build_board_source(const BoardJob& job);
+// The last address counts code and data one behind the other. Where the data flash of a model lies higher than that, a
+// board would leave the end of the data out: true where it would.
+bool data_ends_behind(const BoardJob& job, const BoardSource& source);
 
 // Where a number lies, split where it crosses a block of 128 bytes. Addresses of the target.
 struct NumberField {
@@ -36,10 +39,5 @@ NumberField data_number_field(const BoardJob& job);
 void leave_numbers_open(const BoardJob& job, BoardSource& source);
 // Every number that is in use lies in 0..last: the board will write it.
 bool numbers_lie_below(const BoardJob& job, std::int32_t last);
-
-// What the board's next numbers would grow to over the whole quantity is too large.
-enum class NumberGrowth { fits, code_too_large, data_too_large };
-NumberGrowth number_growth(const BoardJob& job);
-const Line& growth_text(NumberGrowth growth); // of one that does not fit
 
 } // namespace vrk

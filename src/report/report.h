@@ -27,10 +27,14 @@ enum class Stage {
 };
 
 // How far the write stage has come: addresses, inclusive. written_to lies below first until a block is in the chip.
+// Steps of the tool's own before it have no size to tell.
 struct Progress {
+    enum class Unit { byte, step };
+
     std::int32_t first = 0;
     std::int32_t last = 0;
     std::int32_t written_to = -1;
+    Unit unit = Unit::byte;
 };
 
 struct Report : Boxes {

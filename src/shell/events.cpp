@@ -122,6 +122,7 @@ constexpr EventRow events[] = {
     { "comDebugLog",        [](Shell& shell, int) { comDebugLog_Click(shell); } },
     { "che_DebugDTR",       [](Shell& shell, int) { set_control_lines(shell); } },
     { "che_DebugRTS",       [](Shell& shell, int) { set_control_lines(shell); } },
+    { "comDebugFind",       [](Shell& shell, int) { comDebugFind_Click(shell); } },
     { "comDebugClear",      [](Shell& shell, int index) { comDebugClear_Click(shell, index); } },
     { "comComp",            [](Shell& shell, int) { comComp_Click(shell); } },
     { "comDebugSend",       [](Shell& shell, int) { comDebugSend_Click(shell); } },
@@ -251,6 +252,8 @@ Touch press_key(Shell& shell, Control& control, std::string_view key)
         press_edit_key(shell, shell.data_buffer, key);
     if (&control == &shell.form.texReceive)
         send_key(shell, key);
+    if (&control == &shell.form.texDebugFind && key == "Enter")
+        comDebugFind_Click(shell);
     arm_save_after(shell, control);
     return Touch::taken;
 }

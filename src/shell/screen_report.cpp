@@ -76,7 +76,7 @@ void ScreenReport::progress(const Progress& progress)
     bar.set_range(progress.first / unit, unit == 1 ? progress.last + 1 : progress.last / unit + 1);
     bar.set_visible(true);
     bar.set_value((progress.written_to + 1) / unit);
-    if (progress.written_to >= progress.first)
+    if (progress.unit == Progress::Unit::byte && progress.written_to >= progress.first)
         shell_.form.labKbyte.set_caption(kilobyte_text(progress.written_to - progress.first + 1));
     show_time_left(shell_, progress);
 }

@@ -61,6 +61,7 @@ struct Shell {
     LoaderState loader;
     AutoIncrease code_increase{BufferKind::code};
     AutoIncrease data_increase{BufferKind::data};
+    std::vector<std::uint8_t> board_image = std::vector<std::uint8_t>(0x10001); // of the last job of an off-line board
     int dialogs_open = 0; // boxes and file dialogs that stand, one over the other
     bool edit_confirmed = false; // the user has agreed to edit the buffers
 

@@ -15,6 +15,7 @@ struct TerminalDesk {
     FrameScan scan; // of what comes in
     int repeats_left = 0; // that a damaged frame may be asked for
     int spread_current = 0; // row of the list of strings that comes next
+    std::size_t search_from = 0; // byte of the display, behind the place that was found last
 
     std::string chosen_port; // the device behind the number, also while it is not there
     std::string lost_port; // the device that went while the terminal had it open; opened again when it comes back

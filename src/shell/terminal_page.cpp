@@ -11,6 +11,7 @@
 #include "inapp/user_command.h"
 #include "platform/text_number.h"
 #include "terminal/compare.h"
+#include "terminal/find_text.h"
 
 #include <algorithm>
 
@@ -239,7 +240,21 @@ void comDebugClear_Click(Shell& shell, int row)
     if (row != 0)
         return clear_monitor(shell);
     shell.form.texReceive.set_text("");
+    shell.desk.search_from = 0;
     shell.desk.terminal.to_compare.clear();
+}
+
+void comDebugFind_Click(Shell& shell)
+{
+    TextBox& display = shell.form.texReceive;
+    const std::string& what = shell.form.texDebugFind.text();
+    const auto place = find_around(display.text(), what, shell.desk.search_from);
+    shell.form.labDebugFound.set_caption(place || what.empty() ? "" : "×");
+    if (!place)
+        return;
+    shell.desk.search_from = *place + 1;
+    display.select(0, 0); // shown anew where it is the same place again: the user may have selected another one
+    display.select(character_count(std::string_view{display.text()}.substr(0, *place)), character_count(what));
 }
 
 void comDebugLog_Click(Shell& shell)

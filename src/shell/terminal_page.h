@@ -21,6 +21,7 @@ void comOpenCOM_Click(Shell& shell);
 void terminal_line_Change(Shell& shell); // an open port is closed and opened again
 void combDebugCodePage_Click(Shell& shell);
 void comDebugClear_Click(Shell& shell, int row); // 0: the display, 1 and 2: the monitor's lists
+void comDebugFind_Click(Shell& shell); // selects the next place of the text in the display, or marks that there is none
 void comComp_Click(Shell& shell); // what came in against the code buffer, told in textMsg
 
 void comDebugLog_Click(Shell& shell); // asks for a file and begins a log, or ends the one that runs

@@ -155,8 +155,10 @@ void comTJXZ_Click(Shell& shell)
     const BoardJob job = make_board_job(shell);
     ScreenReport report(shell);
     Talk talk(shell, job.model, job.line);
-    const BoardOutcome outcome = download_to_board(talk.session, job, report);
+    BoardOutcome outcome = download_to_board(talk.session, job, report);
     tell_verdict(shell, outcome.result, Judged::other_target);
+    if (!outcome.image.empty())
+        shell.board_image = std::move(outcome.image);
     if (outcome.kept.empty())
         return;
     const std::size_t count = std::min(outcome.kept.size(), shell.code_buffer.data.size());

@@ -2,6 +2,7 @@
 
 #include "form/main_form.h"
 #include "shell/arm_save.h"
+#include "shell/events.h"
 #include "window/terminal_view.h"
 
 #include <QFontDatabase>
@@ -55,17 +56,13 @@ QWidget* make_line_settings(Binder& binder)
     return settings;
 }
 
-QHBoxLayout* make_search(Binder& binder, TerminalView& view)
+QHBoxLayout* make_search(Binder& binder)
 {
     MainForm& form = binder.shell().form;
     QLineEdit* text = binder.line(form.texDebugFind);
     QPushButton* next = binder.button(form.comDebugFind);
-    const auto search = [&form, &view, text] {
-        const bool missed = !text->text().isEmpty() && !view.find_next(text->text());
-        form.labDebugFound.set_caption(missed ? "×" : "");
-    };
-    QObject::connect(next, &QPushButton::clicked, &view, search);
-    QObject::connect(text, &QLineEdit::returnPressed, &view, search);
+    QObject::connect(text, &QLineEdit::returnPressed, text,
+        [&binder, &form] { press_key(binder.shell(), form.texDebugFind, "Enter"); });
     QLabel* missed = binder.label(form.labDebugFound);
     missed->setFixedWidth(2 * missed->fontMetrics().averageCharWidth());
     return row_of({text, missed, next});
@@ -78,9 +75,8 @@ QWidget* make_conversation(Binder& binder)
     auto* layout = new QVBoxLayout(pane);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(gap);
-    auto* view = new TerminalView(binder, form.texReceive);
-    layout->addWidget(view, 1);
-    layout->addLayout(make_search(binder, *view));
+    layout->addWidget(new TerminalView(binder, form.texReceive), 1);
+    layout->addLayout(make_search(binder));
     auto* shown = row_of(
         {binder.option(form.optReceiveHex[0]), binder.option(form.optReceiveHex[1]), binder.check(form.che_DebugTime)});
     shown->addStretch(1);
@@ -181,6 +177,28 @@ QVBoxLayout* titled_list(Binder& binder, Label& title, Label* head, ListBox& con
     return column;
 }
 
+// Two lists side by side, what else the page has, and its row of the buttons that the pages of the line share.
+QWidget* make_monitor_page(
+    Binder& binder, Frame& frame, int row, std::initializer_list<QVBoxLayout*> lists, QWidget* below = nullptr)
+{
+    MainForm& form = binder.shell().form;
+    QLabel* caption = nullptr;
+    QWidget* page = binder.page(frame, caption);
+    auto* layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* columns = new QHBoxLayout;
+    for (QVBoxLayout* list : lists)
+        columns->addLayout(list);
+    layout->addLayout(columns, 1);
+    if (below != nullptr)
+        layout->addWidget(below);
+    auto* buttons = row_of({binder.button(form.comOpenCOM[row]), binder.button(form.comDebugContinue[row]),
+        binder.button(form.comDebugClear[row])});
+    buttons->addStretch(1);
+    layout->addLayout(buttons);
+    return page;
+}
+
 } // namespace
 
 QWidget* make_terminal_page(Binder& binder)
@@ -211,38 +229,18 @@ QWidget* make_terminal_page(Binder& binder)
 QWidget* make_registers_page(Binder& binder)
 {
     MainForm& form = binder.shell().form;
-    QLabel* caption = nullptr;
-    QWidget* page = binder.page(form.Frame21, caption);
-    auto* layout = new QVBoxLayout(page);
-    layout->setContentsMargins(0, 0, 0, 0);
-    auto* lists = new QHBoxLayout;
-    lists->addLayout(titled_list(binder, form.Label23[0], nullptr, form.lst_debug1));
-    lists->addLayout(titled_list(binder, form.Label23[1], &form.Label24, form.lst_debug2));
-    layout->addLayout(lists, 1);
-    layout->addWidget(binder.check(form.che_disable_Debug_SFR_232));
-    auto* buttons = row_of({binder.button(form.comOpenCOM[1]), binder.button(form.comDebugContinue[1]),
-        binder.button(form.comDebugClear[1])});
-    buttons->addStretch(1);
-    layout->addLayout(buttons);
-    return page;
+    return make_monitor_page(binder, form.Frame21, 1,
+        {titled_list(binder, form.Label23[0], nullptr, form.lst_debug1),
+            titled_list(binder, form.Label23[1], &form.Label24, form.lst_debug2)},
+        binder.check(form.che_disable_Debug_SFR_232));
 }
 
 QWidget* make_memory_page(Binder& binder)
 {
     MainForm& form = binder.shell().form;
-    QLabel* caption = nullptr;
-    QWidget* page = binder.page(form.Frame22, caption);
-    auto* layout = new QVBoxLayout(page);
-    layout->setContentsMargins(0, 0, 0, 0);
-    auto* lists = new QHBoxLayout;
-    lists->addLayout(titled_list(binder, form.Label23[2], &form.Label26, form.lst_debug3));
-    lists->addLayout(titled_list(binder, form.Label23[3], &form.Label27, form.lst_debug4));
-    layout->addLayout(lists, 1);
-    auto* buttons = row_of({binder.button(form.comOpenCOM[2]), binder.button(form.comDebugContinue[2]),
-        binder.button(form.comDebugClear[2])});
-    buttons->addStretch(1);
-    layout->addLayout(buttons);
-    return page;
+    return make_monitor_page(binder, form.Frame22, 2,
+        {titled_list(binder, form.Label23[2], &form.Label26, form.lst_debug3),
+            titled_list(binder, form.Label23[3], &form.Label27, form.lst_debug4)});
 }
 
 } // namespace vrk

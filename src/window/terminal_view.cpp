@@ -1,5 +1,6 @@
 #include "window/terminal_view.h"
 
+#include "platform/text_number.h"
 #include "shell/events.h"
 
 #include <QFontDatabase>
@@ -27,25 +28,7 @@ TerminalView::TerminalView(Binder& binder, TextBox& control)
     binder.bind(control, this, [this] { show_control(); });
 }
 
-void TerminalView::show_control()
-{
-    if (version_ != control_.version()) {
-        clear();
-        version_ = control_.version();
-        shown_ = 0;
-        column_ = 0;
-        after_carriage_return_ = false;
-    }
-    if (shown_ == control_.text().size())
-        return;
-    const int stands_at = verticalScrollBar()->value();
-    const bool follows = stands_at >= verticalScrollBar()->maximum();
-    append(std::string_view{control_.text()}.substr(shown_));
-    shown_ = control_.text().size();
-    verticalScrollBar()->setValue(follows ? verticalScrollBar()->maximum() : stands_at);
-}
-
-void TerminalView::append(std::string_view text)
+QString TerminalView::Lines::take(std::string_view text)
 {
     QString lines;
     for (const QChar c : to_qt(text)) {
@@ -62,23 +45,44 @@ void TerminalView::append(std::string_view text)
             column_ = 0;
         }
     }
-    QTextCursor end(document());
-    end.movePosition(QTextCursor::End);
-    end.insertText(lines);
+    return lines;
 }
 
-bool TerminalView::find_next(const QString& text)
+void TerminalView::show_control()
 {
-    if (text.isEmpty())
-        return false;
-    if (find(text))
-        return true;
-    const QTextCursor stood = textCursor();
-    moveCursor(QTextCursor::Start);
-    if (find(text))
-        return true;
-    setTextCursor(stood);
-    return false;
+    if (version_ != control_.version()) {
+        clear();
+        version_ = control_.version();
+        shown_ = 0;
+        lines_ = {};
+    }
+    if (shown_ != control_.text().size()) {
+        const int stands_at = verticalScrollBar()->value();
+        const bool follows = stands_at >= verticalScrollBar()->maximum();
+        append(std::string_view{control_.text()}.substr(shown_));
+        shown_ = control_.text().size();
+        verticalScrollBar()->setValue(follows ? verticalScrollBar()->maximum() : stands_at);
+    }
+    if (control_.sel_length() > 0)
+        show_selection();
+}
+
+void TerminalView::append(std::string_view text)
+{
+    QTextCursor end(document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(lines_.take(text));
+}
+
+void TerminalView::show_selection()
+{
+    const auto position_of = [this](int character) {
+        return static_cast<int>(Lines{}.take(first_characters(control_.text(), character)).size());
+    };
+    QTextCursor selection(document());
+    selection.setPosition(position_of(control_.sel_start()));
+    selection.setPosition(position_of(control_.sel_start() + control_.sel_length()), QTextCursor::KeepAnchor);
+    setTextCursor(selection);
 }
 
 // What is no character of the keyboard moves in the text, or copies from it.

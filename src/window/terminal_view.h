@@ -10,22 +10,28 @@ class TerminalView final : public QPlainTextEdit {
 public:
     TerminalView(Binder& binder, TextBox& control);
 
-    // The next place behind the one that is selected, from the top again behind the last; shown and selected. False:
-    // the text is nowhere.
-    bool find_next(const QString& text);
-
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    // Text as lines for the document. A carriage return, a line feed or both end a line.
+    class Lines {
+    public:
+        QString take(std::string_view text);
+
+    private:
+        bool after_carriage_return_ = false; // a line feed behind it belongs to it
+        int column_ = 0; // characters of the last line
+    };
+
     void show_control();
     void append(std::string_view text);
+    void show_selection();
 
     Binder& binder_;
     TextBox& control_;
     int version_ = -1; // of the text that is shown
     std::size_t shown_ = 0; // bytes of it
-    bool after_carriage_return_ = false; // a line feed behind it belongs to it
-    int column_ = 0; // characters of the last line
+    Lines lines_;
 };
 
 } // namespace vrk

@@ -1,6 +1,7 @@
 // What a board is to hold, byte by byte.
 #include "board/board_bench.h"
 
+#include "board/given_numbers.h"
 #include "board/quantity.h"
 
 #include <map>
@@ -293,6 +294,50 @@ TEST(NumberGrowth, MayReach2147483648AndNoFurther)
     EXPECT_EQ(number_growth(job), NumberGrowth::data_too_large);
     job.data_number.in_use = false;
     EXPECT_EQ(number_growth(job), NumberGrowth::fits);
+}
+
+// One byte of the header holds the increment.
+TEST(GivenNumbers, AreCountedAsTheBoardCounts)
+{
+    BoardNumber number = number_at(0x81, 4);
+    number.next_value = 100;
+    number.increment = 2;
+    EXPECT_EQ(given_numbers(number, 10).last, 118);
+    EXPECT_EQ(given_numbers(number, 1).last, 100);
+    number.increment = 300;
+    EXPECT_EQ(given_numbers(number, 3).last, 100 + 2 * 44);
+}
+
+TEST(GivenNumbers, HaveToFitTheirBytesUpToTheLastChip)
+{
+    BoardJob job = job_for("Juniper-32Q");
+    job.quantity = 10;
+    job.code_number = number_at(0x81, 2);
+    job.code_number.format = AutoIncrease::bcd;
+    job.code_number.increment = 1;
+    job.code_number.next_value = 9990;
+    EXPECT_FALSE(why_numbers_are_refused(job).has_value());
+    job.code_number.next_value = 9991;
+    const auto refusal = why_numbers_are_refused(job);
+    ASSERT_TRUE(refusal.has_value());
+    EXPECT_EQ(refusal->text.en, "The number of bytes is too small.");
+    EXPECT_EQ(refusal->title.en, "Set Program Automatic Increment");
+}
+
+TEST(GivenNumbers, MayNotStandStillWhereTheyAreMeantToMove)
+{
+    BoardJob job = job_for("Juniper-32Q");
+    job.data_number = number_at(0x81, 4);
+    job.data_number.increment = 256;
+    ASSERT_TRUE(why_numbers_are_refused(job).has_value());
+    EXPECT_EQ(
+        why_numbers_are_refused(job)->text.zh, "增量的低 8 位为 0，脱机下载板会给每个 MCU 写入相同的数值，未写入。");
+    job.quantity = 1;
+    EXPECT_FALSE(why_numbers_are_refused(job).has_value());
+    job.quantity = 10;
+    job.data_number.increment = 0;
+    EXPECT_FALSE(why_numbers_are_refused(job).has_value()) << "typed like this, it is wanted";
+    EXPECT_EQ(given_texts(job).at(0).en, "Auto increment of the EEPROM file: this board gives 16909060 to 16909060.");
 }
 
 TEST(ServiceImage, HasIdAndOptionsAtItsTop)

@@ -405,6 +405,74 @@ TEST(BoardJob, RefusesANumberThatTheBoardWouldNotWrite)
     EXPECT_EQ(bench.board.frame_count(0x84), 0);
 }
 
+TEST(BoardJob, RefusesNumbersThatWouldRunOutOfTheirBytes)
+{
+    BoardBench bench(job_for("Birch-16"));
+    bench.job.code_number = {true, 0x81, 1, 250, 1, AutoIncrease::hex};
+    EXPECT_EQ(bench.run_with_power(), Result::refused);
+    EXPECT_EQ(bench.report.boxes, std::vector<std::string>{"The number of bytes is too small."});
+    EXPECT_EQ(bench.board.frame_count(0x84), 0);
+}
+
+// Boards of these versions get nothing above their first area, whatever they claim to hold. Such a board used to be
+// called good.
+TEST(BoardJob, RefusesWhatLiesAboveTheOnlyAreaThatIsWritten)
+{
+    const BoardJob job = job_for("Birch-62", 0xAC01);
+    for (const int digits : {0x15, 0x17, 0x20}) {
+        BoardBench bench(job, version(static_cast<std::uint8_t>(digits), job));
+        EXPECT_EQ(bench.run_with_power(), Result::refused);
+        EXPECT_EQ(bench.report.boxes,
+            std::vector<std::string>{"Only 43K of code and data can be written into this off-line board, 44K are "
+                                     "needed. Nothing was written."});
+        EXPECT_EQ(bench.board.frame_count(0x84), 0);
+    }
+    BoardBench just_fits(job_for("Birch-62", 0xAC00), version(0x17, job));
+    EXPECT_EQ(just_fits.run_with_power(), Result::good);
+}
+
+TEST(BoardJob, RefusesWhatLiesAboveBothAreas)
+{
+    const BoardJob job = job_for("Birch-62", 0xCC01);
+    BoardBench bench(job, version(0x16, job));
+    bench.report.english = false;
+    EXPECT_EQ(bench.run_with_power(), Result::refused);
+    EXPECT_EQ(
+        bench.report.boxes, std::vector<std::string>{"此脱机下载板只能写入 51K 程序和数据，本次需要 52K，未写入。"});
+    EXPECT_EQ(bench.board.frame_count(0x84), 0);
+    BoardBench just_fits(job_for("Birch-62", 0xCC00), version(0x16, job));
+    EXPECT_EQ(just_fits.run_with_power(), Result::good);
+}
+
+// The last address of a board's job counts code and data one behind the other; these models have a hole between them.
+TEST(BoardJob, RefusesDataWhoseEndTheBoardWouldLeaveOut)
+{
+    BoardJob job = job_for("Fir-5", 0x1400);
+    job.data = image_with(pattern(0x600, 9), 0x10001);
+    BoardBench bench(job);
+    EXPECT_EQ(bench.run(), Result::refused);
+    EXPECT_EQ(bench.report.boxes,
+        std::vector<std::string>{
+            "An off-line board would leave out the end of the EEPROM data of this MCU. Nothing was written."});
+    EXPECT_EQ(bench.took_ms, 0);
+    bench.job.data.loaded = false;
+    EXPECT_EQ(bench.run_with_power(), Result::good);
+}
+
+TEST(BoardJob, MovesTheBarOverTheBlocksThatItSums)
+{
+    BoardBench bench(job_for("Birch-16"));
+    EXPECT_EQ(bench.run_with_power(), Result::good);
+    ASSERT_GT(bench.report.steps.size(), 512U);
+    for (int block = 0; block < 512; ++block) {
+        const Progress& step = bench.report.steps[static_cast<std::size_t>(block)];
+        EXPECT_EQ(step.unit, Progress::Unit::step);
+        EXPECT_EQ(step.last, 511);
+        EXPECT_EQ(step.written_to, block);
+    }
+    EXPECT_EQ(bench.report.steps[512].unit, Progress::Unit::byte);
+}
+
 TEST(BoardJob, SaysThatABoardIsTooSmallAndGoesOn)
 {
     const BoardJob job = job_for("Birch-62", 0x9000);

@@ -145,6 +145,26 @@ TEST(Road, GivesEachChipANumberOfItsOwnAcrossABlocksEdge)
     EXPECT_EQ(road.flash[0x82], file[0x82]);
 }
 
+// The tool's own number does not follow: two boards that are prepared alike would give the same ones.
+TEST(Road, GivesTheNumbersThatTheJobHasTold)
+{
+    BoardJob job = job_for("Birch-16");
+    job.quantity = 3;
+    job.code_number = {true, 0x0081, 4, 5000, 20, AutoIncrease::hex};
+    Road road(job);
+    ASSERT_EQ(road.run_with_power(), Result::good);
+    EXPECT_EQ(road.report.lines.back(),
+        "Auto increment of the code file: this board gives 5000 to 5040, increment 20. Next Value is still 5000: set "
+        "it "
+        "to 5060 before you prepare another board or program an MCU from here.");
+    for (const Bytes& number :
+        {Bytes{0x00, 0x00, 0x13, 0x88}, Bytes{0x00, 0x00, 0x13, 0x9C}, Bytes{0x00, 0x00, 0x13, 0xB0}}) {
+        ASSERT_EQ(road.program_next(), sim::BoardRun::programmed);
+        EXPECT_EQ(road.in_flash(0x7E, 4), number);
+    }
+    EXPECT_EQ(road.program_next(), sim::BoardRun::used_up);
+}
+
 TEST(Road, CountsANumberOfTheDataInItsOwnPlace)
 {
     BoardJob job = job_for("Juniper-32Q", 0x8000);

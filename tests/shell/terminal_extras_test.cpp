@@ -143,6 +143,44 @@ TEST(TerminalTimes, StandBeforeEachLineOfTheDisplay)
     EXPECT_EQ(bench.shown(), "08:00:00 one\r\n08:00:00 two\r\n");
 }
 
+// The place stands in the control, so whoever shows it, reads it or drives the program finds it there.
+TEST(Search, SelectsPlaceAfterPlaceAndBeginsAgainAtTheTop)
+{
+    TerminalBench bench;
+    const auto& display = bench.shell.form.texReceive;
+    const auto finds_at = [&](int place) {
+        click(bench.shell, bench.shell.form.comDebugFind);
+        return display.sel_start() == place && display.sel_length() == 2;
+    };
+    bench.open();
+    bench.come_in("度 ab\r\nAB ab");
+    type_text(bench.shell, bench.shell.form.texDebugFind, "ab");
+    EXPECT_TRUE(finds_at(2));
+    EXPECT_TRUE(finds_at(6));
+    EXPECT_EQ(press_key(bench.shell, bench.shell.form.texDebugFind, "Enter"), Touch::taken);
+    EXPECT_EQ(display.sel_start(), 9);
+    EXPECT_TRUE(finds_at(2));
+    bench.come_in(" and ab"); // what comes meanwhile takes the selection away and leaves the place
+    EXPECT_TRUE(finds_at(6));
+}
+
+TEST(Search, MarksWhatIsNowhere)
+{
+    TerminalBench bench;
+    const auto& mark = bench.shell.form.labDebugFound;
+    bench.open();
+    bench.come_in("alpha");
+    type_text(bench.shell, bench.shell.form.texDebugFind, "beta");
+    click(bench.shell, bench.shell.form.comDebugFind);
+    EXPECT_EQ(mark.caption(), "×");
+    type_text(bench.shell, bench.shell.form.texDebugFind, "pha");
+    click(bench.shell, bench.shell.form.comDebugFind);
+    EXPECT_EQ(mark.caption(), "");
+    click(bench.shell, bench.shell.form.comDebugClear[0]);
+    click(bench.shell, bench.shell.form.comDebugFind);
+    EXPECT_EQ(mark.caption(), "×") << "nothing is left";
+}
+
 TEST(PulledAdapter, IsToldOnceAndWhatWasReceivedStays)
 {
     TerminalBench bench;

@@ -251,7 +251,10 @@ TEST(TerminalWindow, FindsTheNextPlaceAndBeginsAgainAtTheTop)
     terminal.type("texDebugFind", "alpha");
     const auto line_found = [&terminal] {
         terminal.bench.click("comDebugFind");
-        return terminal.bench.find<QPlainTextEdit>("texReceive")->textCursor().blockNumber();
+        QTest::qWait(60); // the selection is drawn a moment later
+        const QTextCursor cursor = terminal.bench.find<QPlainTextEdit>("texReceive")->textCursor();
+        EXPECT_EQ(cursor.selectedText(), "alpha");
+        return cursor.blockNumber();
     };
     const int first = line_found();
     EXPECT_NE(line_found(), first);
