@@ -7,6 +7,7 @@
 #include "host/qt_loop.h"
 #include "host/qt_settings.h"
 #include "shell/events.h"
+#include "shell/language.h"
 #include "shell/open_file.h"
 #include "shell/start_up.h"
 #include "window/main_window.h"
@@ -63,6 +64,7 @@ int main(int argc, char** argv)
     Shell shell(Platform{loop, ports, dialogs, *settings});
     shell.loader.application_dir = QApplication::applicationDirPath().toStdString();
     shell.loader.documents_dir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
+    shell.language_is_english = starts_in_english(*settings, qEnvironmentVariable(language_variable).toStdString());
     start_up(shell);
 
     if (!trial_file.empty()) {

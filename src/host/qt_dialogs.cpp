@@ -50,6 +50,21 @@ Reply reply_of(int button)
     }
 }
 
+QMessageBox::Icon qt_icon(BoxIcon icon)
+{
+    switch (icon) {
+    case BoxIcon::question:
+        return QMessageBox::Question;
+    case BoxIcon::warning:
+        return QMessageBox::Warning;
+    case BoxIcon::error:
+        return QMessageBox::Critical;
+    case BoxIcon::information:
+        break;
+    }
+    return QMessageBox::Information;
+}
+
 // "caption|*.hex;*.bin|caption|*.*" becomes "caption (*.hex *.bin);;caption (*)".
 QString qt_filter(const std::string& filter)
 {
@@ -71,6 +86,7 @@ Reply QtDialogs::show(const MessageBox& box)
     QMessageBox dialog(parent);
     dialog.setObjectName("MessageBox");
     dialog.setWindowTitle(QString::fromStdString(box.title));
+    dialog.setIcon(qt_icon(box.icon));
     dialog.setTextFormat(Qt::PlainText);
     dialog.setText(QString::fromStdString(box.text));
     dialog.setStandardButtons(qt_buttons(box.buttons));

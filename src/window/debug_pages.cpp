@@ -45,6 +45,8 @@ QWidget* make_line_settings(Binder& binder)
     put(1, 4, form.LabDebug[5], form.combDebugCodePage);
     auto* open = row_of({binder.button(form.comOpenCOM[0]), binder.lamp(form.imgOpen, "\u25CF", "#2e9e44"),
         binder.lamp(form.imgNotOpen, "\u25CB", "#808080")});
+    open->addStretch(1);
+    open->addWidget(binder.button(form.comDebugHelp[0]));
     grid->addLayout(open, 0, 6);
     auto* lines = row_of({binder.label(form.labDebugPort), binder.check(form.che_DebugDTR),
         binder.check(form.che_DebugRTS), binder.label(form.labDebugLines)});
@@ -221,7 +223,7 @@ QWidget* make_registers_page(Binder& binder)
     layout->addLayout(lists, 1);
     layout->addWidget(binder.check(form.che_disable_Debug_SFR_232));
     auto* buttons = row_of({binder.button(form.comOpenCOM[1]), binder.button(form.comDebugContinue[1]),
-        binder.button(form.comDebugClear[1])});
+        binder.button(form.comDebugClear[1]), binder.button(form.comDebugHelp[1])});
     buttons->addStretch(1);
     layout->addLayout(buttons);
     return page;
@@ -239,7 +241,7 @@ QWidget* make_memory_page(Binder& binder)
     lists->addLayout(titled_list(binder, form.Label23[3], &form.Label27, form.lst_debug4));
     layout->addLayout(lists, 1);
     auto* buttons = row_of({binder.button(form.comOpenCOM[2]), binder.button(form.comDebugContinue[2]),
-        binder.button(form.comDebugClear[2])});
+        binder.button(form.comDebugClear[2]), binder.button(form.comDebugHelp[2])});
     buttons->addStretch(1);
     layout->addLayout(buttons);
     return page;

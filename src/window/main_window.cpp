@@ -7,6 +7,7 @@
 #include "shell/start_up.h"
 #include "window/debug_pages.h"
 #include "window/dump_view.h"
+#include "window/menu.h"
 #include "window/production_pages.h"
 #include "window/project_page.h"
 #include "window/tool_pages.h"
@@ -51,7 +52,7 @@ MainWindow::MainWindow(Shell& shell)
     setCentralWidget(halves);
     halves->addWidget(make_left());
     halves->addWidget(make_right());
-    make_menu();
+    make_menus(*menuBar(), shell_);
     halves->setStretchFactor(0, 3);
     halves->setStretchFactor(1, 4);
     take_stored_place();
@@ -95,18 +96,6 @@ void MainWindow::resizeEvent(QResizeEvent* event)
 }
 
 void MainWindow::add_panel(QWidget* panel) { static_cast<QSplitter*>(centralWidget())->addWidget(panel); }
-
-// What a bench or a workshop does without stands in a menu.
-void MainWindow::make_menu()
-{
-    CheckBox& entry = shell_.form.mnuProduction;
-    QMenu* menu = menuBar()->addMenu(shell_.language_is_english ? "&Tools" : "工具(&T)");
-    QAction* action = menu->addAction(to_qt(entry.caption()));
-    action->setObjectName(to_qt(entry.full_name()));
-    action->setCheckable(true);
-    connect(menu, &QMenu::aboutToShow, action, [&entry, action] { action->setChecked(entry.value()); });
-    connect(action, &QAction::triggered, this, [this, &entry](bool ticked) { set_checked(shell_, entry, ticked); });
-}
 
 QWidget* MainWindow::make_left()
 {
@@ -213,6 +202,7 @@ QWidget* MainWindow::make_download_step()
     auto* counter =
         row_of({binder_.label(shell_.form.labWrite_OK_Count), count, binder_.button(shell_.form.comClear_OK_Count)});
     counter->addStretch(1);
+    counter->addWidget(binder_.button(shell_.form.comMastWindow));
     layout->addLayout(counter);
     return frame;
 }
@@ -238,6 +228,7 @@ QWidget* MainWindow::make_right()
     layout->addWidget(make_increase_page(binder_));
     layout->addWidget(make_demo_page(binder_));
     layout->addWidget(make_store_page(binder_));
+    layout->addWidget(make_hardware_page(binder_));
     layout->addWidget(make_beeps());
     return right;
 }

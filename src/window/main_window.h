@@ -20,7 +20,6 @@ public:
     Binder& binder() { return binder_; }
 
 private:
-    void make_menu();
     QWidget* make_left();
     QWidget* make_right();
     QWidget* make_model_step();
