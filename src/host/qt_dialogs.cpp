@@ -2,7 +2,11 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QLabel>
 #include <QMessageBox>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace vrk {
 
@@ -65,6 +69,18 @@ QMessageBox::Icon qt_icon(BoxIcon icon)
     return QMessageBox::Information;
 }
 
+// Qt breaks the lines of a box at half of the screen; a text that is laid out in lines is read as it was written.
+void keep_lines_whole(QMessageBox& dialog)
+{
+    auto* label = dialog.findChild<QLabel*>("qt_msgbox_label");
+    if (label == nullptr)
+        return;
+    constexpr int longest_line = 130; // characters; a longer one is broken
+    const int line = label->fontMetrics().size(Qt::TextExpandTabs, dialog.text()).width();
+    label->setMinimumWidth(std::min({line + 2, longest_line * label->fontMetrics().averageCharWidth(),
+        dialog.screen()->availableSize().width() * 4 / 5}));
+}
+
 // "caption|*.hex;*.bin|caption|*.*" becomes "caption (*.hex *.bin);;caption (*)".
 QString qt_filter(const std::string& filter)
 {
@@ -91,6 +107,7 @@ Reply QtDialogs::show(const MessageBox& box)
     dialog.setText(QString::fromStdString(box.text));
     dialog.setStandardButtons(qt_buttons(box.buttons));
     dialog.setDefaultButton(qt_button(box.default_reply));
+    keep_lines_whole(dialog);
     return reply_of(dialog.exec());
 }
 

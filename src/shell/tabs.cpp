@@ -26,7 +26,7 @@ constexpr Page left_pages[] = {
     { "AUTO_INCREASE",   { "自动增量", "Auto Increase" },              &MainForm::fraAuto_Increase },
     { "ISP_DEMO",        { "ISP DEMO", "ISP DEMO" },                &MainForm::Frame11 },
     { "store_buffer",    { "保存缓冲区", "Save Buffer" },              &MainForm::Frame9 },
-    { "Hardware_Help",   { "硬件说明", "Hardware" },                  &MainForm::fraAboutHardWare },
+    { "Hardware_Help",   { "硬件", "Hardware" },                  &MainForm::fraAboutHardWare },
 };
 constexpr Page right_pages[] = {
     { "tab_file",        { "程序文件", "File Buffer:" },             &MainForm::Frame7 },

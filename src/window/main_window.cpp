@@ -2,7 +2,9 @@
 
 #include "form/main_form.h"
 
+#include "shell/about.h"
 #include "shell/events.h"
+#include "shell/messages.h"
 #include "shell/settings.h"
 #include "shell/start_up.h"
 #include "window/debug_pages.h"
@@ -14,21 +16,28 @@
 
 #include <QCloseEvent>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QScreen>
 #include <QSplitter>
+#include <QTimer>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cmath>
 
 namespace vrk {
 
 namespace {
 
-constexpr auto window_title = "VRK-ISP V1.0";
 constexpr int report_lines = 16;
 constexpr int strip_spacing = 2;
+constexpr auto close_question = "closeQuestion";
+
+constexpr Text stop_and_close = {"正在对单片机进行操作，现在退出可能使单片机中的程序不完整。\n停止并退出吗?",
+    "A chip is being worked on. Leaving now may leave it without a whole program.\nStop and leave?"};
 
 // What cannot be used now must still be readable: a locked panel is looked at all day.
 QPalette readable_when_disabled(QPalette palette)
@@ -38,6 +47,23 @@ QPalette readable_when_disabled(QPalette palette)
     return palette;
 }
 
+// A place that no screen shows, or only a corner of it, is one that no hand can reach: the second screen is gone, or
+// the store holds nonsense. The nearest place that is whole on a screen takes its place.
+QPoint brought_onto_a_screen(const QRect& place)
+{
+    constexpr int grip = 60; // so much of the window's head has to be in reach
+    const QRect head(place.topLeft(), QSize(place.width(), grip));
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect seen = head.intersected(screen->availableGeometry());
+        if (seen.width() >= grip && seen.top() == head.top())
+            return place.topLeft();
+    }
+    const QScreen* nearest = QGuiApplication::screenAt(place.center());
+    const QRect area = (nearest != nullptr ? nearest : QGuiApplication::primaryScreen())->availableGeometry();
+    return {std::clamp(place.left(), area.left(), std::max(area.left(), area.right() + 1 - place.width())),
+        std::clamp(place.top(), area.top(), std::max(area.top(), area.bottom() + 1 - place.height()))};
+}
+
 } // namespace
 
 MainWindow::MainWindow(Shell& shell)
@@ -45,7 +71,6 @@ MainWindow::MainWindow(Shell& shell)
     , binder_(shell)
     , option_panel_(binder_)
 {
-    setWindowTitle(window_title);
     setPalette(readable_when_disabled(palette()));
     auto* halves = new QSplitter(Qt::Horizontal);
     halves->setChildrenCollapsible(false);
@@ -56,10 +81,12 @@ MainWindow::MainWindow(Shell& shell)
     halves->setStretchFactor(0, 3);
     halves->setStretchFactor(1, 4);
     take_stored_place();
+    follow_title();
+    binder_.follow(shell_.form.comMastWindow, [this] { show_shrunk(); });
     shell_.on_unload = [this] { close(); };
 }
 
-// Where it stood when it was last used; that may be off the screen. No larger than the screens together, whatever is
+// Where it stood when it was last used, as far as that can be reached. No larger than the screens together, whatever is
 // stored. The first time it comes up with room for a report under the steps, as far as the screen goes.
 void MainWindow::take_stored_place()
 {
@@ -69,13 +96,42 @@ void MainWindow::take_stored_place()
                                   .boundedTo(screen()->availableSize() * 0.92);
     const QSize stored(pixels(place.width), pixels(place.height));
     resize((never_sized ? stored.expandedTo(with_report) : stored).boundedTo(screen()->virtualSize()));
-    move(pixels(place.left), pixels(place.top));
+    move(brought_onto_a_screen(QRect(QPoint(pixels(place.left), pixels(place.top)), size())));
+}
+
+// The title names what the window works on: whatever changes that is followed.
+void MainWindow::follow_title()
+{
+    const MainForm& form = shell_.form;
+    const Control* const named[] = {&form.Frame7, &form.txtDevice, &form.combCommPort, &form.txtBuffer2};
+    for (const Control* control : named)
+        binder_.follow(*control, [this] { setWindowTitle(to_qt(window_title(shell_))); });
+}
+
+// Without its right half the window is as narrow as the download group lets it be; then it has its stored size again.
+void MainWindow::show_shrunk()
+{
+    if (narrow_ == shell_.shrunk)
+        return;
+    if (shell_.shrunk)
+        store_place();
+    narrow_ = true; // until it is whole again
+    static_cast<QSplitter*>(centralWidget())->widget(1)->setHidden(shell_.shrunk);
+    QTimer::singleShot(0, this, [this] { // when all that goes or comes back has been shown
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        resize(shell_.shrunk ? minimumSizeHint().width() : pixels(shell_.form.window.width), height());
+        narrow_ = shell_.shrunk;
+    });
 }
 
 void MainWindow::note_place()
 {
-    if (!isVisible())
-        return;
+    if (isVisible() && !narrow_) // what is stored is the place of the whole window
+        store_place();
+}
+
+void MainWindow::store_place()
+{
     shell_.form.window.left = units(x());
     shell_.form.window.top = units(y());
     shell_.form.window.width = units(width());
@@ -296,7 +352,7 @@ QWidget* MainWindow::make_buffer_page(int index)
     return page;
 }
 
-// The first request stops what runs; the window goes when that has wound down.
+// The first request stops what runs, and asks before; the window goes when that has wound down.
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     if (shell_.unloaded) {
@@ -304,8 +360,29 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     }
     event->ignore();
-    if (!shell_.closing)
+    if (shell_.closing)
+        return;
+    if (shell_.running)
+        ask_before_closing();
+    else
         close_request(shell_);
+}
+
+// The box lets the sequence go on underneath: a chip that is being written does not wait for an answer.
+void MainWindow::ask_before_closing()
+{
+    if (findChild<QMessageBox*>(close_question) != nullptr)
+        return;
+    auto* box = new QMessageBox(QMessageBox::Question, to_qt(program_name), to_qt(in_language(shell_, stop_and_close)),
+        QMessageBox::Yes | QMessageBox::No, this);
+    box->setObjectName(close_question);
+    box->setDefaultButton(QMessageBox::No);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    connect(box, &QMessageBox::finished, this, [this](int button) {
+        if (button == QMessageBox::Yes && !shell_.closing)
+            close_request(shell_);
+    });
+    box->open();
 }
 
 } // namespace vrk

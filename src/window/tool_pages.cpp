@@ -106,6 +106,7 @@ QWidget* make_hardware_page(Binder& binder)
     QLabel* text = binder.label(form.LabAboutHardWare);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse);
     text->setWordWrap(true);
+    text->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     auto* scrolled = new QScrollArea;
     scrolled->setWidget(text);
     scrolled->setWidgetResizable(true);
