@@ -69,6 +69,8 @@ void Wire::tool_open(const vrk::LineSettings& line)
     to_target_.line = line; // bytes that still drain from before keep their own
     tool_ear_.set_line(line, false, clock_ns_);
     tool_listening_ = true;
+    if (on_tool_open)
+        on_tool_open();
 }
 
 void Wire::tool_close(Closing closing)

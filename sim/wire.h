@@ -51,6 +51,7 @@ public:
     // The tool's end, for whoever plays it: a port of the simulated driver, or a pseudo terminal.
     std::function<void(std::span<const std::uint8_t>)> on_tool_bytes; // a batch has arrived
     std::function<void()> on_wake; // before the wire makes up for the time since it was last looked at
+    std::function<void()> on_tool_open; // its port has just been opened
     bool tool_is_listening() const { return tool_listening_; }
     void tool_open(const vrk::LineSettings& line);
     enum class Closing {

@@ -6,7 +6,9 @@
 #include "host/qt_dialogs.h"
 #include "host/qt_loop.h"
 #include "host/qt_settings.h"
+#include "host/qt_words.h"
 #include "shell/events.h"
+#include "shell/language.h"
 #include "shell/open_file.h"
 #include "shell/start_up.h"
 #include "window/main_window.h"
@@ -52,15 +54,18 @@ int main(int argc, char** argv)
         return try_display(argc, argv);
     QApplication application(argc, argv);
     QtLoop loop;
-    PortsWithTarget ports(loop, {});
-    QtDialogs dialogs;
     const std::string trial_file = qEnvironmentVariable(trial_file_variable).toStdString();
     std::unique_ptr<SettingsStore> settings;
     if (trial_file.empty())
         settings = std::make_unique<QtSettings>();
     else
         settings = std::make_unique<MemoryStore>(); // a first look leaves nothing behind
+    const bool english = starts_in_english(*settings, qEnvironmentVariable(language_variable).toStdString());
+    const QtWords words(english);
+    PortsWithTarget ports(loop, {}, in_language(english, simulated_target));
+    QtDialogs dialogs;
     Shell shell(Platform{loop, ports, dialogs, *settings});
+    shell.language_is_english = english;
     shell.loader.application_dir = QApplication::applicationDirPath().toStdString();
     shell.loader.documents_dir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
     start_up(shell);

@@ -2,8 +2,9 @@
 
 namespace vrk {
 
-PortsWithTarget::PortsWithTarget(EventLoop& loop, std::vector<std::string> in_front)
+PortsWithTarget::PortsWithTarget(EventLoop& loop, std::vector<std::string> in_front, std::string_view caption)
     : loop_(loop)
+    , caption_(caption)
     , system_(std::move(in_front))
     , simulated_(loop)
 {
@@ -16,7 +17,7 @@ PortsWithTarget::PortsWithTarget(EventLoop& loop, std::vector<std::string> in_fr
 std::vector<PortInfo> PortsWithTarget::list()
 {
     std::vector<PortInfo> ports = system_.list();
-    ports.push_back({path, path});
+    ports.push_back({path, caption_});
     return ports;
 }
 

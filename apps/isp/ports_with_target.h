@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/qt_ports.h"
+#include "report/text.h"
 #include "sim/chip.h"
 #include "sim/sim_port.h"
 #include "sim/wire.h"
@@ -11,11 +12,14 @@
 
 namespace vrk {
 
+inline constexpr Text simulated_target = {"模拟目标板", "Simulated target"};
+
 class PortsWithTarget final : public PortDriver {
 public:
     static constexpr const char* path = "Simulated target";
 
-    PortsWithTarget(EventLoop& loop, std::vector<std::string> in_front);
+    // `caption` is what the user reads in the list.
+    PortsWithTarget(EventLoop& loop, std::vector<std::string> in_front, std::string_view caption = path);
 
     std::vector<PortInfo> list() override;
     std::unique_ptr<SerialPort> make(const std::string& port) override;
@@ -26,6 +30,7 @@ public:
 
 private:
     EventLoop& loop_;
+    std::string caption_;
     QtPorts system_;
     sim::SimPortDriver simulated_;
     std::unique_ptr<sim::Chip> chip_;

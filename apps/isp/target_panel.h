@@ -3,6 +3,7 @@
 
 #include "isp/ports_with_target.h"
 
+#include "report/text.h"
 #include "window/main_window.h"
 
 #include <QComboBox>
@@ -19,11 +20,14 @@ public:
     TargetPanel(MainWindow& window, PortsWithTarget& ports, const std::string& model);
 
 private:
+    QString text(const Text& text) const;
     void put_in(const std::string& model);
+    void follow_model();
     void show_chip();
 
-    const Shell& shell_;
+    Shell& shell_;
     PortsWithTarget& ports_;
+    bool picked_ = false; // the chip, by hand
     QComboBox* model_;
     QPushButton* power_;
     QLabel* state_;

@@ -9,6 +9,7 @@
 #include "host/qt_loop.h"
 #include "host/qt_ports.h"
 #include "host/qt_settings.h"
+#include "shell/language.h"
 #include "shell/ports.h"
 #include "shell/start_up.h"
 
@@ -227,7 +228,7 @@ int main(int argc, char** argv)
         std::cout << usage << "\n\n" << help_of_options << "\ncommands:\n" << command_help() << std::flush;
         return std::cout ? 0 : 1;
     }
-    const auto options = parse_options(words);
+    auto options = parse_options(words);
     if (!options) {
         std::cerr << usage << std::endl;
         return 2;
@@ -247,6 +248,8 @@ int main(int argc, char** argv)
         std::cerr << "vrk-script: '" << *options->settings << "' is no file" << std::endl;
         return 2;
     }
+    if (!options->english)
+        options->english = starts_in_english(*settings, qEnvironmentVariable(language_variable).toStdString());
     const Answering answering = [&](const Answer& answer) { print_answer(answer, name, options->json); };
 
     if (options->rehearse) {

@@ -50,6 +50,8 @@ std::optional<Json> text_property(const TextBox& box, std::string_view property)
         return box.sel_start();
     if (property == "sellength")
         return box.sel_length();
+    if (property == "max" && box.max_length > 0)
+        return box.max_length;
     return std::nullopt;
 }
 

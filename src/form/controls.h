@@ -150,6 +150,8 @@ struct TextBox : Control {
         : Control(ControlKind::TextBox)
     {
     }
+    int max_length = 0; // characters that a hand can type; 0: as many as it likes
+
     const std::string& text() const { return text_; }
     int length() const { return length_; } // characters
     void set_text(std::string_view text); // caret to the start

@@ -85,6 +85,7 @@ void register_controls(MainForm& form)
     all.add(form.labWrite_Bad_Count, "labWrite_Bad_Count");
     all.add(form.txtWrite_Bad_Count, "txtWrite_Bad_Count");
     all.add(form.comClear_OK_Count, "comClear_OK_Count");
+    all.add(form.comMastWindow, "comMastWindow");
 
     all.add(form.Frame16, "Frame16");
     all.add(form.optBeepYes, "optBeepYes");
@@ -231,6 +232,13 @@ void register_controls(MainForm& form)
     all.add(form.comDebugContinue, "comDebugContinue");
     all.add(form.che_disable_Debug_SFR_232, "che_disable_Debug_SFR_232");
 
+    all.add(form.fraAboutHardWare, "fraAboutHardWare");
+    all.add(form.LabAboutHardWare, "LabAboutHardWare");
+    all.add(form.mnuTitle, "mnuTitle");
+    all.add(form.mnuLanguage, "mnuLanguage");
+    all.add(form.mnuAbout, "mnuAbout");
+
+    all.add(form.Text1, "Text1");
     all.add(form.optFillbyte, "optFillbyte");
 }
 
@@ -274,6 +282,7 @@ void group_buttons(MainForm& form)
     group(form.optFillbyte);
     group(form.optReceiveHex);
     group(form.optDebugLog);
+    group(form.mnuLanguage);
 }
 
 } // namespace
@@ -285,6 +294,7 @@ MainForm::MainForm()
     com_RC_frequency[0].editable = true;
     com_RC_frequency[5].editable = true;
     LabEdit_Clew.set_visible(false);
+    Text1.set_visible(false);
 }
 
 } // namespace vrk

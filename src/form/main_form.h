@@ -102,6 +102,7 @@ struct MainForm {
     Label labWrite_Bad_Count;
     TextBox txtWrite_Bad_Count;
     Button comClear_OK_Count;
+    Button comMastWindow; // leaves the download group alone in the window, and back; the caption is the state
 
     // Beeps and repeats.
     Frame Frame16;
@@ -260,6 +261,16 @@ struct MainForm {
     Button comDebugContinue[3]; // 1 and 2
     CheckBox che_disable_Debug_SFR_232; // no word goes back to the target
 
+    // The wiring of a target, to read.
+    Frame fraAboutHardWare;
+    Label LabAboutHardWare;
+
+    // The menu.
+    Label mnuTitle[3]; // of the tools, the languages and the help
+    OptionButton mnuLanguage[2]; // of the next start: 0: Chinese, 1: English
+    Button mnuAbout;
+
+    TextBox Text1; // where keys go that are meant for no control
     OptionButton optFillbyte[2]; // reserved, as its setting is: 0: 00, 1: FF
 };
 

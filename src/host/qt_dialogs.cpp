@@ -2,7 +2,11 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QLabel>
 #include <QMessageBox>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace vrk {
 
@@ -50,6 +54,33 @@ Reply reply_of(int button)
     }
 }
 
+QMessageBox::Icon qt_icon(BoxIcon icon)
+{
+    switch (icon) {
+    case BoxIcon::question:
+        return QMessageBox::Question;
+    case BoxIcon::warning:
+        return QMessageBox::Warning;
+    case BoxIcon::error:
+        return QMessageBox::Critical;
+    case BoxIcon::information:
+        break;
+    }
+    return QMessageBox::Information;
+}
+
+// Qt breaks the lines of a box at half of the screen; a text that is laid out in lines is read as it was written.
+void keep_lines_whole(QMessageBox& dialog)
+{
+    auto* label = dialog.findChild<QLabel*>("qt_msgbox_label");
+    if (label == nullptr)
+        return;
+    constexpr int longest_line = 130; // characters; a longer one is broken
+    const int line = label->fontMetrics().size(Qt::TextExpandTabs, dialog.text()).width();
+    label->setMinimumWidth(std::min({line + 2, longest_line * label->fontMetrics().averageCharWidth(),
+        dialog.screen()->availableSize().width() * 4 / 5}));
+}
+
 // "caption|*.hex;*.bin|caption|*.*" becomes "caption (*.hex *.bin);;caption (*)".
 QString qt_filter(const std::string& filter)
 {
@@ -71,10 +102,12 @@ Reply QtDialogs::show(const MessageBox& box)
     QMessageBox dialog(parent);
     dialog.setObjectName("MessageBox");
     dialog.setWindowTitle(QString::fromStdString(box.title));
+    dialog.setIcon(qt_icon(box.icon));
     dialog.setTextFormat(Qt::PlainText);
     dialog.setText(QString::fromStdString(box.text));
     dialog.setStandardButtons(qt_buttons(box.buttons));
     dialog.setDefaultButton(qt_button(box.default_reply));
+    keep_lines_whole(dialog);
     return reply_of(dialog.exec());
 }
 

@@ -8,10 +8,12 @@ namespace vrk {
 
 enum class Buttons { ok, ok_cancel, yes_no };
 enum class Reply { ok, cancel, yes, no };
+enum class BoxIcon { information, question, warning, error };
 
 struct MessageBox {
     std::string title;
     std::string text;
+    BoxIcon icon = BoxIcon::information;
     Buttons buttons = Buttons::ok;
     Reply default_reply = Reply::ok; // the button that Enter presses
 };

@@ -202,6 +202,7 @@ void key_press(Shell& shell, FileBuffer& buffer, char key)
     text[static_cast<std::size_t>(caret)] = upper_case({&key, 1})[0];
     buffer.data[static_cast<std::size_t>(byte->address)] =
         static_cast<std::uint8_t>(hex_number(std::string_view{text}.substr(byte->digits, 2)));
+    shell.loader.edited[index_of(buffer.kind)] = true;
     controls.dump.set_text(text);
     controls.dump_twin.set_text(text);
     controls.dump.select(caret + 1, 0);

@@ -58,6 +58,7 @@ void clear_buffer(Shell& shell, std::uint8_t fill, FileBuffer& buffer)
 {
     empty_buffer(fill, buffer);
     ++shell.loader.acts[index_of(buffer.kind)];
+    shell.loader.edited[index_of(buffer.kind)] = false;
     if (buffer.kind == BufferKind::code) {
         shell.file_loaded = false;
         shell.loader.code_is_project = false;

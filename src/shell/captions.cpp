@@ -1,5 +1,6 @@
 #include "shell/captions.h"
 
+#include "shell/help_texts.h"
 #include "shell/messages.h"
 
 namespace vrk {
@@ -11,6 +12,8 @@ struct CaptionRow {
     int index; // -1: a single control
     Text caption; // of a text box: its hint
 };
+
+constexpr std::string_view dump_columns = " 00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F ";
 
 // clang-format off
 constexpr CaptionRow captions[] = {
@@ -145,13 +148,22 @@ constexpr CaptionRow captions[] = {
     { "Read24C512",                    -1, { "R24", "R24" } },
     { "labTJXZ",                        0, { "脱机下载板最多下载", "The board may program" } },
     { "labTJXZ",                        1, { "片 MCU", "MCUs" } },
+    { "labTJXZ",                        2, { "指示灯的含义:", "What its lamps say:" } },
     { "labTJXZ",                        3, { "MCU 管脚数", "Pins of the MCU" } },
     { "che_staple",                     0, { "自动分选机     先上电后点击下载",
                                              "Automatic sorter: power up first, then click" } },
     { "che_staple",                     1, { "仅检查 MCU 选项", "Check the options only" } },
     { "che_staple",                     2, { "忽略<5uA漏电流", "Pass leakage below 5uA" } },
     { "che_staple",                     3, { "忽略<2uA漏电流", "Pass leakage below 2uA" } },
+    { "fraAboutHardWare",              -1, { "硬件说明", "The target's hardware" } },
+    { "LabAboutHardWare",              -1, hardware_text },
+    { "mnuTitle",                       0, { "工具", "Tools" } },
+    { "mnuTitle",                       1, { "Language/语言", "Language/语言" } },
+    { "mnuTitle",                       2, { "帮助", "Help" } },
     { "mnuProduction",                 -1, { "生产控件", "Production controls" } },
+    { "mnuLanguage",                    0, { "中文", "中文" } },
+    { "mnuLanguage",                    1, { "English", "English" } },
+    { "mnuAbout",                      -1, { "关于 VRK-ISP", "About VRK-ISP" } },
     { "fraDebug",                      -1, { "串口助手", "COM Tool" } },
     { "optReceiveHex",                  0, { "字符格式显示", "Show as text" } },
     { "optReceiveHex",                  1, { "十六进制显示", "Show as HEX" } },
@@ -195,6 +207,13 @@ constexpr CaptionRow captions[] = {
     { "che_disable_Debug_SFR_232",     -1, { "停止 Debug_SFR, Debug_xdata 回发信号",
                                              "No answer to Debug_SFR, Debug_xdata" } },
 };
+// What stands in text boxes that nobody types into.
+constexpr CaptionRow heads[] = {
+    { "txtBufferAddress",               0, { "地 址", "Address" } },
+    { "txtBufferAddress",               1, { dump_columns, dump_columns } },
+    { "txtBufferAddress",               2, { "地 址", "Address" } },
+    { "txtBufferAddress",               3, { dump_columns, dump_columns } },
+};
 // clang-format on
 
 } // namespace
@@ -207,6 +226,10 @@ void apply_captions(Shell& shell)
             captioned->set_caption(in_language(shell, row.caption));
         else if (auto* box = dynamic_cast<TextBox*>(control))
             box->set_hint(in_language(shell, row.caption));
+    }
+    for (const CaptionRow& row : heads) {
+        if (auto* box = dynamic_cast<TextBox*>(shell.controls.find(row.control, row.index)))
+            box->set_text(in_language(shell, row.caption));
     }
 }
 

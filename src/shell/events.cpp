@@ -2,11 +2,14 @@
 
 #include "form/main_form.h"
 
+#include "shell/about.h"
 #include "shell/buffer_edit.h"
 #include "shell/buffer_view.h"
 #include "shell/device.h"
 #include "shell/file_watch.h"
+#include "shell/help_texts.h"
 #include "shell/kept_settings.h"
+#include "shell/language.h"
 #include "shell/messages.h"
 #include "shell/monitor_pages.h"
 #include "shell/open_file.h"
@@ -17,11 +20,14 @@
 #include "shell/rc_boxes.h"
 #include "shell/serial_numbers.h"
 #include "shell/settings.h"
+#include "shell/shrink.h"
 #include "shell/store_file.h"
 #include "shell/tabs.h"
 #include "shell/terminal_page.h"
 #include "shell/terminal_send.h"
 #include "shell/tool_press.h"
+
+#include "platform/text_number.h"
 
 #include <span>
 
@@ -94,7 +100,13 @@ constexpr EventRow events[] = {
     { "comSaveBatchFile",   [](Shell& shell, int) { comSaveBatchFile_Click(shell); } },
     { "comLockOptions",     [](Shell& shell, int) { comLockOptions_Click(shell); } },
     { "comUnlockOptions",   [](Shell& shell, int) { comUnlockOptions_Click(shell); } },
-    { "Command1",           [](Shell& shell, int) { Command1_Click(shell); } },
+    { "Command1",           [](Shell& shell, int) { show_help(shell, Help::project); } },
+    { "comHelp",            [](Shell& shell, int index) { comHelp_Click(shell, index); } },
+    { "com_TJXZ_help",      [](Shell& shell, int) { show_help(shell, Help::board); } },
+    { "comDebugHelp",       [](Shell& shell, int index) { comDebugHelp_Click(shell, index); } },
+    { "comMastWindow",      [](Shell& shell, int) { comMastWindow_Click(shell); } },
+    { "mnuLanguage",        [](Shell& shell, int) { mnuLanguage_Click(shell); } },
+    { "mnuAbout",           [](Shell& shell, int) { mnuAbout_Click(shell); } },
     { "TabStrip1",          [](Shell& shell, int) { TabStrip1_Click(shell); } },
     { "TabStrip2",          [](Shell& shell, int) { TabStrip2_Click(shell); } },
     { "vscFile",            [](Shell& shell, int index) { vscFile_Change(shell, index); } },
@@ -162,7 +174,7 @@ Touch type_text(Shell& shell, Control& control, std::string_view text)
     if (touch != Touch::taken)
         return touch;
     if (auto* box = dynamic_cast<TextBox*>(&control)) {
-        box->set_text(text);
+        box->set_text(box->max_length > 0 ? first_characters(text, box->max_length) : text);
         arm_save_after(shell, control);
         take_send_cycles(shell);
     } else if (auto* list = dynamic_cast<ComboBox*>(&control); list != nullptr && list->editable) {

@@ -45,7 +45,7 @@ void tell_settings_fault(Shell& shell)
     if (!shell.settings_fault || shell.settings_fault_told)
         return;
     shell.settings_fault_told = true; // before the box: under it a timer may save again
-    show_box(shell, settings_fault_text(*shell.settings_fault).in(shell.language_is_english));
+    show_box(shell, settings_fault_text(*shell.settings_fault).in(shell.language_is_english), {}, BoxIcon::error);
 }
 
 Line settings_fault_text(const SettingsFault& fault)

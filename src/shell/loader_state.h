@@ -16,6 +16,7 @@ struct LoaderState {
     std::string reload_watch_stamp; // size and time of the file as it was loaded, or looked at first
     std::string reload_watch_seen; // of a change that has not lasted long enough yet; empty: none
     std::int64_t reload_watch_seen_us = 0; // when that was seen first, on the loop's clock
+    bool edited[2] = {}; // a hand has changed the buffer since its last clear or load, by BufferKind
     std::uint32_t acts[2] = {}; // clears and loads of each buffer so far, by BufferKind
 };
 

@@ -1,6 +1,7 @@
 #include "shell/messages.h"
 
 #include "form/main_form.h"
+#include "shell/about.h"
 
 #include "platform/deadline.h"
 
@@ -8,7 +9,6 @@ namespace vrk {
 
 namespace {
 
-constexpr std::string_view program_title = "VRK-ISP"; // over boxes that have no title of their own
 constexpr int beep_spacing_ms = 150;
 
 // A dialog stands, for as long as this does.
@@ -33,11 +33,12 @@ Reply show(Shell& shell, const MessageBox& box)
     return shell.platform.dialogs.show(box);
 }
 
-MessageBox make_box(std::string_view text, std::string_view title)
+MessageBox make_box(std::string_view text, std::string_view title, BoxIcon icon)
 {
     MessageBox box;
-    box.title = title.empty() ? program_title : title;
+    box.title = title.empty() ? program_name : title;
     box.text = text;
+    box.icon = icon;
     return box;
 }
 
@@ -54,11 +55,14 @@ void append_message(Shell& shell, const Line& line)
         shell.form.textMsg.append("\n" + line.in(shell.language_is_english), line.tone);
 }
 
-void show_box(Shell& shell, std::string_view text, std::string_view title) { show(shell, make_box(text, title)); }
+void show_box(Shell& shell, std::string_view text, std::string_view title, BoxIcon icon)
+{
+    show(shell, make_box(text, title, icon));
+}
 
 bool ask_yes_no(Shell& shell, std::string_view text, std::string_view title)
 {
-    MessageBox box = make_box(text, title);
+    MessageBox box = make_box(text, title, BoxIcon::question);
     box.buttons = Buttons::yes_no;
     box.default_reply = Reply::no;
     return show(shell, box) == Reply::yes;

@@ -142,6 +142,7 @@ void tell_end(Shell& shell, LoadEnd end, const std::string& path, Asker asker)
 void take_over(Shell& shell, Loaded& loaded, FileBuffer& buffer)
 {
     buffer = std::move(loaded.buffer);
+    shell.loader.edited[index_of(buffer.kind)] = false;
     shell.file_loaded = true;
     if (buffer.kind == BufferKind::code)
         shell.loader.code_is_project = false;

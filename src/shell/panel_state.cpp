@@ -60,6 +60,7 @@ constexpr PanelRow panel_rows[] = {
     { "comStoreFile",        single, "1000" },
     { "comStop_Download",    single, "0101" },
     { "comTJXZ",             single, "1000" },
+    { "comMastWindow",       single, "1000" },
     { "Read24C512",          single, "1000" },
     { "comSendUserCode",     single, "1000" },
     { "com_Demo_DownLoad",   single, "1010" },

@@ -34,6 +34,7 @@ constexpr Text open_title      = { "Open Project File *.VRK",                   
 constexpr Text no_code_file    = { "Please open code file./请打开应用程序文件。",         "Please open code file." };
 constexpr Text not_saved       = { "工程文件无法保存，原有文件没有改变。",               "The project file can not be saved. A former file is as it was." };
 constexpr Text replace_it      = { "文件已存在，要替换吗(Y/N)? \n",                        "The file exists already. Do you want to replace it (Y/N)?\n" };
+constexpr Text is_code_file    = { "工程文件不能覆盖已打开的程序文件。",                   "The project can not take the place of the open code file." };
 constexpr Text not_found       = { "Can not find the file./找不到文件",                "Can not find the file." };
 constexpr Text old_version     = { "您使用的是旧版本的工程文件，打开文件后请仔细核对各选项是否正确。",
                                    "What you are using is an old project file, carefully check each options please." };
@@ -124,6 +125,13 @@ bool select_model(Shell& shell, const std::string& model)
     return true;
 }
 
+// A slip in the dialog: the next reload would bring the project's text in as a program.
+bool is_open_code_file(const LoaderState& loader, const std::string& path)
+{
+    std::error_code missing; // then it is another file
+    return !loader.code_is_project && std::filesystem::equivalent(loader.code_path, path, missing);
+}
+
 void clear_job(Shell& shell)
 {
     stop_stamping(shell);
@@ -169,6 +177,8 @@ void save_project(Shell& shell, const std::string& chosen)
     if (!named)
         return;
     const std::string& path = *named;
+    if (is_open_code_file(shell.loader, path))
+        return show_box(shell, in_language(shell, is_code_file), path);
     shell.form.texBatchFileName.set_text(path);
     ProjectContent content{project_values(shell), loaded_bytes(shell.code_buffer), std::nullopt};
     if (shell.data_buffer.loaded)

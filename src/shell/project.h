@@ -13,7 +13,6 @@ void comSaveBatchFile_Click(Shell& shell);
 void comOpenBatchFile_Click(Shell& shell);
 void comLockOptions_Click(Shell& shell);
 void comUnlockOptions_Click(Shell& shell);
-void Command1_Click(Shell& shell); // tells what projects are for
 
 // A path without a suffix gets that of projects. The user is told of a file that cannot be written; what was there
 // before is whole then.

@@ -70,6 +70,7 @@ struct Shell {
     Verdict verdict;
     bool running = false; // a sequence: what goes into a chip is sealed, and hands keep off
     bool locked = false; // by a project or the lock button
+    bool shrunk = false; // the window has nothing but the download group in view
     bool stop_requested = false; // of the sequence that runs, its next chips included
     Session* session = nullptr; // of the sequence that runs
     SessionFacts last_talk; // what the last one knew when it ended

@@ -9,6 +9,7 @@
 #include "shell/device.h"
 #include "shell/events.h"
 #include "shell/kept_settings.h"
+#include "shell/language.h"
 #include "shell/lists.h"
 #include "shell/option_pins.h"
 #include "shell/ports.h"
@@ -16,6 +17,7 @@
 #include "shell/screen_report.h"
 #include "shell/serial_numbers.h"
 #include "shell/settings.h"
+#include "shell/shrink.h"
 #include "shell/tabs.h"
 #include "shell/terminal_page.h"
 #include "shell/tool_press.h"
@@ -39,10 +41,7 @@ void choose_defaults(Shell& shell)
     shell.form.txt_length.set_text("10000");
     shell.form.cheClearAP_Buffer.set_value(true);
     shell.form.cheClearDataBuffer.set_value(true);
-    for (const int head : {0, 2}) {
-        shell.form.txtBufferAddress[head].set_text("地 址");
-        shell.form.txtBufferAddress[head + 1].set_text(" 00 01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F ");
-    }
+    shell.form.Text1.max_length = 999;
 }
 
 void unload(Shell& shell)
@@ -53,6 +52,8 @@ void unload(Shell& shell)
     save_window(shell);
     terminal_close(shell);
     shell.port.close();
+    for (Timer* timer : {&shell.Timer3, &shell.Timer11, &shell.Timer12, &shell.desk.TimerDebugDisplay})
+        timer->stop();
     if (shell.on_unload)
         shell.on_unload();
 }
@@ -85,10 +86,12 @@ void start_up(Shell& shell)
     set_up_tools(shell);
     start_verdict(shell);
     show_port_lamp(shell, false);
+    show_main_window(shell);
     shell.form.ProgressBar1.set_visible(false);
     clear_buffer(shell, 0, shell.code_buffer);
     clear_buffer(shell, 0, shell.data_buffer);
     load_settings(shell);
+    show_language_choice(shell);
     show_terminal_port(shell);
     load_increase_settings(shell);
     cheAuto_Increase_Click(shell);

@@ -26,9 +26,10 @@ constexpr Page left_pages[] = {
     { "AUTO_INCREASE",   { "自动增量", "Auto Increase" },              &MainForm::fraAuto_Increase },
     { "ISP_DEMO",        { "ISP DEMO", "ISP DEMO" },                &MainForm::Frame11 },
     { "store_buffer",    { "保存缓冲区", "Save Buffer" },              &MainForm::Frame9 },
+    { "Hardware_Help",   { "硬件", "Hardware" },                  &MainForm::fraAboutHardWare },
 };
 constexpr Page right_pages[] = {
-    { "tab_file",        { "程序文件", "File Buffer" },             &MainForm::Frame7 },
+    { "tab_file",        { "程序文件", "File Buffer:" },             &MainForm::Frame7 },
     { "EEPROM_File",     { "EEPROM 文件", "EEPROM File Buffer" },   &MainForm::frmDataFlash },
     { "Debug_COM",       { "串口助手", "COM Tool" },                &MainForm::fraDebug },
     { "Debug1",          { "Debug_SFR", "Debug_SFR" },              &MainForm::Frame21 },
@@ -69,7 +70,7 @@ void show_selected(Shell& shell, TabStrip& strip, std::span<const Page> pages)
     if (strip.tabs()[selected].caption == TabStrip::hidden_caption)
         strip.select(0);
     for (const Page& page : pages)
-        (shell.form.*page.frame).set_visible(page.key == strip.selected_key());
+        (shell.form.*page.frame).set_visible(page.key == strip.selected_key() && !shell.shrunk);
 }
 
 } // namespace

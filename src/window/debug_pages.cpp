@@ -46,6 +46,8 @@ QWidget* make_line_settings(Binder& binder)
     put(1, 4, form.LabDebug[5], form.combDebugCodePage);
     auto* open = row_of({binder.button(form.comOpenCOM[0]), binder.lamp(form.imgOpen, "\u25CF", "#2e9e44"),
         binder.lamp(form.imgNotOpen, "\u25CB", "#808080")});
+    open->addStretch(1);
+    open->addWidget(binder.button(form.comDebugHelp[0]));
     grid->addLayout(open, 0, 6);
     auto* lines = row_of({binder.label(form.labDebugPort), binder.check(form.che_DebugDTR),
         binder.check(form.che_DebugRTS), binder.label(form.labDebugLines)});
@@ -193,7 +195,7 @@ QWidget* make_monitor_page(
     if (below != nullptr)
         layout->addWidget(below);
     auto* buttons = row_of({binder.button(form.comOpenCOM[row]), binder.button(form.comDebugContinue[row]),
-        binder.button(form.comDebugClear[row])});
+        binder.button(form.comDebugClear[row]), binder.button(form.comDebugHelp[row])});
     buttons->addStretch(1);
     layout->addLayout(buttons);
     return page;

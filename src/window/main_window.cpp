@@ -2,13 +2,16 @@
 
 #include "form/main_form.h"
 
+#include "shell/about.h"
 #include "shell/events.h"
+#include "shell/messages.h"
 #include "shell/settings.h"
 #include "shell/start_up.h"
 #include "window/colors.h"
 #include "window/debug_pages.h"
 #include "window/dump_view.h"
 #include "window/keys.h"
+#include "window/menu.h"
 #include "window/page_stack.h"
 #include "window/production_pages.h"
 #include "window/project_page.h"
@@ -17,28 +20,52 @@
 
 #include <QCloseEvent>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QScreen>
 #include <QSplitter>
+#include <QTimer>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cmath>
 
 namespace vrk {
 
 namespace {
 
-constexpr auto window_title = "VRK-ISP V1.0";
 constexpr int strip_spacing = 2;
 constexpr int margin = 5; // 1024 pixels are to be enough for both halves
 constexpr int least_report_lines = 5;
+constexpr auto close_question = "closeQuestion";
+
+constexpr Text stop_and_close = {"正在对单片机进行操作，现在退出可能使单片机中的程序不完整。\n停止并退出吗?",
+    "A chip is being worked on. Leaving now may leave it without a whole program.\nStop and leave?"};
 
 QLabel* right_aligned(QLabel* label, int characters)
 {
     label->setMinimumWidth(characters * label->fontMetrics().averageCharWidth());
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     return label;
+}
+
+// A place that no screen shows, or only a corner of it, is one that no hand can reach: the second screen is gone, or
+// the store holds nonsense. The nearest place that is whole on a screen takes its place.
+QPoint brought_onto_a_screen(const QRect& place)
+{
+    constexpr int grip = 60; // so much of the window's head has to be in reach
+    const QRect head(place.topLeft(), QSize(place.width(), grip));
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect seen = head.intersected(screen->availableGeometry());
+        if (seen.width() >= grip && seen.top() == head.top())
+            return place.topLeft();
+    }
+    const QScreen* nearest = QGuiApplication::screenAt(place.center());
+    const QRect area = (nearest != nullptr ? nearest : QGuiApplication::primaryScreen())->availableGeometry();
+    return {std::clamp(place.left(), area.left(), std::max(area.left(), area.right() + 1 - place.width())),
+        std::clamp(place.top(), area.top(), std::max(area.top(), area.bottom() + 1 - place.height()))};
 }
 
 } // namespace
@@ -48,38 +75,73 @@ MainWindow::MainWindow(Shell& shell)
     , binder_(shell)
     , option_panel_(binder_)
 {
-    setWindowTitle(window_title);
     setPalette(readable_when_disabled(palette()));
     auto* halves = new QSplitter(Qt::Horizontal);
     halves->setChildrenCollapsible(false);
     setCentralWidget(halves);
     halves->addWidget(make_left());
     halves->addWidget(make_right());
-    make_menu();
+    make_menus(*menuBar(), shell_);
     halves->setStretchFactor(0, 3);
     halves->setStretchFactor(1, 4);
     tie_keys(*this);
     take_stored_place();
+    follow_title();
+    binder_.follow(shell_.form.comMastWindow, [this] { show_shrunk(); });
     shell_.on_unload = [this] { close(); };
 }
 
-// Where it stood when it was last used; that may be off the screen. No larger than the screens together, whatever is
-// stored. The first time it comes up as large as its contents like it,
-// as far as the screen goes.
+// Where it stood when it was last used, as far as that can be reached. No larger than the screens together, whatever is
+// stored. The first time it comes up as large as its contents like it and in the middle of the
+// screen, as far as that goes.
 void MainWindow::take_stored_place()
 {
     const WindowPlace& place = shell_.form.window;
     const bool never_sized = place.width == WindowPlace::standard_width && place.height == WindowPlace::standard_height;
     const QSize stored(pixels(place.width), pixels(place.height));
-    resize((never_sized ? sizeHint().boundedTo(screen()->availableSize() * 0.97) : stored)
-               .boundedTo(screen()->virtualSize()));
-    move(pixels(place.left), pixels(place.top));
+    if (never_sized) {
+        const QRect area = screen()->availableGeometry();
+        resize(sizeHint().boundedTo(area.size() * 0.98));
+        move(area.center() - rect().center());
+        return;
+    }
+    resize(stored.boundedTo(screen()->virtualSize()));
+    move(brought_onto_a_screen(QRect(QPoint(pixels(place.left), pixels(place.top)), size())));
+}
+
+// The title names what the window works on: whatever changes that is followed.
+void MainWindow::follow_title()
+{
+    const MainForm& form = shell_.form;
+    const Control* const named[] = {&form.Frame7, &form.txtDevice, &form.combCommPort, &form.txtBuffer2};
+    for (const Control* control : named)
+        binder_.follow(*control, [this] { setWindowTitle(to_qt(window_title(shell_))); });
+}
+
+// Without its right half the window is as narrow as the download group lets it be; then it has its stored size again.
+void MainWindow::show_shrunk()
+{
+    if (narrow_ == shell_.shrunk)
+        return;
+    if (shell_.shrunk)
+        store_place();
+    narrow_ = true; // until it is whole again
+    static_cast<QSplitter*>(centralWidget())->widget(1)->setHidden(shell_.shrunk);
+    QTimer::singleShot(0, this, [this] { // when all that goes or comes back has been shown
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        resize(shell_.shrunk ? minimumSizeHint().width() : pixels(shell_.form.window.width), height());
+        narrow_ = shell_.shrunk;
+    });
 }
 
 void MainWindow::note_place()
 {
-    if (!isVisible())
-        return;
+    if (isVisible() && !narrow_) // what is stored is the place of the whole window
+        store_place();
+}
+
+void MainWindow::store_place()
+{
     shell_.form.window.left = units(x());
     shell_.form.window.top = units(y());
     shell_.form.window.width = units(width());
@@ -105,18 +167,6 @@ void MainWindow::add_panel(QWidget* panel)
     halves->addWidget(panel);
     halves->setStretchFactor(halves->count() - 1, 0);
     halves->setSizes({halves->widget(0)->sizeHint().width(), halves->widget(1)->sizeHint().width(), 0}); // 0: its least
-}
-
-// What a bench or a workshop does without stands in a menu.
-void MainWindow::make_menu()
-{
-    CheckBox& entry = shell_.form.mnuProduction;
-    QMenu* menu = menuBar()->addMenu(shell_.language_is_english ? "&Tools" : "工具(&T)");
-    QAction* action = menu->addAction(to_qt(entry.caption()));
-    action->setObjectName(to_qt(entry.full_name()));
-    action->setCheckable(true);
-    connect(menu, &QMenu::aboutToShow, action, [&entry, action] { action->setChecked(entry.value()); });
-    connect(action, &QAction::triggered, this, [this, &entry](bool ticked) { set_checked(shell_, entry, ticked); });
 }
 
 QWidget* MainWindow::make_left()
@@ -199,7 +249,7 @@ QWidget* MainWindow::make_option_step()
     option_panel_.fill_upper(stack);
     stack->addStretch(1);
     auto* layout = new QVBoxLayout(frame);
-    layout->addWidget(new PageArea(strips, {130, 7}, {40, 3}));
+    layout->addWidget(new PageArea(strips, {126, 7}, {40, 3}));
     return frame;
 }
 
@@ -231,6 +281,7 @@ QWidget* MainWindow::make_download_step()
         binder_.label(shell_.form.labWrite_Bad_Count), counter_of(shell_.form.txtWrite_Bad_Count),
         binder_.button(shell_.form.comClear_OK_Count)});
     counter->addStretch(1);
+    counter->addWidget(binder_.button(shell_.form.comMastWindow));
     layout->addLayout(counter);
     return frame;
 }
@@ -260,7 +311,7 @@ QWidget* MainWindow::make_buffers()
     auto* layout = new QVBoxLayout(part);
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->addWidget(binder_.tabs(shell_.form.TabStrip2));
-    auto* pages = new PageStack({130, 14}, {40, 7});
+    auto* pages = new PageStack({142, 14}, {40, 7});
     for (QWidget* page : {make_buffer_page(0), make_buffer_page(1), make_terminal_page(binder_),
              make_registers_page(binder_), make_memory_page(binder_), make_project_page(binder_)})
         pages->add(page);
@@ -275,9 +326,10 @@ QWidget* MainWindow::make_tools()
     auto* layout = new QVBoxLayout(part);
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->addWidget(binder_.tabs(shell_.form.TabStrip1));
-    auto* pages = new PageStack({130, 11}, {40, 4});
+    auto* pages = new PageStack({142, 11}, {40, 4});
     for (QWidget* page : {make_option_page(), make_user_command_page(binder_), make_board_page(binder_),
-             make_check_page(), make_increase_page(binder_), make_demo_page(binder_), make_store_page(binder_)})
+             make_check_page(), make_increase_page(binder_), make_demo_page(binder_), make_store_page(binder_),
+             make_hardware_page(binder_)})
         pages->add(page);
     layout->addWidget(pages, 1);
     layout->addWidget(make_beeps());
@@ -348,7 +400,7 @@ QWidget* MainWindow::make_buffer_page(int index)
     return page;
 }
 
-// The first request stops what runs; the window goes when that has wound down.
+// The first request stops what runs, and asks before; the window goes when that has wound down.
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     if (shell_.unloaded) {
@@ -356,8 +408,29 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     }
     event->ignore();
-    if (!shell_.closing)
+    if (shell_.closing)
+        return;
+    if (shell_.running)
+        ask_before_closing();
+    else
         close_request(shell_);
+}
+
+// The box lets the sequence go on underneath: a chip that is being written does not wait for an answer.
+void MainWindow::ask_before_closing()
+{
+    if (findChild<QMessageBox*>(close_question) != nullptr)
+        return;
+    auto* box = new QMessageBox(QMessageBox::Question, to_qt(program_name), to_qt(in_language(shell_, stop_and_close)),
+        QMessageBox::Yes | QMessageBox::No, this);
+    box->setObjectName(close_question);
+    box->setDefaultButton(QMessageBox::No);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    connect(box, &QMessageBox::finished, this, [this](int button) {
+        if (button == QMessageBox::Yes && !shell_.closing)
+            close_request(shell_);
+    });
+    box->open();
 }
 
 } // namespace vrk

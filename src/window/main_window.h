@@ -20,7 +20,6 @@ public:
     Binder& binder() { return binder_; }
 
 private:
-    void make_menu();
     QWidget* make_left();
     QWidget* make_right();
     QWidget* make_model_step();
@@ -36,12 +35,17 @@ private:
     QWidget* make_check_page();
     QWidget* make_beeps();
     void take_stored_place();
-    void note_place(); // for the settings
+    void note_place(); // for the settings, while the window is whole
+    void store_place();
+    void follow_title();
+    void show_shrunk();
+    void ask_before_closing();
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
     Shell& shell_;
+    bool narrow_ = false; // shrunk to the download group, or on its way there or back
     Binder binder_;
     OptionPanel option_panel_;
     std::unique_ptr<DeviceBox> device_box_;

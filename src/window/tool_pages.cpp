@@ -52,7 +52,8 @@ QWidget* make_user_command_page(Binder& binder)
     stack->addLayout(make_line(binder, form.LabUserCode + 1,
         {form.cobUserCodeBaud, form.cobUserCodeParity, form.cobUserCodeDataBits, form.cobUserCodeStopBits}));
     stack->addWidget(binder.check(form.cekReloadFileWhileFileChange1));
-    QHBoxLayout* buttons = row_of({binder.button(form.comSendUserCode)});
+    QHBoxLayout* buttons =
+        row_of({binder.button(form.comSendUserCode), binder.button(form.comHelp[0]), binder.button(form.comHelp[1])});
     buttons->addStretch(1);
     stack->addLayout(buttons);
     stack->addStretch(1);
@@ -73,7 +74,8 @@ QWidget* make_board_page(Binder& binder)
     QHBoxLayout* most = row_of({binder.label(form.labTJXZ[0]), quantity, binder.label(form.labTJXZ[1])});
     most->addStretch(1);
     controls->addLayout(most);
-    QHBoxLayout* buttons = row_of({binder.button(form.comTJXZ), binder.button(form.Read24C512)});
+    QHBoxLayout* buttons =
+        row_of({binder.button(form.comTJXZ), binder.button(form.Read24C512), binder.button(form.com_TJXZ_help)});
     buttons->addStretch(1);
     controls->addLayout(buttons);
     QHBoxLayout* pins = row_of({binder.label(form.labTJXZ[3]), binder.list(form.combPins)});
@@ -88,7 +90,28 @@ QWidget* make_board_page(Binder& binder)
     lamps->setWidget(table);
     lamps->setFrameShape(QFrame::NoFrame);
     lamps->setMinimumWidth(table->sizeHint().width() + lamps->verticalScrollBar()->sizeHint().width());
-    sides->addWidget(lamps);
+    auto* meaning = new QVBoxLayout;
+    meaning->addWidget(binder.label(form.labTJXZ[2]));
+    meaning->addWidget(lamps, 1);
+    sides->addLayout(meaning);
+    return page;
+}
+
+QWidget* make_hardware_page(Binder& binder)
+{
+    MainForm& form = binder.shell().form;
+    QLabel* caption = nullptr;
+    QWidget* page = binder.page(form.fraAboutHardWare, caption);
+    QVBoxLayout* stack = stack_on(page, caption);
+    QLabel* text = binder.label(form.LabAboutHardWare);
+    text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    text->setWordWrap(true);
+    text->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    auto* scrolled = new QScrollArea;
+    scrolled->setWidget(text);
+    scrolled->setWidgetResizable(true);
+    scrolled->setFrameShape(QFrame::NoFrame);
+    stack->addWidget(scrolled, 1);
     return page;
 }
 

@@ -8,5 +8,6 @@ namespace vrk {
 QWidget* make_user_command_page(Binder& binder);
 QWidget* make_board_page(Binder& binder);
 QWidget* make_demo_page(Binder& binder);
+QWidget* make_hardware_page(Binder& binder);
 
 } // namespace vrk

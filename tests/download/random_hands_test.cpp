@@ -70,6 +70,7 @@ struct HandBench : Bench {
         shell.loader.application_dir = folder_;
         shell.loader.documents_dir = folder_;
         chip.on_state_change.push_back([this](sim::Chip::State now) { look(now); });
+        wire.on_tool_open = [this] { reload_is_done(); };
         keep_watching();
     }
     ~HandBench()
@@ -165,6 +166,7 @@ private:
             began_us_ = loop.now_us();
         }
         was_running_ = shell.running;
+        between_chips_ = between_chips_ && shell.running;
         if (shell.running && loop.now_us() - began_us_ > patience_us)
             click(shell, form.button("comStop_Download")); // of a call that nobody answers
     }
@@ -172,6 +174,15 @@ private:
     {
         watch_for_a_press();
         after_ms(5, [this] { keep_watching(); });
+    }
+
+    // A command to user code goes out before the reload of the download behind it, which opens the port once more.
+    // Between the chips of a repeat nothing is reloaded.
+    void reload_is_done()
+    {
+        const std::string& word = form.label("labVerdict").caption();
+        if (shell.running && !between_chips_ && (word == "WAITING" || word == "等待连接"))
+            remember();
     }
 
     void remember()
@@ -202,6 +213,7 @@ private:
             &options_.bytes[0][0], &options_.bytes[0][0] + sizeof options_.bytes, &shell.options.bytes[0][0]))
             << "options changed on their way";
         remember();
+        between_chips_ = true;
     }
 
     bool is_number(std::int32_t address) const
@@ -271,6 +283,7 @@ private:
     std::uint32_t seed_;
     int files_ = 0;
     bool was_running_ = false;
+    bool between_chips_ = false;
     std::int64_t began_us_ = 0;
     Screen screen_; // of the chip that is next
     OptionImage options_;

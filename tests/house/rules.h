@@ -155,7 +155,7 @@ inline const std::map<std::string, std::set<std::string>>& rooms_below()
             so_far.insert(room);
             rooms[room] = so_far;
         }
-        rooms["form"] = {"platform", "form"}; // controls: plain data beside the engine
+        rooms["form"] = {"platform", "report", "form"}; // controls: plain data beside the engine
         rooms["host"] = {"platform", "host"};
         rooms["sim"] = {"platform", "sim"};
         return rooms;

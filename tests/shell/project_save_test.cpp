@@ -76,6 +76,20 @@ TEST(SaveProject, CancelledWritesNothing)
     EXPECT_EQ(files_in(bench.folder + "/VRK_Project"), 0U);
 }
 
+TEST(SaveProject, DoesNotTakeThePlaceOfTheOpenCodeFile)
+{
+    ProjectBench bench;
+    const std::string code = bench.folder + "/code.bin";
+    bench.write(code, std::string(600, 'c'));
+    take_path(bench.shell, BufferKind::code, code);
+    ASSERT_TRUE(load_file(bench.shell, code, bench.shell.code_buffer));
+    save_project(bench.shell, bench.folder + "/./code.bin");
+    EXPECT_EQ(bench.contents(code), std::string(600, 'c'));
+    EXPECT_EQ(bench.dialogs.shown.back().box.text, "The project can not take the place of the open code file.");
+    save_project(bench.shell, bench.path);
+    EXPECT_TRUE(parse_project(bench.saved()).code.sum_is_right);
+}
+
 TEST(SaveProject, ChangesNothingButTheNameShown)
 {
     ProjectBench bench;

@@ -147,17 +147,17 @@ TEST(TerminalTimes, StandBeforeEachLineOfTheDisplay)
 TEST(Search, SelectsPlaceAfterPlaceAndBeginsAgainAtTheTop)
 {
     TerminalBench bench;
-    const auto& display = bench.shell.form.texReceive;
+    const auto& display = bench.form.text_box("texReceive");
     const auto finds_at = [&](int place) {
-        click(bench.shell, bench.shell.form.comDebugFind);
+        click(bench.shell, bench.form.button("comDebugFind"));
         return display.sel_start() == place && display.sel_length() == 2;
     };
     bench.open();
     bench.come_in("度 ab\r\nAB ab");
-    type_text(bench.shell, bench.shell.form.texDebugFind, "ab");
+    type_text(bench.shell, bench.form.text_box("texDebugFind"), "ab");
     EXPECT_TRUE(finds_at(2));
     EXPECT_TRUE(finds_at(6));
-    EXPECT_EQ(press_key(bench.shell, bench.shell.form.texDebugFind, "Enter"), Touch::taken);
+    EXPECT_EQ(press_key(bench.shell, bench.form.text_box("texDebugFind"), "Enter"), Touch::taken);
     EXPECT_EQ(display.sel_start(), 9);
     EXPECT_TRUE(finds_at(2));
     bench.come_in(" and ab"); // what comes meanwhile takes the selection away and leaves the place
@@ -167,17 +167,17 @@ TEST(Search, SelectsPlaceAfterPlaceAndBeginsAgainAtTheTop)
 TEST(Search, MarksWhatIsNowhere)
 {
     TerminalBench bench;
-    const auto& mark = bench.shell.form.labDebugFound;
+    const auto& mark = bench.form.label("labDebugFound");
     bench.open();
     bench.come_in("alpha");
-    type_text(bench.shell, bench.shell.form.texDebugFind, "beta");
-    click(bench.shell, bench.shell.form.comDebugFind);
+    type_text(bench.shell, bench.form.text_box("texDebugFind"), "beta");
+    click(bench.shell, bench.form.button("comDebugFind"));
     EXPECT_EQ(mark.caption(), "×");
-    type_text(bench.shell, bench.shell.form.texDebugFind, "pha");
-    click(bench.shell, bench.shell.form.comDebugFind);
+    type_text(bench.shell, bench.form.text_box("texDebugFind"), "pha");
+    click(bench.shell, bench.form.button("comDebugFind"));
     EXPECT_EQ(mark.caption(), "");
-    click(bench.shell, bench.shell.form.comDebugClear[0]);
-    click(bench.shell, bench.shell.form.comDebugFind);
+    click(bench.shell, bench.form.button("comDebugClear", 0));
+    click(bench.shell, bench.form.button("comDebugFind"));
     EXPECT_EQ(mark.caption(), "×") << "nothing is left";
 }
 

@@ -176,7 +176,7 @@ TEST(BoardPage, LeavesTheImageToBeLookedAt)
     BoardAtTheForm bench;
     const Bytes code = bench.open_file(0x3000);
     EXPECT_EQ(bench.shell.board_image, Bytes(0x10001, 0x00));
-    type_text(bench.shell, bench.form.txt_download_max, "2049");
+    type_text(bench.shell, bench.form.text_box("txt_download_max"), "2049");
     bench.press("comTJXZ");
     const Bytes& image = bench.shell.board_image;
     EXPECT_TRUE(std::equal(code.begin(), code.end(), image.begin() + 0x4000));
@@ -185,7 +185,7 @@ TEST(BoardPage, LeavesTheImageToBeLookedAt)
     EXPECT_TRUE(std::equal(image.begin() + 0x4000, image.begin() + 0xF800, bench.board.memory().begin() + 0x4000));
 
     bench.board.silent = true;
-    type_text(bench.shell, bench.form.txt_download_max, "3");
+    type_text(bench.shell, bench.form.text_box("txt_download_max"), "3");
     bench.after_ms(1000, [&bench] { bench.press("comStop_Download"); });
     bench.press("comTJXZ");
     EXPECT_EQ(bench.shell.board_image[0xEE00], 0x07) << "the quantity stands before the board has answered";

@@ -97,11 +97,40 @@ TEST(Window, ClosedDuringACallStopsItFirstAndGoesThen)
     bench.type_into_next_dialog(sample);
     bench.click("comLoadFile");
 
-    bench.when([&] { return bench.calling(); }, [&] { bench.window->close(); });
+    bench.when([&] { return bench.calling(); },
+        [&] {
+            bench.window->close();
+            bench.answer_close_question(QMessageBox::Yes);
+        });
     bench.click("comDownload(0)");
     EXPECT_TRUE(bench.shell.closing);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !bench.window->isVisible(); }, 3000));
     EXPECT_TRUE(bench.shell.unloaded);
+}
+
+// It used to end the program, and leave half a program in the chip.
+TEST(Window, AsksBeforeItIsClosedOverAChipThatIsBeingWritten)
+{
+    TargetProcess target({"Juniper-60Q"});
+    WindowBench bench(target.link());
+    bench.choose_model("Juniper series", "Juniper-60Q");
+    bench.type_into_next_dialog(sample);
+    bench.click("comLoadFile");
+
+    bench.power_up_when_called(target);
+    bench.when([&] { return bench.form.progress("ProgressBar1").value() > 0; },
+        [&] {
+            bench.window->close();
+            bench.window->close(); // an impatient hand: one question is enough
+            EXPECT_EQ(bench.window->findChildren<QMessageBox*>("closeQuestion").size(), 1);
+            EXPECT_FALSE(bench.shell.closing);
+            bench.answer_close_question(QMessageBox::No);
+        });
+    bench.click("comDownload(0)");
+    EXPECT_FALSE(bench.shell.closing);
+    EXPECT_TRUE(bench.shell.succeeded) << "the chip was written underneath the question";
+    bench.window->close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bench.shell.unloaded; }, 3000)) << "nothing runs: nothing is asked";
 }
 
 TEST(DeviceTree, EscapeClosesItWithoutAChange)

@@ -134,6 +134,13 @@ struct WindowBench {
             });
     }
 
+    void answer_close_question(QMessageBox::StandardButton button)
+    {
+        auto* box = window->findChild<QMessageBox*>("closeQuestion");
+        ASSERT_NE(box, nullptr);
+        box->button(button)->click();
+    }
+
     // By keyboard: opens the tree, types the name, takes the model.
     void type_model(const QString& model)
     {

@@ -2,6 +2,8 @@
 #include "form/main_form.h"
 #include "window_bench.h"
 
+#include "shell/events.h"
+
 using namespace vrk;
 
 namespace {
@@ -92,4 +94,41 @@ TEST(WindowPlace, IsStoredAtTheEnd)
     EXPECT_TRUE(QTest::qWaitFor([&] { return bench.shell.unloaded; }, 3000));
     EXPECT_EQ(bench.stored("MainLeft"), 60 * units_per_pixel);
     EXPECT_EQ(bench.stored("MainTop"), 40 * units_per_pixel);
+}
+
+// A second screen was unplugged, or the store holds what no screen shows: the window could not be reached.
+TEST(WindowPlace, IsBroughtBackFromOutsideOfAllScreens)
+{
+    for (const auto& [left, top] : {std::pair{"60000", "30000"}, std::pair{"-60000", "0"}, std::pair{"0", "-3000"}}) {
+        PlaceBench bench;
+        bench.put("MainLeft", left);
+        bench.put("MainTop", top);
+        bench.open();
+        const QRect area = bench.window->screen()->availableGeometry();
+        EXPECT_TRUE(area.contains(bench.window->pos())) << left << ", " << top;
+        EXPECT_GE(area.right() - bench.window->x(), 59);
+    }
+}
+
+TEST(WindowPlace, IsThatOfTheWholeWindowAlsoWhileItIsShrunk)
+{
+    PlaceBench bench;
+    bench.open();
+    bench.window->resize(bench.window->minimumSizeHint() + QSize(220, 20));
+    QTest::qWait(50);
+    const int width = bench.window->width();
+    click(bench.shell, bench.form.comMastWindow);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bench.window->width() < width / 2 + width / 4; }, 3000));
+    EXPECT_FALSE(bench.window->findChild<QTabBar*>("TabStrip1")->isVisible());
+    EXPECT_FALSE(bench.window->findChild<QGroupBox*>("FrameX(0)")->isVisible());
+    EXPECT_TRUE(bench.window->findChild<QPushButton*>("comDownload(0)")->isVisible());
+    EXPECT_TRUE(bench.window->findChild<QPushButton*>("comMastWindow")->isVisible());
+    EXPECT_EQ(pixels(bench.form.window.width), width);
+    if (const QString folder = qEnvironmentVariable("VRK_PICTURES"); !folder.isEmpty())
+        bench.window->grab().save(folder + "/shrunk.png");
+    click(bench.shell, bench.form.comMastWindow);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bench.window->width() == width; }, 3000));
+    EXPECT_TRUE(bench.window->findChild<QTabBar*>("TabStrip1")->isVisible());
+    if (const QString folder = qEnvironmentVariable("VRK_PICTURES"); !folder.isEmpty())
+        bench.window->grab().save(folder + "/whole_again.png");
 }

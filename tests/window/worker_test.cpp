@@ -1,5 +1,4 @@
 // A worker's window: it holds still, is used by keys alone, and a stray wheel or key changes nothing.
-#include "form/main_form.h"
 #include "window_bench.h"
 
 #include "shell/device.h"
@@ -26,7 +25,7 @@ struct WorkerBench : WindowBench {
     }
     void choose(const char* model)
     {
-        form.txtDevice.set_text(model);
+        form.text_box("txtDevice").set_text(model);
         ASSERT_TRUE(apply_selected_device(shell));
         settle();
     }
@@ -57,7 +56,7 @@ TEST(WorkersWindow, NothingMovesFromPageToPage)
     WorkerBench bench;
     bench.choose("Larch-12V");
     const auto before = bench.places();
-    for (TabStrip* strip : {&bench.form.TabStrip1, &bench.form.TabStrip2}) {
+    for (TabStrip* strip : {&bench.form.tabs("TabStrip1"), &bench.form.tabs("TabStrip2")}) {
         for (int tab = 0; tab < static_cast<int>(strip->tabs().size()); ++tab) {
             bench.show_page(*strip, tab);
             EXPECT_EQ(bench.places(), before) << strip->tabs()[static_cast<std::size_t>(tab)].key;
@@ -80,8 +79,8 @@ TEST(WorkersWindow, ALongPathWidensNothingAndIsThereAsAHint)
     WorkerBench bench;
     const auto before = bench.places();
     const std::string path = "/" + std::string(150, 'd') + "/" + std::string(150, 'f') + ".hex";
-    bench.form.Frame7.set_caption("Program File: " + path);
-    bench.form.Label2[6].set_caption(path);
+    bench.form.frame("Frame7").set_caption("Program File: " + path);
+    bench.form.label("Label2", 6).set_caption(path);
     bench.settle();
     EXPECT_EQ(bench.places(), before);
 }
@@ -100,13 +99,13 @@ TEST(WorkersWindow, TheWheelChangesNoClosedList)
 {
     WorkerBench bench;
     bench.choose("Juniper-60Q");
-    const std::string baud = bench.form.cobBaudMax.text();
-    const std::string delay = bench.form.comDalay_ReDownLoad.text();
+    const std::string baud = bench.form.list("cobBaudMax").text();
+    const std::string delay = bench.form.list("comDalay_ReDownLoad").text();
     bench.wheel_over(bench.find<QComboBox>("cobBaudMax"));
     bench.wheel_over(bench.find<QComboBox>("comDalay_ReDownLoad"));
     bench.settle();
-    EXPECT_EQ(bench.form.cobBaudMax.text(), baud);
-    EXPECT_EQ(bench.form.comDalay_ReDownLoad.text(), delay);
+    EXPECT_EQ(bench.form.list("cobBaudMax").text(), baud);
+    EXPECT_EQ(bench.form.list("comDalay_ReDownLoad").text(), delay);
 }
 
 TEST(WorkersWindow, AGroupOfChoicesIsOneStopAndTheArrowsChoose)
@@ -114,16 +113,16 @@ TEST(WorkersWindow, AGroupOfChoicesIsOneStopAndTheArrowsChoose)
     WorkerBench bench;
     auto* yes = bench.find<QRadioButton>("optBeepYes");
     auto* no = bench.find<QRadioButton>("optBeepNo");
-    ASSERT_TRUE(bench.form.optBeepYes.value());
+    ASSERT_TRUE(bench.form.option("optBeepYes").value());
     EXPECT_EQ(yes->focusPolicy(), Qt::StrongFocus);
     EXPECT_EQ(no->focusPolicy(), Qt::ClickFocus);
     yes->setFocus();
     QTest::keyClick(yes, Qt::Key_Right);
-    EXPECT_TRUE(bench.form.optBeepNo.value());
+    EXPECT_TRUE(bench.form.option("optBeepNo").value());
     EXPECT_EQ(bench.window->focusWidget(), no);
     EXPECT_EQ(no->focusPolicy(), Qt::StrongFocus);
     QTest::keyClick(no, Qt::Key_Right); // round and round
-    EXPECT_TRUE(bench.form.optBeepYes.value());
+    EXPECT_TRUE(bench.form.option("optBeepYes").value());
 }
 
 TEST(WorkersWindow, ANumberFieldTakesNothingElseAndSaysWhy)
@@ -133,7 +132,7 @@ TEST(WorkersWindow, ANumberFieldTakesNothingElseAndSaysWhy)
     start->setFocus();
     start->selectAll();
     QTest::keyClicks(start, "1z");
-    EXPECT_EQ(bench.form.txtAP_FileStart.text(), "1");
+    EXPECT_EQ(bench.form.text_box("txtAP_FileStart").text(), "1");
     EXPECT_EQ(QToolTip::text(), "Only 0 to 9 and A to F");
 }
 
@@ -141,7 +140,7 @@ TEST(WorkersWindow, F5DownloadsEscapeStopsAndTheFocusIsBackOnTheButton)
 {
     TargetProcess target({"Juniper-60Q"});
     WindowBench line(target.link());
-    line.form.txtDevice.set_text("Juniper-60Q");
+    line.form.text_box("txtDevice").set_text("Juniper-60Q");
     ASSERT_TRUE(apply_selected_device(line.shell));
     QTemporaryDir folder;
     const QString file = folder.filePath("code.bin");
@@ -165,7 +164,7 @@ TEST(WorkersWindow, F5DownloadsEscapeStopsAndTheFocusIsBackOnTheButton)
         });
     QTest::keyClick(line.window.get(), Qt::Key_F5); // comes back when the sequence has ended
     EXPECT_FALSE(line.shell.running);
-    EXPECT_EQ(line.form.labVerdict.caption(), "STOPPED");
+    EXPECT_EQ(line.form.label("labVerdict").caption(), "STOPPED");
     EXPECT_EQ(in_between, line.find<QWidget>("textMsg"));
     EXPECT_EQ(line.window->focusWidget(), download);
 }
