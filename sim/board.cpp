@@ -42,63 +42,22 @@ Board::Board(BoardSetup setup)
 {
 }
 
-std::string Board::violations() const
-{
-    std::string text;
-    for (const std::string& line : violations_)
-        text += line + "\n";
-    return text;
-}
-
-int Board::frame_count(std::uint8_t code) const
-{
-    const auto found = counts_.find(code);
-    return found == counts_.end() ? 0 : found->second;
-}
-
-void Board::later(std::int64_t delay_ns, std::function<void()> work)
-{
-    surroundings_->call_at(surroundings_->now_ns() + delay_ns, [this, epoch = epoch_, task = std::move(work)] {
-        if (epoch == epoch_)
-            task();
-    });
-}
-
-// What it holds stays; what it was in the middle of is forgotten.
+// What it holds stays.
 void Board::power(bool on)
 {
     if (on == powered_)
         return;
-    powered_ = on;
-    ++epoch_;
-    busy_ = false;
+    switch_power(on);
     called_ = erased_ = second_erased_ = false;
     passed_sorter_ = !setup_.behind_sorter;
-    frame_.clear();
-    if (!on) {
-        surroundings_->stop_sending();
-        surroundings_->stop_listening();
-        return;
-    }
-    later(setup_.start_up_us * 1000, [this] { listen(); });
+    if (on)
+        later(setup_.start_up_us * 1000, [this] { listen(); });
 }
 
 void Board::listen()
 {
     line_ = board_line(!passed_sorter_);
     surroundings_->set_line(line_, false);
-}
-
-void Board::receive(const Arrival& arrival)
-{
-    if (!powered_ || busy_)
-        return;
-    if (frame_.empty())
-        harmed_ = false;
-    harmed_ |= arrival.tampered || arrival.parity_error || arrival.framing_error;
-    missed_a_frame_ |= harmed_;
-    if (!arrival.parity_error && !arrival.framing_error)
-        heard(arrival.value);
 }
 
 void Board::heard(std::uint8_t byte)
@@ -158,18 +117,8 @@ bool Board::names_the_model()
 void Board::take()
 {
     const std::uint8_t code = frame_[5];
-    ++counts_[code];
-    if (code != call)
-        frames_.push_back(frame_);
-    if (on_frame)
-        on_frame(code);
-    if (!powered_)
+    if (!takes(code, code != call))
         return;
-    if (deaf_to[code] > 0) {
-        --deaf_to[code];
-        missed_a_frame_ = true;
-        return;
-    }
     if (code == 0x00 || code == 0x30)
         return take_write();
     if (code == 0x53)
@@ -217,7 +166,8 @@ void Board::take()
     }
 }
 
-// The repeat mark belongs to an address that a frame has gone to before, and to no other.
+// The repeat mark belongs to an address that a frame has gone to before, and to no other; one that was missed may have
+// been its first.
 void Board::take_write()
 {
     const std::uint32_t address = frame_[8] * 256U + frame_[9];
@@ -261,17 +211,7 @@ void Board::answer(std::uint8_t code, Bytes payload, std::int64_t work_us)
     frame.insert(frame.end(), payload.begin(), payload.end());
     const unsigned crc = crc_of(std::span{frame}.subspan(2));
     frame.insert(frame.end(), {static_cast<std::uint8_t>(crc), static_cast<std::uint8_t>(crc >> 8U), 0x16});
-
-    busy_ = true;
-    std::int64_t delay = (setup_.answer_us + work_us) * 1000;
-    for (const ReplyFaults::Piece& piece : replies.apply(frame)) {
-        delay += piece.gap_us * 1000;
-        if (!silent)
-            later(delay, [this, bytes = piece.bytes] { surroundings_->send(bytes); });
-        delay += byte_time_ns(line_) * static_cast<std::int64_t>(piece.bytes.size());
-    }
-    // It hears again as soon as its work is done, also while a delayed answer is still to go out.
-    later((setup_.answer_us + work_us) * 1000, [this] { busy_ = false; });
+    send_after_us(setup_.answer_us + work_us, frame);
 }
 
 } // namespace sim

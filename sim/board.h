@@ -3,8 +3,7 @@
 // What it then does with a chip stands in sim/board_programs.h.
 #pragma once
 
-#include "sim/faults.h"
-#include "sim/target.h"
+#include "sim/frame_device.h"
 
 #include <array>
 #include <cstdint>
@@ -33,16 +32,13 @@ struct BoardSetup {
     std::int64_t write_us = 2'500; // a frame
 };
 
-class Board final : public Target {
+class Board final : public FrameDevice {
 public:
-    using Bytes = std::vector<std::uint8_t>;
     static constexpr std::size_t size = 0x10000;
 
     explicit Board(BoardSetup setup);
 
     // Target
-    void connect(Surroundings& surroundings) override { surroundings_ = &surroundings; }
-    void receive(const Arrival& arrival) override;
     vrk::LineSettings line() const override { return line_; }
     void power(bool on) override;
 
@@ -55,54 +51,32 @@ public:
     int chips_left_of_a_thousand = 0;
     Bytes serial_memory = Bytes(size, 0); // its 24C512, which the tool reads
 
-    // What it has seen.
-    std::string violations() const; // one a line; empty if the tool did all as it should
-    int frame_count(std::uint8_t code) const;
-    int wake_bytes() const { return wake_bytes_; }
-    const std::vector<Bytes>& frames() const { return frames_; } // whole, calls left out
-    std::function<void(std::uint8_t code)> on_frame;
+    int wake_bytes() const { return wake_bytes_; } // that it has heard
 
-    // What goes wrong.
-    ReplyFaults replies;
-    bool silent = false;
-    std::map<std::uint8_t, int> deaf_to; // code: how many frames of it are overheard
+    // What goes wrong, beside what can with every device.
     std::optional<std::uint8_t> answers_writes_with; // in place of 80
     std::optional<std::uint8_t> answers_pages_with; // in place of 53
     std::map<std::uint32_t, int> refused; // an address: how often a frame for it is answered with 81
 
 private:
-    void later(std::int64_t delay_ns, std::function<void()> work);
     void listen();
-    void heard(std::uint8_t byte);
+    void heard(std::uint8_t byte) override;
     void judge();
     void take();
     void take_write();
     void take_page_request();
     bool names_the_model();
     void answer(std::uint8_t code, Bytes payload, std::int64_t work_us);
-    void complain(const std::string& what) { violations_.push_back(what); }
 
     BoardSetup setup_;
-    Surroundings* surroundings_ = nullptr;
     vrk::LineSettings line_;
     Bytes memory_ = Bytes(size, 0xFF);
     Bytes second_bank_ = Bytes(size, 0xFF);
-    bool powered_ = false;
-    bool busy_ = false;
     bool passed_sorter_ = false;
-    std::uint64_t epoch_ = 0;
-
-    Bytes frame_; // in hand, or just taken
-    bool harmed_ = false;
-    bool missed_a_frame_ = false; // of this job, perhaps: a repeat may then be the first that it hears
     bool called_ = false;
     bool erased_ = false;
     bool second_erased_ = false;
     std::set<std::uint32_t> tried_; // addresses that a frame has gone to since the last erasure
-
-    std::vector<std::string> violations_;
-    std::map<std::uint8_t, int> counts_;
-    std::vector<Bytes> frames_;
     int wake_bytes_ = 0;
 };
 

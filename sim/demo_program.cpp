@@ -26,43 +26,12 @@ unsigned sum_of(std::span<const std::uint8_t> bytes)
 
 } // namespace
 
-std::string DemoProgram::violations() const
-{
-    std::string text;
-    for (const std::string& line : violations_)
-        text += line + "\n";
-    return text;
-}
-
-int DemoProgram::frame_count(std::uint8_t code) const
-{
-    const auto found = counts_.find(code);
-    return found == counts_.end() ? 0 : found->second;
-}
-
 void DemoProgram::power(bool on)
 {
-    ++epoch_;
-    powered_ = on;
-    busy_ = connected_ = erased_ = runs_code_ = false;
-    frame_.clear();
-    if (on) {
+    switch_power(on);
+    connected_ = erased_ = runs_code_ = false;
+    if (on)
         surroundings_->set_line(setup_.line, false);
-    } else {
-        surroundings_->stop_sending();
-        surroundings_->stop_listening();
-    }
-}
-
-void DemoProgram::receive(const Arrival& arrival)
-{
-    if (!powered_ || busy_ || runs_code_)
-        return;
-    if (frame_.empty())
-        harmed_ = false;
-    harmed_ |= arrival.tampered || arrival.parity_error || arrival.framing_error;
-    if (!arrival.parity_error && !arrival.framing_error)
-        heard(arrival.value);
 }
 
 void DemoProgram::heard(std::uint8_t byte)
@@ -94,16 +63,8 @@ void DemoProgram::heard(std::uint8_t byte)
 void DemoProgram::take()
 {
     const std::uint8_t code = frame_[4];
-    ++counts_[code];
-    frames_.push_back(frame_);
-    if (on_frame)
-        on_frame(code);
-    if (!powered_)
+    if (!takes(code, true))
         return;
-    if (deaf_to[code] > 0) {
-        --deaf_to[code];
-        return;
-    }
     if (code == write_code || code == write_again_code)
         return take_block();
     if (frame_.size() != command_size)
@@ -153,21 +114,7 @@ void DemoProgram::answer(Bytes payload, std::int64_t work_us)
     frame.insert(frame.end(), payload.begin(), payload.end());
     const unsigned sum = sum_of(frame);
     frame.insert(frame.end(), {static_cast<std::uint8_t>(sum / 256), static_cast<std::uint8_t>(sum), 0x16});
-
-    const auto later = [this](std::int64_t delay_ns, std::function<void()> work) {
-        surroundings_->call_at(surroundings_->now_ns() + delay_ns, [this, epoch = epoch_, task = std::move(work)] {
-            if (epoch == epoch_)
-                task();
-        });
-    };
-    busy_ = true;
-    std::int64_t delay = (setup_.answer_us + work_us) * 1000;
-    later(delay, [this] { busy_ = false; });
-    for (const ReplyFaults::Piece& piece : replies.apply(frame)) {
-        delay += piece.gap_us * 1000;
-        later(delay, [this, bytes = piece.bytes] { surroundings_->send(bytes); });
-        delay += byte_time_ns(setup_.line) * static_cast<std::int64_t>(piece.bytes.size());
-    }
+    send_after_us(setup_.answer_us + work_us, frame);
 }
 
 } // namespace sim

@@ -2,9 +2,8 @@
 // writes, and a way into what it has written. It checks each frame by its own code.
 #pragma once
 
-#include "sim/faults.h"
 #include "sim/flash.h"
-#include "sim/target.h"
+#include "sim/frame_device.h"
 
 #include <cstdint>
 #include <functional>
@@ -24,10 +23,8 @@ struct DemoSetup {
     std::int64_t write_us = 7'000; // a frame
 };
 
-class DemoProgram final : public Target {
+class DemoProgram final : public FrameDevice {
 public:
-    using Bytes = std::vector<std::uint8_t>;
-
     explicit DemoProgram(const DemoSetup& setup)
         : setup_(setup)
         , flash_(setup.flash_size)
@@ -35,44 +32,27 @@ public:
     }
 
     // Target
-    void connect(Surroundings& surroundings) override { surroundings_ = &surroundings; }
-    void receive(const Arrival& arrival) override;
     vrk::LineSettings line() const override { return setup_.line; }
     void power(bool on) override;
 
     Bytes flash(std::size_t first, std::size_t last) const { return flash_.range(first, last + 1); }
     bool runs_code() const { return runs_code_; } // it has been told to leave
-    std::string violations() const;
-    int frame_count(std::uint8_t code) const;
-    const std::vector<Bytes>& frames() const { return frames_; } // whole, 00 for data left as they came
-    std::function<void(std::uint8_t code)> on_frame;
 
-    // What goes wrong.
-    ReplyFaults replies;
-    std::map<std::uint8_t, int> deaf_to; // code: how many frames of it are overheard
+    // What goes wrong, beside what can with every device.
     int wrong_sums = 0; // answers to blocks with a wrong sum
 
 private:
-    void heard(std::uint8_t byte);
+    bool listens() const override { return FrameDevice::listens() && !runs_code_; }
+    void heard(std::uint8_t byte) override;
     void take();
     void take_block();
     void answer(Bytes payload, std::int64_t work_us);
-    void complain(const std::string& what) { violations_.push_back(what); }
 
     DemoSetup setup_;
     Flash flash_;
-    Surroundings* surroundings_ = nullptr;
-    Bytes frame_;
-    bool harmed_ = false;
-    bool powered_ = false;
-    bool busy_ = false;
     bool connected_ = false;
     bool erased_ = false;
     bool runs_code_ = false;
-    std::uint64_t epoch_ = 0;
-    std::vector<std::string> violations_;
-    std::map<std::uint8_t, int> counts_;
-    std::vector<Bytes> frames_;
 };
 
 } // namespace sim

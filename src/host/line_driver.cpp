@@ -5,6 +5,8 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 namespace vrk {
 
 void ask_for_low_latency(int descriptor)
@@ -25,6 +27,16 @@ std::size_t write_now(int descriptor, std::span<const std::uint8_t> bytes)
 {
     const ssize_t taken = write(descriptor, bytes.data(), bytes.size());
     return taken > 0 ? static_cast<std::size_t>(taken) : 0;
+}
+
+std::optional<std::size_t> read_now(int descriptor, std::span<std::uint8_t> into)
+{
+    const ssize_t count = read(descriptor, into.data(), into.size());
+    if (count >= 0) // none too where the queue was emptied after the wake-up
+        return static_cast<std::size_t>(count);
+    if (errno == EAGAIN || errno == EINTR)
+        return 0;
+    return std::nullopt;
 }
 
 int line_speed(int descriptor)

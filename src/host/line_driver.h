@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 
 namespace vrk {
@@ -16,6 +17,10 @@ void wait_until_sent(int descriptor);
 
 // How many bytes the driver took at once: none is possible.
 std::size_t write_now(int descriptor, std::span<const std::uint8_t> bytes);
+
+// How many bytes of what waits were taken, none where nothing does. Nothing: the line has hung up, or its device is
+// gone.
+std::optional<std::size_t> read_now(int descriptor, std::span<std::uint8_t> into);
 
 // The speed that the driver really took, baud; 0 where it does not say.
 int line_speed(int descriptor);

@@ -4,6 +4,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace vrk {
@@ -37,18 +39,6 @@ bool leads_to_pseudo_terminal(const std::string& path)
 QtPort::QtPort(std::string path)
     : path_(std::move(path))
 {
-    // At once, not queued: a queued event costs the loop another turn between a reply and the next frame. Qt does not
-    // tell of bytes again while its slot runs, which is what on_receive promises.
-    QObject::connect(&port_, &QSerialPort::readyRead, &port_, [this] {
-        const auto event = on_receive; // a copy: the event may close, reopen or replace it
-        if (!event)
-            return;
-        receiving_ = true;
-        event();
-        receiving_ = false;
-        if (gone_)
-            lose();
-    });
     QObject::connect(
         &port_, &QSerialPort::errorOccurred, &port_,
         [this](QSerialPort::SerialPortError error) {
@@ -64,6 +54,7 @@ void QtPort::lose()
 {
     gone_ = true;
     hang_up_.reset();
+    readable_.reset();
     if (!receiving_)
         port_.close();
 }
@@ -104,7 +95,50 @@ bool QtPort::open_with(const LineSettings& line)
     hang_up_ = std::make_unique<QSocketNotifier>(port_.handle(), QSocketNotifier::Exception);
     QObject::connect(
         hang_up_.get(), &QSocketNotifier::activated, &port_, [this] { lose(); }, Qt::QueuedConnection);
+    receive_straight();
     return true;
+}
+
+// Bytes come by a notifier of our own in place of that of QSerialPort, whose buffer costs a third of the time between a
+// reply and the next frame. Its own would take some of them: it is switched off, and stays so, since nobody reads by
+// it.
+void QtPort::receive_straight()
+{
+    for (auto* notifier : port_.findChildren<QSocketNotifier*>()) {
+        if (notifier->type() == QSocketNotifier::Read)
+            notifier->setEnabled(false);
+    }
+    readable_ = std::make_unique<QSocketNotifier>(port_.handle(), QSocketNotifier::Read);
+    QObject::connect(readable_.get(), &QSocketNotifier::activated, &port_, [this] { take_in(); });
+}
+
+// At once, not queued: a queued event costs the loop another turn. What comes while a receiver waits is put away for
+// it: it is not told again before it returns.
+void QtPort::take_in()
+{
+    std::array<std::uint8_t, 4096> piece;
+    const auto count = read_now(port_.handle(), piece);
+    if (!count) {
+        readable_->setEnabled(false); // it would be ready for ever
+        QMetaObject::invokeMethod(
+            &port_, [this] { lose(); }, Qt::QueuedConnection);
+        return;
+    }
+    input_.insert(input_.end(), piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(*count));
+    if (*count > 0 && !receiving_)
+        tell();
+}
+
+void QtPort::tell()
+{
+    const auto event = on_receive; // a copy: the event may close, reopen or replace it
+    if (!event)
+        return;
+    receiving_ = true;
+    event();
+    receiving_ = false;
+    if (gone_)
+        lose();
 }
 
 // A driver that cannot make a speed may quietly take another one. Up to 2 % is rounding of its divisor, and leaves the
@@ -118,6 +152,8 @@ bool QtPort::driver_took(const LineSettings& line) const
 void QtPort::close()
 {
     hang_up_.reset();
+    readable_.reset();
+    input_.clear();
     if (!port_.isOpen())
         return;
     if (gone_)
@@ -135,12 +171,14 @@ bool QtPort::set_line(const LineSettings& line)
     return port_.setBaudRate(line.baud) && parity_set && driver_took(line);
 }
 
-std::size_t QtPort::bytes_available() const { return static_cast<std::size_t>(port_.bytesAvailable()); }
+std::size_t QtPort::bytes_available() const { return input_.size(); }
 
 std::size_t QtPort::read(std::span<std::uint8_t> into)
 {
-    const qint64 count = port_.read(reinterpret_cast<char*>(into.data()), static_cast<qint64>(into.size()));
-    return count > 0 ? static_cast<std::size_t>(count) : 0;
+    const std::size_t count = std::min(into.size(), input_.size());
+    std::copy_n(input_.begin(), count, into.begin());
+    input_.erase(input_.begin(), input_.begin() + static_cast<std::ptrdiff_t>(count));
+    return count;
 }
 
 std::size_t QtPort::bytes_to_write() const { return static_cast<std::size_t>(port_.bytesToWrite()); }
@@ -175,6 +213,10 @@ std::optional<ControlInputs> QtPort::inputs()
         signals_on.testFlag(QSerialPort::DataCarrierDetectSignal)};
 }
 
-void QtPort::discard() { port_.clear(); } // both ways in one call to the driver, Qt's buffers too
+void QtPort::discard()
+{
+    port_.clear(); // both ways in one call to the driver, Qt's buffer for what goes out too
+    input_.clear();
+}
 
 } // namespace vrk

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vrk {
 
@@ -31,6 +32,9 @@ public:
 private:
     bool open_with(const LineSettings& line);
     bool driver_took(const LineSettings& line) const;
+    void receive_straight();
+    void take_in();
+    void tell();
     void lose();
 
     std::string path_;
@@ -39,6 +43,8 @@ private:
     bool gone_ = false;
     QSerialPort port_;
     std::unique_ptr<QSocketNotifier> hang_up_; // while open
+    std::unique_ptr<QSocketNotifier> readable_; // the same
+    std::vector<std::uint8_t> input_; // that has come and was not read
 };
 
 } // namespace vrk

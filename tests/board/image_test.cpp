@@ -267,7 +267,7 @@ TEST(BoardFit, GoesByTheModelAndByTheBoard)
 
 TEST(BoardFit, CutsASourceThatIsAsLongAsTheBoardIsLarge)
 {
-    const McuRecord model = model_named("Juniper-60");
+    const McuRecord model = catalog_test::record("Juniper-60");
     EXPECT_FALSE(board_fit(model, 16 * 1024, 0x3FFF).cut);
     const BoardFit fit = board_fit(model, 16 * 1024, 0x4000);
     EXPECT_TRUE(fit.cut);

@@ -188,6 +188,6 @@ TEST(Road, ShowsTheBoardWhatIsWrongWithIt)
     road.board.memory()[0xEC20] ^= 0x01;
     EXPECT_EQ(road.program_next(), sim::BoardRun::self_check_error);
     road.board.memory()[0xEC20] ^= 0x01;
-    sim::Chip other(chip_of(model_named("Juniper-32")));
+    sim::Chip other(chip_of(catalog_test::record("Juniper-32")));
     EXPECT_EQ(sim::program_chip(road.board, other), sim::BoardRun::wrong_model);
 }

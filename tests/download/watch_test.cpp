@@ -69,24 +69,68 @@ TEST(Watch, LeavesTheChipAloneWhereTheLinkerHasBrokenOff)
     EXPECT_EQ(bench.shell.code_buffer.data[0], Bench::pattern(1, 1)[0]) << "the buffer is as it was";
 }
 
-// So it did by a press with the reload switched on, while the linker was at work.
-TEST(ReloadBeforeADownload, LeavesTheChipAloneWhereTheFileIsHalfWritten)
+namespace {
+
+// What has become of the file since it was opened, and the box that says so.
+struct Lost {
+    const char* name;
+    void (*lose)(const LinkerBench& bench);
+    const char* box;
+    std::vector<Reply> replies;
+};
+void PrintTo(const Lost& lost, std::ostream* to) { *to << lost.name; }
+
+class ReloadBeforeADownload : public testing::TestWithParam<Lost> { };
+
+void replace_by(const LinkerBench& bench, std::string_view contents) { bench.folder.file("lamp.hex", contents); }
+
+} // namespace
+
+// Zeros or half a program went into the chip, and it was counted as good.
+TEST_P(ReloadBeforeADownload, OfAFileThatIsLostLeavesTheChipAlone)
 {
     LinkerBench bench;
     bench.form.check_box("cekReloadFileWhileFileChange").set_value(false);
     bench.form.check_box("cekReloadFile").set_value(true);
-    bench.folder.file("lamp.hex", std::string_view{bench.text}.substr(0, bench.text.size() / 2));
+    GetParam().lose(bench);
+    bench.dialogs.replies.assign(GetParam().replies.begin(), GetParam().replies.end());
     bench.download();
     EXPECT_EQ(bench.chip.frame_count(), 0) << "nobody has called the chip";
     EXPECT_EQ(bench.count(), 0);
-    ASSERT_EQ(bench.dialogs.shown.size(), 1U);
-    EXPECT_EQ(
-        bench.dialogs.shown[0].box.text, "The HEX file has no end record: it may not have been written to its end.");
-    EXPECT_TRUE(bench.report_says("Nothing was programmed."));
+    ASSERT_FALSE(bench.dialogs.shown.empty());
+    EXPECT_EQ(bench.dialogs.shown[0].box.text, GetParam().box);
+    EXPECT_TRUE(bench.report_says("The file could not be loaded again. Nothing was programmed."));
+    EXPECT_EQ(bench.code(0, 0x3FF), Bench::pattern(0x400, 1)) << "the buffer is as it was";
+    EXPECT_TRUE(bench.buttons_are_free());
 
-    bench.dialogs.shown.clear();
-    bench.folder.file("lamp.hex", bench.text);
+    std::filesystem::remove_all(bench.shell.loader.code_path);
+    replace_by(bench, bench.text);
+    bench.chip.power_off();
     bench.download();
     EXPECT_TRUE(bench.report_says("Program OK"));
     EXPECT_EQ(bench.flash(0, bench.linked.size() - 1), bench.linked);
 }
+
+INSTANTIATE_TEST_SUITE_P(As, ReloadBeforeADownload,
+    testing::Values(
+        Lost{"Gone", [](const LinkerBench& bench) { std::filesystem::remove(bench.shell.loader.code_path); },
+            "Can not find the file.", {}},
+        Lost{"AFolder",
+            [](const LinkerBench& bench) {
+                std::filesystem::remove(bench.shell.loader.code_path);
+                std::filesystem::create_directory(bench.shell.loader.code_path);
+            },
+            "Can not find the file.", {}},
+        Lost{"Empty", [](const LinkerBench& bench) { replace_by(bench, ""); }, "The file contains no data.", {}},
+        Lost{"Text", [](const LinkerBench& bench) { replace_by(bench, "hello"); }, "The file contains no data.", {}},
+        Lost{"WrongChecksums",
+            [](const LinkerBench& bench) {
+                replace_by(bench, ":0100000001AA\n:0100010001AA\n:0100020001AA\n:00000001FF\n");
+            },
+            "The checksum is incorrect:\n\n:0100000001AA", {Reply::ok, Reply::ok, Reply::ok, Reply::no}},
+        Lost{"HalfWritten",
+            [](const LinkerBench& bench) {
+                replace_by(bench, std::string_view{bench.text}.substr(0, bench.text.size() / 2));
+            },
+            "The HEX file has no end record: it may not have been written to its end.", {}}),
+    [](const auto& row) { return std::string{row.param.name}; });

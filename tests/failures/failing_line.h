@@ -2,6 +2,9 @@
 //
 // A story is told once without a fault, which counts the calls, and then once for each of them with exactly that one
 // failing. Judged is what a user has: the chip's true flash, what has been told, the numbers, the settings, the panel.
+//
+// An engine changes the line of its port by closing and opening it, so a line that a driver refuses comes as an opening
+// that fails. The call that changes it on the open port is counted too, should one be made.
 #pragma once
 
 #include "bench.h"

@@ -2,6 +2,7 @@
 #include "failures/failing_line.h"
 
 #include "image/project_format.h"
+#include "platform/whole_file.h"
 #include "shell/project.h"
 #include "shell/start_up.h"
 
@@ -61,6 +62,8 @@ void tell_load(const FileCase& what, FailingCalls& calls)
     const bool was_told = !line.dialogs.shown.empty();
     EXPECT_TRUE(line.shell.file_loaded);
     EXPECT_TRUE(loaded || (buffer.data == before && was_told));
+    const std::string& named = line.form.frame(is_code ? "Frame7" : "frmDataFlash").caption();
+    EXPECT_TRUE(named.ends_with(loaded ? path : folder.path + (is_code ? "/code.bin" : "/data.bin"))) << named;
     EXPECT_EQ(was_told, !calls.failed().empty());
     EXPECT_FALSE(line.dialogs.busy);
 
@@ -173,4 +176,22 @@ TEST(SaveWithAFailingCall, LeavesTheOldFileOrTheNewRangeAndSaysWhich) { fail_eac
 TEST(OpenProjectWithAFailingCall, BringsTheWholeJobOrTellsAndLeavesTheOneBefore)
 {
     fail_each_call(tell_project_opening, 2);
+}
+
+// What lies only in the system's memory is gone with the power: the new bytes are on the disk before the old file
+// leaves its place, and so is the place before anybody is told.
+TEST(AWholeFile, IsFlushedBeforeItTakesItsPlaceAndItsFolderBehind)
+{
+    const OwnFolder folder("failures");
+    const std::string path = folder.file("settings.ini", "old");
+    std::vector<std::string> calls;
+    const FailingFiles recorder(folder.path, [&calls](const char* call) {
+        calls.emplace_back(call);
+        return false;
+    });
+    const Bytes bytes{'n', 'e', 'w'};
+    EXPECT_FALSE(write_whole_file(path, bytes));
+    std::erase_if(calls, [](const std::string& call) { return call.starts_with("open"); });
+    EXPECT_EQ(calls, (std::vector<std::string>{"write", "fsync", "rename", "fsync"}));
+    EXPECT_EQ(contents_of(path), "new");
 }

@@ -1,4 +1,5 @@
 // A port of the system whose far end goes: on a pseudo terminal, which hangs up as a device does that is pulled out.
+#include "host/line_driver.h"
 #include "host/qt_loop.h"
 #include "host/qt_port.h"
 
@@ -8,8 +9,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
+
 #include <fcntl.h>
 #include <stdlib.h>
+#include <termios.h>
 #include <unistd.h>
 
 using namespace vrk;
@@ -102,4 +109,107 @@ TEST_F(QtPorts, APortThatIsNotThereIsGoneAndComesBack)
     EXPECT_FALSE(port.gone()) << "it was closed, and is there";
     ASSERT_TRUE(port.open({9600}));
     EXPECT_TRUE(port.is_open());
+}
+
+// The receiver below 4800 baud again: what comes while it waits is for itself to look for.
+TEST_F(QtPorts, APortTellsOfBytesOnceWhileAReceiverWaits)
+{
+    ASSERT_TRUE(port.open({2400}));
+    int depth = 0;
+    int deepest = 0;
+    std::string heard;
+    port.on_receive = [&] {
+        deepest = std::max(deepest, ++depth);
+        const std::string_view meanwhile = heard.empty() ? "bc" : "";
+        EXPECT_EQ(write(terminal.master, meanwhile.data(), meanwhile.size()), static_cast<ssize_t>(meanwhile.size()));
+        wait_ms(loop, 30);
+        std::array<std::uint8_t, 8> bytes{};
+        heard.append(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(port.read(bytes)));
+        --depth;
+    };
+    ASSERT_EQ(write(terminal.master, "a", 1), 1);
+    turns_in_ms(200);
+    EXPECT_EQ(heard, "abc");
+    EXPECT_EQ(deepest, 1);
+}
+
+TEST_F(QtPorts, APortMayBeClosedAndOpenedAgainUnderItsReceiver)
+{
+    ASSERT_TRUE(port.open({115200}));
+    std::string heard;
+    port.on_receive = [&] {
+        std::array<std::uint8_t, 8> bytes{};
+        heard.append(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(port.read(bytes)));
+        port.close();
+        EXPECT_TRUE(port.open({9600}));
+    };
+    for (const char* byte : {"a", "b", "c"}) {
+        ASSERT_EQ(write(terminal.master, byte, 1), 1);
+        turns_in_ms(50);
+    }
+    EXPECT_EQ(heard, "abc");
+    EXPECT_TRUE(port.is_open());
+}
+
+// No byte goes another way than through the port, whatever else looks at its descriptor.
+TEST_F(QtPorts, EachByteOfAFloodComesInItsPlace)
+{
+    constexpr std::size_t flood_size = 200'000;
+    ASSERT_TRUE(port.open({115200}));
+    fcntl(terminal.master, F_SETFL, O_NONBLOCK);
+    std::size_t sent = 0;
+    std::size_t in_place = 0;
+    bool in_order = true;
+    port.on_receive = [&] {
+        std::array<std::uint8_t, 1000> bytes{};
+        while (const std::size_t count = port.read(bytes)) {
+            for (std::size_t i = 0; i < count; ++i)
+                in_order &= bytes[i] == static_cast<std::uint8_t>(in_place++ % 251);
+        }
+    };
+    for (const Deadline end(loop, 10'000); in_place < flood_size && !end.passed();) {
+        std::array<std::uint8_t, 700> bytes{};
+        for (std::size_t i = 0; i < bytes.size(); ++i)
+            bytes[i] = static_cast<std::uint8_t>((sent + i) % 251);
+        const ssize_t taken = write(terminal.master, bytes.data(), std::min(bytes.size(), flood_size - sent));
+        sent += taken > 0 ? static_cast<std::size_t>(taken) : 0;
+        loop.run_due();
+    }
+    EXPECT_EQ(in_place, flood_size);
+    EXPECT_TRUE(in_order);
+}
+
+TEST_F(QtPorts, WhatIsDroppedIsNotReadLater)
+{
+    ASSERT_TRUE(port.open({115200}));
+    ASSERT_EQ(write(terminal.master, "old", 3), 3);
+    turns_in_ms(50);
+    ASSERT_EQ(port.bytes_available(), 3U);
+    port.discard();
+    EXPECT_EQ(port.bytes_available(), 0U);
+    ASSERT_EQ(write(terminal.master, "older", 5), 5);
+    turns_in_ms(50);
+    port.close();
+    ASSERT_TRUE(port.open({115200}));
+    EXPECT_EQ(port.bytes_available(), 0U);
+}
+
+// A queue that was emptied between the wake-up and the look is no hang-up: the job would end with its port gone.
+TEST(LineDriver, TakesAnEmptyQueueForNothingAndAnErrorForTheEnd)
+{
+    Terminal terminal;
+    const int line = open(terminal.slave.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+    ASSERT_GE(line, 0);
+    termios settings{};
+    ASSERT_EQ(tcgetattr(line, &settings), 0);
+    cfmakeraw(&settings);
+    std::array<std::uint8_t, 8> bytes{};
+    for (const cc_t least : {cc_t{0}, cc_t{1}}) { // the driver answers with nothing, or that it would have to wait
+        settings.c_cc[VMIN] = least;
+        settings.c_cc[VTIME] = 0;
+        ASSERT_EQ(tcsetattr(line, TCSANOW, &settings), 0);
+        EXPECT_EQ(read_now(line, bytes), std::optional<std::size_t>{0});
+    }
+    close(line);
+    EXPECT_EQ(read_now(line, bytes), std::nullopt) << "it leads nowhere any more";
 }

@@ -12,7 +12,7 @@ struct DemoBench : InappBench {
         : demo(setup)
     {
         wire.attach(demo);
-        job.model = model_named(model);
+        job.model = catalog_test::record(model);
         job.port = line;
         job.line = setup.line;
         job.code = code_of(0x1000);
@@ -298,7 +298,7 @@ TEST(DemoCommand, LeadsTheUserCodeIntoTheDownloader)
     bench.wire.attach(user);
     user.power(true);
     DemoJob job;
-    job.model = model_named("Birch-16");
+    job.model = catalog_test::record("Birch-16");
     job.line = LineSettings{115200, Parity::none, 8, 1};
     job.code = code_of(0x800);
     job.command = UserCommand{user_settings, {0xD0, 0x01}};
@@ -315,8 +315,8 @@ TEST(DemoCommand, LeadsTheUserCodeIntoTheDownloader)
 TEST(DemoModels, AreOfAFamilyWithoutTheNewProtocol)
 {
     for (const char* id : {"F001", "F002", "F004", "F104", "F108", "F110"}) {
-        const FoundRow row = find_mcu_by_id(whole_catalogue(), id);
+        const FoundRow row = find_mcu_by_id(catalog_test::table(), id);
         ASSERT_FALSE(row.name.empty()) << id;
-        EXPECT_FALSE(read_mcu_row(whole_catalogue(), row.series, row.row).cap_new_protocol) << id;
+        EXPECT_FALSE(read_mcu_row(catalog_test::table(), row.series, row.row).cap_new_protocol) << id;
     }
 }

@@ -30,7 +30,7 @@ bool one_download(std::uint32_t seed)
     sim::DemoProgram demo({});
     bench.wire.attach(demo);
     DemoJob job;
-    job.model = model_named("Birch-16");
+    job.model = catalog_test::record("Birch-16");
     job.line = LineSettings{115200, Parity::none, 8, 1};
     const auto size = static_cast<std::size_t>(below(0x1800)) + 1;
     job.code = code_of(size);

@@ -61,7 +61,7 @@ struct CommandBench : InappBench {
         return result;
     }
 
-    McuRecord model = model_named("Juniper-32Q");
+    McuRecord model = catalog_test::record("Juniper-32Q");
     sim::Chip chip{chip_of(model)};
     sim::UserCode user{chip, user_settings, {0x12, 0x34, 0xAB}};
     UserCommand command;

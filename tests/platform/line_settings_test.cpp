@@ -24,6 +24,26 @@ TEST(PortLine, WithoutABaudIsRefusedAndTheOneInForceStays)
     EXPECT_EQ(line_text(port.line()), "2400,e,8,1");
 }
 
+TEST(PortLine, ThatADriverRefusesLeavesTheOneInForceAndThePortOpen)
+{
+    sim::VirtualLoop loop;
+    sim::Wire wire{loop};
+    sim::SimPortDriver ports{loop};
+    ports.add("line", wire);
+    Port port(ports);
+    port.path = "line";
+    ASSERT_TRUE(port.set_line({2400, Parity::even, 8, 1}));
+    ASSERT_TRUE(port.open());
+    ports.fails = [](sim::PortCall call) { return call == sim::PortCall::set_line; };
+    EXPECT_FALSE(port.set_line({115200, Parity::none, 8, 1}));
+    EXPECT_TRUE(port.set_line({2400, Parity::even, 8, 1})) << "it has that one: nothing is asked of the driver";
+    EXPECT_EQ(line_text(port.line()), "2400,e,8,1");
+    EXPECT_TRUE(port.is_open());
+    port.close();
+    EXPECT_TRUE(port.set_line({115200, Parity::none, 8, 1})) << "of the next opening";
+    EXPECT_TRUE(port.open());
+}
+
 TEST(PortPath, OfNoDeviceDoesNotOpen)
 {
     sim::VirtualLoop loop;

@@ -395,6 +395,18 @@ TEST(NumbersFit, BeforeADownloadStampsNothingAnew)
     EXPECT_EQ(bench.code.data[0x803], 0xEE);
 }
 
+TEST(AsciiNumber, LongerThanItsFieldStandsWithItsLastCharactersFirstToLastDownwards)
+{
+    NumberBench bench;
+    bench.fill("0803", "3", "0000127", "1", AutoIncrease::ascii);
+    bench.enable();
+    EXPECT_EQ(bench.code_bytes(0x800, 0x804), (Bytes{'k', '7', '2', '1', 'k'}));
+    EXPECT_TRUE(bench.form.check_box("cheAuto_Increase").value());
+    ASSERT_TRUE(move_numbers(bench.shell));
+    EXPECT_EQ(bench.code_bytes(0x800, 0x804), (Bytes{'k', '8', '2', '1', 'k'}));
+    EXPECT_EQ(bench.stored("Auto_Increase", "next_value"), "128");
+}
+
 TEST(AnyLoad, SwitchesBothNumbersOffAndBringsTheFilesOwnBytes)
 {
     NumberBench bench("Juniper-60Q");

@@ -86,7 +86,7 @@ struct ToolBench {
 struct BoardAtTheForm : ToolBench {
     explicit BoardAtTheForm(const char* model = "Juniper-32")
         : ToolBench(model)
-        , board(board_for(model_named(model)))
+        , board(board_for(catalog_test::record(model)))
     {
         wire.attach(board);
         after_ms(300, [this] { board.power(true); });
