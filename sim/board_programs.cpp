@@ -183,6 +183,12 @@ std::vector<OptionByte> options_of(int series)
 
 } // namespace
 
+int chips_left(const Board& board)
+{
+    return bits_in(board.memory(), rest, rest_size) + board.chips_left_of_a_thousand +
+        bits_in(board.memory(), thousands, thousands_size) * chips_a_thousand;
+}
+
 BoardRun program_chip(Board& board, Chip& chip)
 {
     const Header head(board.memory());

@@ -15,6 +15,7 @@ enum class BoardRun {
     used_up // the quantity
 };
 
+int chips_left(const Board& board); // that it may still program
 // Nothing but a programmed chip takes one off the quantity.
 BoardRun program_chip(Board& board, Chip& chip);
 

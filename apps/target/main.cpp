@@ -1,20 +1,21 @@
-// vrk-target: a simulated chip on a pseudo terminal, in real time, for any program that opens serial devices: with its
-// boot loader, or with a user program for a terminal and a monitor to look at.
+// vrk-target: a simulated device on a pseudo terminal, in real time, for any program that opens serial devices: a chip
+// with its boot loader or with user code, a user program for a terminal and a monitor to look at, an off-line board.
 #include "rehearsal/chip_of_model.h"
+#include "target/programmer_board.h"
+#include "target/serve.h"
 #include "target/user_programs.h"
 
 #include "catalog/ranges.h"
 #include "platform/text_number.h"
 #include "sim/chip.h"
-#include "sim/posix_loop.h"
-#include "sim/pty_target.h"
+#include "sim/demo_program.h"
+#include "sim/user_code.h"
 
-#include <csignal>
-#include <fstream>
+#include <algorithm>
+#include <cstdlib>
 #include <iostream>
 #include <optional>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -22,6 +23,8 @@ namespace {
 using namespace vrk;
 
 constexpr const char* usage = R"(usage: vrk-target MODEL [OPTION]...
+       vrk-target --demo [OPTION]...
+       vrk-target --board MODEL [OPTION]...
        vrk-target --terminal PROGRAM [OPTION]...
        vrk-target --help
 
@@ -34,6 +37,24 @@ A chip with its boot loader, MODEL of the catalogue:
   --at-once        the chip takes no time of its own: only the wire does
 At the end it tells what it complained of and its option rows 0 to 16. It has no power yet.
 
+A chip with a downloader of its own in its user code, a Birch-16 at 115200 baud:
+  --flash FILE     at the end, writes the flash there
+  --deaf-to HEX    hears no frame with one of these codes, as "B3 B4"
+
+Both can have user code in front, which waits for a command and is then the boot loader or the downloader:
+  --command HEX    the command, as "12 34 AB"
+  --baud N         of its line: 115200 unless told
+
+An off-line programmer board that is to program chips of MODEL. It has no power yet:
+  --firmware XX    its version, two hexadecimal digits: 17 unless told
+  --capacity KB    of code and data that it holds: 62 unless told
+  --single-area    it shows its memory in two banks
+  --serial FILE    what its 24C512 holds
+  --image FILE     at the end, writes its 64 KB there, as they were before it programmed a chip
+  --flash FILE     at the end, writes the flash of the chip that it programmed last there
+One command more: program puts a new chip into its socket. At the end it tells what it complained of, how many chips it
+may still program, and the option rows of the last one.
+
 A user program on a line of 8 data bits without parity, for the terminal and the monitor. It has power at once:
   --terminal echo             repeats what it hears
   --terminal stream RATE      numbered lines, RATE bytes a second; 0: without a pause
@@ -43,7 +64,7 @@ A user program on a line of 8 data bits without parity, for the terminal and the
   --baud N                    of the line: 115200 unless told
   --damaged N, --cut-off N    of the monitor's first N frames: have a wrong sum, break off in their middle
 
-With both:
+With all of them:
   --link PATH      a symbolic link to the terminal, for programs that want a fixed name
 Reads commands, one a line: on, off, cycle, quit; runs until quit or an interrupt.
 )";
@@ -52,6 +73,10 @@ struct Options {
     bool help = false;
     std::string model;
     ProgramWords words; // their program is empty where a boot loader is wanted
+    BoardWords board; // their model is empty where no board is wanted
+    bool demo = false;
+    std::string command; // of user code in front
+    std::string deaf_to;
     std::string letter;
     std::string version;
     std::string clock;
@@ -71,10 +96,27 @@ std::string* place_of_value(Options& options, const std::string& word)
     const Row rows[] = {{"--letter", options.letter}, {"--version", options.version}, {"--clock", options.clock},
         {"--link", options.link}, {"--flash", options.flash}, {"--data", options.data},
         {"--terminal", options.words.program}, {"--baud", options.words.baud}, {"--damaged", options.words.damaged},
-        {"--cut-off", options.words.cut_off}};
+        {"--cut-off", options.words.cut_off}, {"--board", options.board.model}, {"--firmware", options.board.firmware},
+        {"--capacity", options.board.capacity}, {"--serial", options.board.serial}, {"--image", options.board.image},
+        {"--command", options.command}, {"--deaf-to", options.deaf_to}};
     for (const Row& row : rows) {
         if (word == row.word)
             return &row.text;
+    }
+    return nullptr;
+}
+
+bool* place_of_mark(Options& options, const std::string& word)
+{
+    struct Row {
+        const char* word;
+        bool& mark;
+    };
+    const Row rows[] = {{"--help", options.help}, {"--at-once", options.at_once}, {"--demo", options.demo},
+        {"--single-area", options.board.single_area}};
+    for (const Row& row : rows) {
+        if (word == row.word)
+            return &row.mark;
     }
     return nullptr;
 }
@@ -84,22 +126,22 @@ std::optional<Options> parse_options(const std::vector<std::string>& words)
     Options options;
     for (std::size_t i = 0; i < words.size(); ++i) {
         std::string* value = place_of_value(options, words[i]);
+        bool* mark = place_of_mark(options, words[i]);
         if (value != nullptr && i + 1 < words.size()) {
             *value = words[++i];
             if (value == &options.words.program && takes_argument(*value) && i + 1 < words.size())
                 options.words.argument = words[++i];
-        } else if (words[i] == "--help") {
-            options.help = true;
-        } else if (words[i] == "--at-once") {
-            options.at_once = true;
+        } else if (mark != nullptr) {
+            *mark = true;
         } else if (!words[i].starts_with("-") && options.model.empty()) {
             options.model = words[i];
         } else {
             return std::nullopt;
         }
     }
-    const bool one_of_both = options.model.empty() != options.words.program.empty();
-    return options.help || one_of_both ? std::optional{options} : std::nullopt;
+    const int kinds = (options.model.empty() ? 0 : 1) + (options.words.program.empty() ? 0 : 1) +
+        (options.board.model.empty() ? 0 : 1) + (options.demo ? 1 : 0);
+    return options.help || kinds == 1 ? std::optional{options} : std::nullopt;
 }
 
 // False: one of the values cannot be.
@@ -126,126 +168,108 @@ bool set_up(const Options& options, sim::ChipSetup& setup)
     return true;
 }
 
-volatile std::sig_atomic_t interrupted = 0;
-
-bool save(const std::string& path, const std::vector<std::uint8_t>& bytes)
+// "12 34 AB" as bytes, up to the first word that is no number.
+std::vector<std::uint8_t> bytes_in(const std::string& text)
 {
-    if (path.empty())
-        return true;
-    std::ofstream file(path, std::ios::binary);
-    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    if (file)
-        return true;
-    std::cerr << "vrk-target: cannot write '" << path << "'" << std::endl;
-    return false;
+    std::vector<std::uint8_t> bytes;
+    const char* at = text.c_str();
+    for (char* end = nullptr;; at = end) {
+        const unsigned long byte = std::strtoul(at, &end, 16);
+        if (end == at)
+            return bytes;
+        bytes.push_back(static_cast<std::uint8_t>(byte));
+    }
 }
 
-// The target's supply, switched by the commands that come in.
-class Supply {
-public:
-    Supply(sim::PosixLoop& loop, sim::Target& target)
-        : loop_(loop)
-        , target_(target)
-    {
-        loop_.watch(STDIN_FILENO, [this] { read_commands(); });
-    }
-    bool quit = false;
-
-private:
-    void read_commands()
-    {
-        char bytes[256];
-        const ssize_t count = ::read(STDIN_FILENO, bytes, sizeof bytes);
-        if (count <= 0) {
-            loop_.unwatch(STDIN_FILENO);
-            return;
-        }
-        pending_.append(bytes, static_cast<std::size_t>(count));
-        for (std::size_t end = pending_.find('\n'); end != std::string::npos; end = pending_.find('\n')) {
-            obey(std::string{trimmed(pending_.substr(0, end))});
-            pending_.erase(0, end + 1);
-        }
-    }
-    void obey(const std::string& command)
-    {
-        if (command == "on") {
-            target_.power(true);
-        } else if (command == "off") {
-            target_.power(false);
-        } else if (command == "cycle") {
-            target_.power(false);
-            loop_.call_at(loop_.now_us() + 100'000, [this] { target_.power(true); });
-        } else if (command == "quit") {
-            quit = true;
-        } else if (!command.empty()) {
-            std::cerr << "vrk-target: on, off, cycle or quit, not '" << command << "'" << std::endl;
-        }
-    }
-
-    sim::PosixLoop& loop_;
-    sim::Target& target_;
-    std::string pending_;
-};
-
-// Until quit or an interrupt. False: there is no terminal.
-bool serve(sim::PosixLoop& loop, sim::Target& target, const std::string& link, bool power_at_once)
+int refuse(const std::string& why)
 {
-    sim::PtyTarget terminal(loop, target);
-    if (!terminal.open(link)) {
-        std::cerr << "vrk-target: " << terminal.fault() << std::endl;
-        return false;
-    }
-    Supply supply(loop, target);
-    std::cout << "terminal: " << terminal.path() << std::endl;
-    if (power_at_once)
-        target.power(true);
-    while (!supply.quit && interrupted == 0)
-        loop.yield();
-    return true;
+    std::cerr << "vrk-target: " << why << std::endl;
+    return 2;
+}
+
+// The target itself, or with user code in front of it where a command is wanted. False: it could not be served.
+bool serve_behind_command(sim::Target& target, const Options& options, const LineSettings& line)
+{
+    sim::PosixLoop loop;
+    if (options.command.empty())
+        return serve(loop, target, {options.link, false, {}});
+    sim::UserCode user_code(target, line, bytes_in(options.command));
+    const bool served = serve(loop, user_code, {options.link, false, {}});
+    std::cout << "commands heard: " << user_code.commands_heard() << std::endl;
+    return served;
 }
 
 int serve_user_program(const Options& options)
 {
     std::string fault;
     const auto program = make_user_program(options.words, fault);
-    if (program == nullptr) {
-        std::cerr << "vrk-target: " << fault << std::endl;
-        return 2;
-    }
+    if (program == nullptr)
+        return refuse(fault);
     sim::PosixLoop loop;
-    if (!serve(loop, *program, options.link, true))
+    if (!serve(loop, *program, {options.link, true, {}}))
         return 1;
     std::cout << "bytes heard: " << program->heard().size() << std::endl;
     return 0;
 }
 
-int serve_boot_loader(const Options& options)
+void tell_complaints(const std::string& violations)
 {
-    McuTable table;
-    load_mcu_tables(table, false);
+    std::cout << "violations: " << (violations.empty() ? "none" : "\n" + violations) << std::endl;
+}
+
+int serve_demo(const Options& options)
+{
+    std::string fault;
+    const auto line = line_of_program(options.words.baud, fault);
+    if (!line)
+        return refuse(fault);
+    sim::DemoProgram demo({});
+    constexpr int always = 1'000'000;
+    for (const std::uint8_t code : bytes_in(options.deaf_to))
+        demo.deaf_to[code] = always;
+    if (!serve_behind_command(demo, options, *line))
+        return 1;
+    tell_complaints(demo.violations());
+    std::cout << "runs the code: " << (demo.runs_code() ? "yes" : "no") << std::endl;
+    return save(options.flash, demo.flash(0, sim::DemoSetup{}.flash_size - 1)) ? 0 : 1;
+}
+
+int serve_boot_loader(const Options& options, const McuTable& table)
+{
     auto setup = chip_setup_of(table, options.model);
-    if (!setup) {
-        std::cerr << "vrk-target: no model '" << options.model << "' in the catalogue" << std::endl;
-        return 2;
-    }
-    if (!set_up(options, *setup)) {
-        std::cerr << "vrk-target: a letter from A to Z, a version from 0.0 to 9.9, a clock from 32000 to 100000000 Hz"
-                  << std::endl;
-        return 2;
-    }
-    sim::PosixLoop loop;
+    if (!setup)
+        return refuse("no model '" + options.model + "' in the catalogue");
+    if (!set_up(options, *setup))
+        return refuse("a letter from A to Z, a version from 0.0 to 9.9, a clock from 32000 to 100000000 Hz");
+    std::string fault;
+    const auto line = line_of_program(options.words.baud, fault);
+    if (!line)
+        return refuse(fault);
     sim::Chip chip(*setup);
     chip.on_state_change.push_back(
         [](sim::Chip::State state) { std::cout << "state: " << sim::state_name(state) << std::endl; });
-    if (!serve(loop, chip, options.link, false))
+    if (!serve_behind_command(chip, options, *line))
         return 1;
-    const std::string violations = chip.violations();
-    std::cout << "violations: " << (violations.empty() ? "none" : "\n" + violations) << std::endl;
-    std::cout << "options:";
-    for (const std::uint8_t row : chip.options())
-        std::cout << ' ' << hex_text(row, 2);
-    std::cout << std::endl;
+    tell_complaints(chip.violations());
+    std::cout << option_rows(chip) << std::endl;
     const bool saved = save(options.flash, chip.flash()) && save(options.data, chip.data_flash());
+    return saved ? 0 : 1;
+}
+
+int serve_board(const Options& options, const McuTable& table)
+{
+    std::string fault;
+    auto board = make_programmer_board(table, options.board, fault);
+    if (board == nullptr)
+        return refuse(fault);
+    sim::PosixLoop loop;
+    const auto program = [&board](const std::string& command) { return command == "program" && board->program_next(); };
+    if (!serve(loop, board->board(), {options.link, false, program}))
+        return 1;
+    tell_complaints(board->board().violations());
+    std::cout << "chips left: " << sim::chips_left(board->board()) << std::endl;
+    std::cout << board->last_options() << std::endl;
+    const bool saved = save(options.board.image, board->image()) && save(options.flash, board->last_flash());
     return saved ? 0 : 1;
 }
 
@@ -262,7 +286,12 @@ int main(int argc, char** argv)
         std::cout << usage;
         return 0;
     }
-    std::signal(SIGINT, [](int) { interrupted = 1; });
-    std::signal(SIGTERM, [](int) { interrupted = 1; });
-    return options->words.program.empty() ? serve_boot_loader(*options) : serve_user_program(*options);
+    end_on_interrupts();
+    if (!options->words.program.empty())
+        return serve_user_program(*options);
+    if (options->demo)
+        return serve_demo(*options);
+    static McuTable table;
+    load_mcu_tables(table, false);
+    return options->board.model.empty() ? serve_boot_loader(*options, table) : serve_board(*options, table);
 }

@@ -25,7 +25,9 @@ std::optional<int> whole_number(const std::string& text, int first, int last)
     return static_cast<int>(number);
 }
 
-std::optional<LineSettings> line_of(const std::string& baud, std::string& fault)
+} // namespace
+
+std::optional<LineSettings> line_of_program(const std::string& baud, std::string& fault)
 {
     LineSettings line{115200, Parity::none, 8, 1};
     if (baud.empty())
@@ -38,6 +40,8 @@ std::optional<LineSettings> line_of(const std::string& baud, std::string& fault)
     line.baud = *number;
     return line;
 }
+
+namespace {
 
 std::unique_ptr<sim::UserProgram> make_stream(const LineSettings& line, const std::string& rate, std::string& fault)
 {
@@ -78,7 +82,7 @@ bool takes_argument(std::string_view program) { return program == "stream" || pr
 
 std::unique_ptr<sim::UserProgram> make_user_program(const ProgramWords& words, std::string& fault)
 {
-    const auto line = line_of(words.baud, fault);
+    const auto line = line_of_program(words.baud, fault);
     if (!line)
         return nullptr;
     if (words.program == "echo")

@@ -4,6 +4,7 @@
 #include "sim/user_program.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace vrk {
@@ -15,6 +16,9 @@ struct ProgramWords {
     std::string damaged; // of the monitor's first frames, how many; empty: none
     std::string cut_off;
 };
+
+// Of 8 data bits without parity. Nothing: `fault` tells why.
+std::optional<LineSettings> line_of_program(const std::string& baud, std::string& fault);
 
 bool takes_argument(std::string_view program);
 

@@ -5,6 +5,7 @@
 
 #include <QSerialPort>
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include <memory>
 #include <string>
@@ -28,6 +29,7 @@ public:
     void discard() override;
     void set_outputs(bool dtr, bool rts) override;
     std::optional<ControlInputs> inputs() override;
+    void let_gather(int ms) override { gather_.setInterval(ms); }
 
 private:
     bool open_with(const LineSettings& line);
@@ -36,6 +38,8 @@ private:
     void take_in();
     void tell();
     void lose();
+    void hold_back_reading();
+    void read_on();
 
     std::string path_;
     bool is_pseudo_terminal_ = false;
@@ -45,6 +49,7 @@ private:
     std::unique_ptr<QSocketNotifier> hang_up_; // while open
     std::unique_ptr<QSocketNotifier> readable_; // the same
     std::vector<std::uint8_t> input_; // that has come and was not read
+    QTimer gather_; // while it runs, nothing is read; an interval of 0: it never does
 };
 
 } // namespace vrk

@@ -36,7 +36,20 @@ public:
     ~TargetProcess() { quit(); }
 
     QString link() const { return folder_.filePath("line"); }
+    QString file(const char* name) const { return folder_.filePath(name); }
+    void program_next_chip() { process_.write("program\n"); } // of an off-line board
     void power_on() { process_.write("on\n"); }
+    // A command to user code goes out once, so there has to be somebody to hear it.
+    void power_on_and_wait()
+    {
+        power_on();
+        EXPECT_TRUE(QTest::qWaitFor([this] { return said().contains("power: on"); }, 5000));
+    }
+    QString said()
+    {
+        said_ += QString::fromUtf8(process_.readAllStandardOutput());
+        return said_;
+    }
     void power_off() { process_.write("off\n"); }
     void power_cycle() { process_.write("cycle\n"); }
     // What it wrote to its standard output, and its flash.
@@ -45,9 +58,8 @@ public:
         if (process_.state() == QProcess::Running) {
             process_.write("quit\n");
             process_.waitForFinished();
-            said_ = QString::fromUtf8(process_.readAllStandardOutput());
         }
-        return said_;
+        return said();
     }
     QByteArray flash() const
     {
