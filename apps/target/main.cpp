@@ -1,8 +1,10 @@
 // vrk-target: a simulated chip on a pseudo terminal, in real time, for any program that opens serial devices: with its
 // boot loader, or with a user program for a terminal and a monitor to look at.
+#include "command_line.h"
 #include "rehearsal/chip_of_model.h"
 #include "target/user_programs.h"
 
+#include "catalog/near_names.h"
 #include "catalog/ranges.h"
 #include "platform/text_number.h"
 #include "sim/chip.h"
@@ -21,37 +23,22 @@ namespace {
 
 using namespace vrk;
 
-constexpr const char* usage = R"(usage: vrk-target MODEL [OPTION]...
-       vrk-target --terminal PROGRAM [OPTION]...
-       vrk-target --help
-
-A chip with its boot loader, MODEL of the catalogue:
-  --letter L       stepping letter of the boot loader, A to Z
-  --version V      its version, as 6.3
-  --clock HZ       crystal or RC clock
-  --flash FILE     at the end, writes the flash there
-  --data FILE      at the end, writes the data flash there
-  --at-once        the chip takes no time of its own: only the wire does
-At the end it tells what it complained of and its option rows 0 to 16. It has no power yet.
-
-A user program on a line of 8 data bits without parity, for the terminal and the monitor. It has power at once:
-  --terminal echo             repeats what it hears
-  --terminal stream RATE      numbered lines, RATE bytes a second; 0: without a pause
-  --terminal dump FILE        sends the bytes of FILE when it hears one, whichever
-  --terminal monitor          stops, sends its registers and memory in frames, waits for the tool's word; what it says
-                              before somebody listens is lost, so the first word is to let it run on
-  --baud N                    of the line: 115200 unless told
-  --damaged N, --cut-off N    of the monitor's first N frames: have a wrong sum, break off in their middle
-
-With both:
-  --link PATH      a symbolic link to the terminal, for programs that want a fixed name
-Reads commands, one a line: on, off, cycle, quit; runs until quit or an interrupt.
-)";
+constexpr const char* description = "a chip with its boot loader, or a user program, on a pseudo terminal in real time";
+constexpr const char* more =
+    "A chip has no power until it is told so. At the end it tells what it complained of and its option rows 0 to 16.\n"
+    "A user program, for the terminal and the monitor, has power at once, on a line of 8 data bits without parity:\n"
+    "  --terminal echo             repeats what it hears\n"
+    "  --terminal stream RATE      numbered lines, RATE bytes a second; 0: without a pause\n"
+    "  --terminal dump FILE        sends the bytes of FILE when it hears one, whichever\n"
+    "  --terminal monitor          stops, sends its registers and memory in frames, waits for the tool's word; what "
+    "it\n"
+    "                              says before somebody listens is lost, so the first word is to let it run on\n"
+    "\nReads commands, one a line: on, off, cycle, quit; runs until quit or an interrupt.";
 
 struct Options {
-    bool help = false;
     std::string model;
-    ProgramWords words; // their program is empty where a boot loader is wanted
+    std::vector<std::string> program; // and what it takes; empty where a boot loader is wanted
+    ProgramWords words;
     std::string letter;
     std::string version;
     std::string clock;
@@ -61,45 +48,41 @@ struct Options {
     bool at_once = false;
 };
 
-// Where the word behind this one goes; nullptr: it takes none.
-std::string* place_of_value(Options& options, const std::string& word)
+void describe(CLI::App& app, Options& options)
 {
-    struct Row {
-        const char* word;
-        std::string& text;
+    const auto add = [&app](const char* name, std::string& value, const char* type, const char* what) {
+        app.add_option(name, value, what)->type_name(type);
     };
-    const Row rows[] = {{"--letter", options.letter}, {"--version", options.version}, {"--clock", options.clock},
-        {"--link", options.link}, {"--flash", options.flash}, {"--data", options.data},
-        {"--terminal", options.words.program}, {"--baud", options.words.baud}, {"--damaged", options.words.damaged},
-        {"--cut-off", options.words.cut_off}};
-    for (const Row& row : rows) {
-        if (word == row.word)
-            return &row.text;
-    }
-    return nullptr;
+    app.add_option("MODEL", options.model, "of the catalogue");
+    add("--letter", options.letter, "L", "stepping letter of the boot loader, A to Z");
+    app.add_option("--version", options.version, "version of the boot loader, as 6.3; without V, that of this program")
+        ->type_name("V")
+        ->expected(0, 1);
+    add("--clock", options.clock, "HZ", "crystal or RC clock");
+    add("--flash", options.flash, "FILE", "at the end, writes the flash there");
+    add("--data", options.data, "FILE", "at the end, writes the data flash there");
+    app.add_flag("--at-once", options.at_once, "the chip takes no time of its own: only the wire does");
+    app.add_option("--terminal", options.program, "a user program in place of a chip")
+        ->type_name("PROGRAM [ARGUMENT]")
+        ->expected(1, 2);
+    add("--baud", options.words.baud, "N", "of the user program's line: 115200 unless told");
+    add("--damaged", options.words.damaged, "N", "of the monitor's first N frames: have a wrong sum");
+    add("--cut-off", options.words.cut_off, "N", "of the monitor's first N frames: break off in their middle");
+    add("--link", options.link, "PATH", "a symbolic link to the terminal, for programs that want a fixed name");
+    app.footer(more);
 }
 
-std::optional<Options> parse_options(const std::vector<std::string>& words)
+// False: neither a chip nor a program, or both, or a word too many.
+bool take_program(Options& options)
 {
-    Options options;
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        std::string* value = place_of_value(options, words[i]);
-        if (value != nullptr && i + 1 < words.size()) {
-            *value = words[++i];
-            if (value == &options.words.program && takes_argument(*value) && i + 1 < words.size())
-                options.words.argument = words[++i];
-        } else if (words[i] == "--help") {
-            options.help = true;
-        } else if (words[i] == "--at-once") {
-            options.at_once = true;
-        } else if (!words[i].starts_with("-") && options.model.empty()) {
-            options.model = words[i];
-        } else {
-            return std::nullopt;
-        }
+    if (!options.program.empty())
+        options.words.program = options.program[0];
+    if (options.program.size() == 2) {
+        if (!takes_argument(options.words.program))
+            return false;
+        options.words.argument = options.program[1];
     }
-    const bool one_of_both = options.model.empty() != options.words.program.empty();
-    return options.help || one_of_both ? std::optional{options} : std::nullopt;
+    return options.model.empty() != options.program.empty();
 }
 
 // False: one of the values cannot be.
@@ -225,7 +208,7 @@ int serve_boot_loader(const Options& options)
     load_mcu_tables(table, false);
     auto setup = chip_setup_of(table, options.model);
     if (!setup) {
-        std::cerr << "vrk-target: no model '" << options.model << "' in the catalogue" << std::endl;
+        std::cerr << "vrk-target: " << unknown_model_text(table, options.model) << std::endl;
         return 2;
     }
     if (!set_up(options, *setup)) {
@@ -253,16 +236,20 @@ int serve_boot_loader(const Options& options)
 
 int main(int argc, char** argv)
 {
-    const auto options = parse_options({argv + 1, argv + argc});
-    if (!options) {
-        std::cerr << usage;
-        return 2;
-    }
-    if (options->help) {
-        std::cout << usage;
+    Options options;
+    CLI::App app(description, "vrk-target");
+    describe(app, options);
+    if (const auto status = parse_command_line(app, argc, argv))
+        return *status;
+    if (app.count("--version") > 0 && options.version.empty()) {
+        std::cout << version_line(app) << std::endl;
         return 0;
+    }
+    if (!take_program(options)) {
+        std::cerr << "vrk-target: one of a MODEL and a --terminal PROGRAM is wanted; --help tells more" << std::endl;
+        return 2;
     }
     std::signal(SIGINT, [](int) { interrupted = 1; });
     std::signal(SIGTERM, [](int) { interrupted = 1; });
-    return options->words.program.empty() ? serve_boot_loader(*options) : serve_user_program(*options);
+    return options.model.empty() ? serve_user_program(options) : serve_boot_loader(options);
 }

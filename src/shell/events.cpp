@@ -13,6 +13,7 @@
 #include "shell/messages.h"
 #include "shell/monitor_pages.h"
 #include "shell/open_file.h"
+#include "shell/open_path.h"
 #include "shell/option_panel.h"
 #include "shell/option_pins.h"
 #include "shell/press.h"
@@ -44,16 +45,6 @@ void comClear_OK_Count_Click(Shell& shell)
     shell.form.txtWrite_OK_Count.set_text("0");
     shell.platform.settings.set("Settings", "Write_OK_Count", "0");
     keep_settings(shell);
-}
-
-// A project may be chosen in the dialog of either buffer.
-void open_if_project(Shell& shell, Chosen chosen)
-{
-    if (chosen != Chosen::project)
-        return;
-    shell.form.TabStrip2.select(shell.form.TabStrip2.find("Batch_quantity"));
-    TabStrip2_Click(shell);
-    open_project(shell, shell.loader.current_path);
 }
 
 struct EventRow {

@@ -173,6 +173,10 @@ LoadEnd load_into(Shell& shell, ImageFile& file, FileBuffer& buffer, EndRecord e
     return LoadEnd::done;
 }
 
+} // namespace
+
+bool names_project(const std::string& path) { return upper_case(path).find(".VRK") != std::string::npos; }
+
 Chosen load_chosen(Shell& shell, const std::string& path, FileBuffer& buffer)
 {
     if (names_project(path))
@@ -183,10 +187,6 @@ Chosen load_chosen(Shell& shell, const std::string& path, FileBuffer& buffer)
         append_message(shell, numbers_off);
     return Chosen::file;
 }
-
-} // namespace
-
-bool names_project(const std::string& path) { return upper_case(path).find(".VRK") != std::string::npos; }
 
 Chosen comLoadFile_Click(Shell& shell)
 {

@@ -15,6 +15,9 @@ enum class Chosen { nothing, file, project };
 Chosen comLoadFile_Click(Shell& shell);
 Chosen comLoadDataFile_Click(Shell& shell);
 
+// What was chosen goes into the buffer; numbers that the load has switched off are told.
+Chosen load_chosen(Shell& shell, const std::string& path, FileBuffer& buffer);
+
 // The file dialog of a buffer. Empty: cancelled, and nothing has changed.
 std::string choose_file(Shell& shell, BufferKind kind);
 // Makes the path the current one, shows it over the buffer and stores it for the next run.
