@@ -85,7 +85,7 @@ bool model_is_known(std::string& model)
 void take_options(Shell& shell, const Options& options)
 {
     if (!options.port.empty())
-        choose_port(shell, options.port);
+        add_port(shell, options.port);
     if (!options.model.empty())
         TreeViewDevice_NodeClick(shell, options.model);
 }
@@ -122,10 +122,7 @@ int run_window(const Options& options)
         options.language.empty() ? qEnvironmentVariable(language_variable).toStdString() : options.language;
     const bool english = starts_in_english(*settings, language);
     const QtWords words(english);
-    std::vector<std::string> in_front;
-    if (!options.port.empty())
-        in_front.push_back(options.port);
-    PortsWithTarget ports(loop, in_front, in_language(english, simulated_target));
+    PortsWithTarget ports(loop, {}, in_language(english, simulated_target));
     QtDialogs dialogs;
     Shell shell(Platform{loop, ports, dialogs, *settings});
     shell.language_is_english = english;

@@ -1,6 +1,7 @@
 #include "host/qt_dialogs.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -118,6 +119,8 @@ std::optional<std::string> QtDialogs::choose(const FileDialog& dialog)
     box.setObjectName("FileDialog");
     box.setAcceptMode(dialog.kind == FileDialog::Kind::save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     box.setFileMode(dialog.must_exist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    if (dialog.devices)
+        box.setFilter(box.filter() | QDir::System);
     if (!dialog.file_name.empty())
         box.selectFile(QString::fromStdString(dialog.file_name));
     if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty())

@@ -16,6 +16,7 @@
 #include "shell/open_path.h"
 #include "shell/option_panel.h"
 #include "shell/option_pins.h"
+#include "shell/ports.h"
 #include "shell/press.h"
 #include "shell/project.h"
 #include "shell/rc_boxes.h"
@@ -58,6 +59,7 @@ struct EventRow {
 constexpr EventRow events[] = {
     { "txtDevice",          [](Shell& shell, int) { open_device_tree(shell); } },
     { "FrameX",             [](Shell& shell, int) { close_device_tree(shell); } },
+    { "comOtherPort",       [](Shell& shell, int) { comOtherPort_Click(shell); } },
     { "comLoadFile",        [](Shell& shell, int) { open_if_project(shell, comLoadFile_Click(shell)); } },
     { "comLoadDataFile",    [](Shell& shell, int) { open_if_project(shell, comLoadDataFile_Click(shell)); } },
     { "comDownload",        [](Shell& shell, int index) { comDownload_Click(shell, index); } },
