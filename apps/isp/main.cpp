@@ -25,6 +25,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -79,6 +80,13 @@ bool model_is_known(std::string& model)
     else
         std::cerr << "vrk-isp: " << unknown_model_text(table, model) << std::endl;
     return name.has_value();
+}
+
+// What is stored is to be found from any folder.
+void make_absolute(std::string& path)
+{
+    if (!path.empty())
+        path = std::filesystem::absolute(path).lexically_normal().string();
 }
 
 // Behind the stored settings: a word on the command line goes before what was stored.
@@ -156,5 +164,7 @@ int main(int argc, char** argv)
     describe(app, options);
     if (const auto status = parse_command_line(app, argc, argv))
         return *status;
+    make_absolute(options.file);
+    make_absolute(options.port);
     return model_is_known(options.model) ? run_window(options) : 2;
 }

@@ -82,6 +82,9 @@ void keep_lines_whole(QMessageBox& dialog)
         dialog.screen()->availableSize().width() * 4 / 5}));
 }
 
+// What patterns without a caption are called: "*.hex *.bin" is "HEX, BIN".
+QString name_of(const QString& patterns) { return patterns.simplified().remove("*.").replace(' ', ", ").toUpper(); }
+
 // "caption|*.hex;*.bin|caption|*.*" becomes "caption (*.hex *.bin);;caption (*)".
 QString qt_filter(const std::string& filter)
 {
@@ -90,8 +93,9 @@ QString qt_filter(const std::string& filter)
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
         QString patterns = parts[i + 1];
         patterns.replace(';', ' ').replace("*.*", "*");
-        QString caption = parts[i].section('(', 0, 0).trimmed();
-        entries << caption + " (" + patterns.trimmed() + ")";
+        const QString caption = parts[i].section('(', 0, 0).trimmed();
+        const bool named = !caption.isEmpty() && !caption.startsWith('*');
+        entries << (named ? caption : name_of(patterns)) + " (" + patterns.trimmed() + ")";
     }
     return entries.join(";;");
 }
