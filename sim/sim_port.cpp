@@ -17,9 +17,9 @@ SimPortDriver::Device* SimPortDriver::find(const std::string& path)
     return found == devices_.end() ? nullptr : &*found;
 }
 
-void SimPortDriver::add(const std::string& path, Wire& wire, const std::string& caption)
+void SimPortDriver::add(const std::string& path, Wire& wire, const std::string& caption, const std::string& description)
 {
-    devices_.push_back({{path, caption.empty() ? path : caption}, &wire, 0, nullptr});
+    devices_.push_back({{path, caption.empty() ? path : caption, description}, &wire, 0, {}, nullptr});
     tell_list_changed();
 }
 
@@ -34,10 +34,13 @@ void SimPortDriver::remove(const std::string& path)
     tell_list_changed();
 }
 
-void SimPortDriver::refuse_open(const std::string& path, int times)
+void SimPortDriver::refuse_open(const std::string& path, int times, const vrk::PortRefusal& why)
 {
-    if (Device* device = find(path))
-        device->refusals = times;
+    Device* device = find(path);
+    if (device == nullptr)
+        return;
+    device->refusals = times;
+    device->why = why;
 }
 
 std::vector<vrk::PortInfo> SimPortDriver::list()
@@ -67,6 +70,12 @@ void SimPortDriver::tell_list_changed()
 }
 
 SimPort::~SimPort() { close(); }
+
+vrk::PortRefusal SimPort::refusal() const
+{
+    const SimPortDriver::Device* device = driver_->find(path_);
+    return device != nullptr ? device->why : vrk::PortRefusal{};
+}
 
 bool SimPort::open(const vrk::LineSettings& line)
 {

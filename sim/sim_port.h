@@ -24,11 +24,11 @@ public:
     ~SimPortDriver() override;
 
     // A device appears. The wire must outlive it.
-    void add(const std::string& path, Wire& wire, const std::string& caption = {});
+    void add(const std::string& path, Wire& wire, const std::string& caption = {}, const std::string& description = {});
     // It vanishes, also from under an open port: that reads closed from then on and loses what is written to it.
     void remove(const std::string& path);
     // The next `times` openings fail, as when another program has the port.
-    void refuse_open(const std::string& path, int times = 1);
+    void refuse_open(const std::string& path, int times = 1, const vrk::PortRefusal& why = {});
     // Asked at each call that a driver can refuse; true: this one fails. A list is empty then, a read brings nothing
     // and leaves what waits, and what was to be written is lost.
     std::function<bool(PortCall)> fails;
@@ -44,6 +44,7 @@ private:
         vrk::PortInfo info;
         Wire* wire;
         int refusals;
+        vrk::PortRefusal why;
         SimPort* opened_by;
     };
     Device* find(const std::string& path);
@@ -71,6 +72,7 @@ public:
     void close() override;
     bool is_open() const override { return wire_ != nullptr; }
     bool gone() const override { return gone_; }
+    vrk::PortRefusal refusal() const override;
     bool set_line(const vrk::LineSettings& line) override;
     std::size_t bytes_available() const override;
     std::size_t read(std::span<std::uint8_t> into) override;

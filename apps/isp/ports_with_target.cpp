@@ -17,7 +17,7 @@ PortsWithTarget::PortsWithTarget(EventLoop& loop, std::vector<std::string> in_fr
 std::vector<PortInfo> PortsWithTarget::list()
 {
     std::vector<PortInfo> ports = system_.list();
-    ports.push_back({path, caption_});
+    ports.push_back({path, caption_, ""});
     return ports;
 }
 

@@ -1,5 +1,6 @@
 #include "rehearsal/chip_of_model.h"
 
+#include "catalog/near_names.h"
 #include "catalog/rows.h"
 
 namespace vrk {
@@ -27,7 +28,7 @@ sim::ChipModel chip_model_of(const McuRecord& record)
 
 std::optional<sim::ChipSetup> chip_setup_of(const McuTable& table, std::string_view name)
 {
-    const auto found = locate_mcu_by_name(table, name);
+    const auto found = locate_mcu_by_name(table, model_named(table, name).value_or(""));
     if (!found)
         return std::nullopt;
     return sim::default_setup(chip_model_of(read_mcu_row(table, found->series, found->row)));

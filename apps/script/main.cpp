@@ -1,9 +1,11 @@
 // vrk-script: the window's controls without the window.
+#include "command_line.h"
 #include "rehearsal/chip_of_model.h"
 #include "rehearsal/rehearsal.h"
 #include "script/commands.h"
 #include "script/runner.h"
 
+#include "catalog/near_names.h"
 #include "catalog/ranges.h"
 #include "host/line_source.h"
 #include "host/qt_loop.h"
@@ -16,7 +18,6 @@
 #include <QCoreApplication>
 #include <QStandardPaths>
 
-#include <algorithm>
 #include <csignal>
 #include <fstream>
 #include <iostream>
@@ -39,47 +40,24 @@ struct Options {
     std::string script = "-";
 };
 
-constexpr const char* usage =
-    "usage: vrk-script [--json] [--settings FILE] [--port PATH]... [--rehearse MODEL] [--english] [SCRIPT | -]";
-// clang-format off
-constexpr const char* help_of_options =
-    "  SCRIPT | -        a file of commands, one a line; - or nothing reads standard input\n"
-    "  --json            each command answers with one line of JSON\n"
-    "  --settings FILE   the settings are this file's; without it a run starts from defaults and forgets\n"
-    "  --port PATH       a serial device in front of the list; may be given more than once, the first is chosen\n"
-    "  --rehearse MODEL  no port: a simulated chip in virtual time, without power until 'power on'\n"
-    "  --english         the English edition\n"
-    "  --help            this text\n"
+constexpr const char* statuses =
     "status: 0; 1 when a command failed, the input ended while a sequence ran, or the output cannot be written;\n"
     "        2 for a bad command line\n";
-// clang-format on
 
-// Nothing: a bad command line.
-std::optional<Options> parse_options(const std::vector<std::string>& words)
+// Its name may be "-": standard input, as without it.
+void describe(CLI::App& app, Options& options)
 {
-    Options options;
-    bool script_given = false;
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        const std::string& word = words[i];
-        const bool has_value = i + 1 < words.size();
-        if (word == "--json") {
-            options.json = true;
-        } else if (word == "--english") {
-            options.english = true;
-        } else if (word == "--settings" && has_value) {
-            options.settings = words[++i];
-        } else if (word == "--port" && has_value) {
-            options.ports.push_back(words[++i]);
-        } else if (word == "--rehearse" && has_value) {
-            options.rehearse = words[++i];
-        } else if ((word == "-" || !word.starts_with("-")) && !script_given) {
-            options.script = word;
-            script_given = true;
-        } else {
-            return std::nullopt;
-        }
-    }
-    return options;
+    app.add_option("SCRIPT", options.script, "a file of commands, one a line; - or nothing reads standard input");
+    app.add_flag("--json", options.json, "each command answers with one line of JSON");
+    app.add_option("--settings", options.settings, "the settings are this file's; without it a run forgets them")
+        ->type_name("FILE");
+    add_repeated(app, "--port", options.ports, "a serial device in front of the list; the first is chosen")
+        ->type_name("PATH");
+    app.add_option(
+           "--rehearse", options.rehearse, "no port: a simulated chip in virtual time, without power until 'power on'")
+        ->type_name("MODEL");
+    app.add_flag("--english", options.english, "the English edition, whatever is stored");
+    app.footer(std::string{statuses} + "\ncommands:\n" + command_help());
 }
 
 // Null: what is named is a device, a folder or a pipe. Whatever else keeps the settings from the disk is told in a box.
@@ -223,49 +201,44 @@ int main(int argc, char** argv)
 {
     std::signal(SIGPIPE, SIG_IGN); // who does not read the answers any more is told by the status
     QCoreApplication application(argc, argv);
-    const std::vector<std::string> words(argv + 1, argv + argc);
-    if (std::find(words.begin(), words.end(), "--help") != words.end()) {
-        std::cout << usage << "\n\n" << help_of_options << "\ncommands:\n" << command_help() << std::flush;
-        return std::cout ? 0 : 1;
-    }
-    auto options = parse_options(words);
-    if (!options) {
-        std::cerr << usage << std::endl;
-        return 2;
-    }
+    Options options;
+    CLI::App app("drives the controls of the window by a script, without the window", "vrk-script");
+    describe(app, options);
+    if (const auto status = parse_command_line(app, argc, argv))
+        return *status;
     std::ifstream file;
-    if (options->script != "-") {
-        file.open(options->script);
+    if (options.script != "-") {
+        file.open(options.script);
         if (!file) {
-            std::cerr << "vrk-script: cannot read '" << options->script << "'" << std::endl;
+            std::cerr << "vrk-script: cannot read '" << options.script << "'" << std::endl;
             return 2;
         }
     }
-    std::istream& lines = options->script == "-" ? std::cin : file;
-    const std::string name = options->script == "-" ? "script" : options->script;
-    const auto settings = open_settings(*options);
+    std::istream& lines = options.script == "-" ? std::cin : file;
+    const std::string name = options.script == "-" ? "script" : options.script;
+    const auto settings = open_settings(options);
     if (settings == nullptr) {
-        std::cerr << "vrk-script: '" << *options->settings << "' is no file" << std::endl;
+        std::cerr << "vrk-script: '" << *options.settings << "' is no file" << std::endl;
         return 2;
     }
-    if (!options->english)
-        options->english = starts_in_english(*settings, qEnvironmentVariable(language_variable).toStdString());
-    const Answering answering = [&](const Answer& answer) { print_answer(answer, name, options->json); };
+    if (!options.english)
+        options.english = starts_in_english(*settings, qEnvironmentVariable(language_variable).toStdString());
+    const Answering answering = [&](const Answer& answer) { print_answer(answer, name, options.json); };
 
-    if (options->rehearse) {
+    if (options.rehearse) {
         McuTable table;
         load_mcu_tables(table, false);
-        const auto setup = chip_setup_of(table, *options->rehearse);
+        const auto setup = chip_setup_of(table, *options.rehearse);
         if (!setup) {
-            std::cerr << "vrk-script: no model '" << *options->rehearse << "' in the catalogue" << std::endl;
+            std::cerr << "vrk-script: " << unknown_model_text(table, *options.rehearse) << std::endl;
             return 2;
         }
-        return rehearse(*setup, *options, *settings, lines, answering);
+        return rehearse(*setup, options, *settings, lines, answering);
     }
-    if (options->script == "-") {
+    if (options.script == "-") {
         StandardInput input;
-        return run_for_real(*options, *settings, input, answering);
+        return run_for_real(options, *settings, input, answering);
     }
     FileLines input(file);
-    return run_for_real(*options, *settings, input, answering);
+    return run_for_real(options, *settings, input, answering);
 }

@@ -1,10 +1,12 @@
 // vrk-target: a simulated device on a pseudo terminal, in real time, for any program that opens serial devices: a chip
 // with its boot loader or with user code, a user program for a terminal and a monitor to look at, an off-line board.
+#include "command_line.h"
 #include "rehearsal/chip_of_model.h"
 #include "target/programmer_board.h"
 #include "target/serve.h"
 #include "target/user_programs.h"
 
+#include "catalog/near_names.h"
 #include "catalog/ranges.h"
 #include "platform/text_number.h"
 #include "sim/chip.h"
@@ -22,57 +24,27 @@ namespace {
 
 using namespace vrk;
 
-constexpr const char* usage = R"(usage: vrk-target MODEL [OPTION]...
-       vrk-target --demo [OPTION]...
-       vrk-target --board MODEL [OPTION]...
-       vrk-target --terminal PROGRAM [OPTION]...
-       vrk-target --help
-
-A chip with its boot loader, MODEL of the catalogue:
-  --letter L       stepping letter of the boot loader, A to Z
-  --version V      its version, as 6.3
-  --clock HZ       crystal or RC clock
-  --flash FILE     at the end, writes the flash there
-  --data FILE      at the end, writes the data flash there
-  --at-once        the chip takes no time of its own: only the wire does
-At the end it tells what it complained of and its option rows 0 to 16. It has no power yet.
-
-A chip with a downloader of its own in its user code, a Birch-16 at 115200 baud:
-  --flash FILE     at the end, writes the flash there
-  --deaf-to HEX    hears no frame with one of these codes, as "B3 B4"
-
-Both can have user code in front, which waits for a command and is then the boot loader or the downloader:
-  --command HEX    the command, as "12 34 AB"
-  --baud N         of its line: 115200 unless told
-
-An off-line programmer board that is to program chips of MODEL. It has no power yet:
-  --firmware XX    its version, two hexadecimal digits: 17 unless told
-  --capacity KB    of code and data that it holds: 62 unless told
-  --single-area    it shows its memory in two banks
-  --serial FILE    what its 24C512 holds
-  --image FILE     at the end, writes its 64 KB there, as they were before it programmed a chip
-  --flash FILE     at the end, writes the flash of the chip that it programmed last there
-One command more: program puts a new chip into its socket. At the end it tells what it complained of, how many chips it
-may still program, and the option rows of the last one.
-
-A user program on a line of 8 data bits without parity, for the terminal and the monitor. It has power at once:
-  --terminal echo             repeats what it hears
-  --terminal stream RATE      numbered lines, RATE bytes a second; 0: without a pause
-  --terminal dump FILE        sends the bytes of FILE when it hears one, whichever
-  --terminal monitor          stops, sends its registers and memory in frames, waits for the tool's word; what it says
-                              before somebody listens is lost, so the first word is to let it run on
-  --baud N                    of the line: 115200 unless told
-  --damaged N, --cut-off N    of the monitor's first N frames: have a wrong sum, break off in their middle
-
-With all of them:
-  --link PATH      a symbolic link to the terminal, for programs that want a fixed name
-Reads commands, one a line: on, off, cycle, quit; runs until quit or an interrupt.
-)";
+constexpr const char* description = "a simulated device on a pseudo terminal, in real time";
+constexpr const char* more =
+    "One of these is served:\n"
+    "  a chip with its boot loader, MODEL of the catalogue. It has no power until it is told so; at the end it tells\n"
+    "  what it complained of and its option rows 0 to 16;\n"
+    "  --demo, a chip with a downloader of its own in its user code, a Birch-16 at 115200 baud;\n"
+    "  either with user code in front that waits for --command;\n"
+    "  --board MODEL, an off-line programmer board for chips of that model. It has no power yet; the command program\n"
+    "  puts a new chip into its socket, and at the end it tells how many chips it may still program;\n"
+    "  --terminal, a user program on a line of 8 data bits without parity. It has power at once:\n"
+    "    echo             repeats what it hears\n"
+    "    stream RATE      numbered lines, RATE bytes a second; 0: without a pause\n"
+    "    dump FILE        sends the bytes of FILE when it hears one, whichever\n"
+    "    monitor          stops, sends its registers and memory in frames, waits for the tool's word; what it says\n"
+    "                     before somebody listens is lost, so the first word is to let it run on\n"
+    "\nReads commands, one a line: on, off, cycle, quit; runs until quit or an interrupt.";
 
 struct Options {
-    bool help = false;
     std::string model;
-    ProgramWords words; // their program is empty where a boot loader is wanted
+    std::vector<std::string> program; // and what it takes; empty where none is wanted
+    ProgramWords words;
     BoardWords board; // their model is empty where no board is wanted
     bool demo = false;
     std::string command; // of user code in front
@@ -86,62 +58,53 @@ struct Options {
     bool at_once = false;
 };
 
-// Where the word behind this one goes; nullptr: it takes none.
-std::string* place_of_value(Options& options, const std::string& word)
+void describe(CLI::App& app, Options& options)
 {
-    struct Row {
-        const char* word;
-        std::string& text;
+    const auto add = [&app](const char* name, std::string& value, const char* type, const char* what) {
+        app.add_option(name, value, what)->type_name(type);
     };
-    const Row rows[] = {{"--letter", options.letter}, {"--version", options.version}, {"--clock", options.clock},
-        {"--link", options.link}, {"--flash", options.flash}, {"--data", options.data},
-        {"--terminal", options.words.program}, {"--baud", options.words.baud}, {"--damaged", options.words.damaged},
-        {"--cut-off", options.words.cut_off}, {"--board", options.board.model}, {"--firmware", options.board.firmware},
-        {"--capacity", options.board.capacity}, {"--serial", options.board.serial}, {"--image", options.board.image},
-        {"--command", options.command}, {"--deaf-to", options.deaf_to}};
-    for (const Row& row : rows) {
-        if (word == row.word)
-            return &row.text;
-    }
-    return nullptr;
+    app.add_option("MODEL", options.model, "of the catalogue");
+    add("--letter", options.letter, "L", "stepping letter of the boot loader, A to Z");
+    app.add_option("--version", options.version, "version of the boot loader, as 6.3; without V, that of this program")
+        ->type_name("V")
+        ->expected(0, 1);
+    add("--clock", options.clock, "HZ", "crystal or RC clock");
+    add("--flash", options.flash, "FILE", "at the end, writes the chip's flash there");
+    add("--data", options.data, "FILE", "at the end, writes the data flash there");
+    app.add_flag("--at-once", options.at_once, "the chip takes no time of its own: only the wire does");
+    app.add_flag("--demo", options.demo, "a chip with a downloader in its user code");
+    add("--deaf-to", options.deaf_to, "HEX", "the downloader hears no frame with one of these codes, as 'B3 B4'");
+    add("--command", options.command, "HEX", "user code in front waits for this command, as '12 34 AB'");
+    add("--board", options.board.model, "MODEL", "an off-line programmer board for chips of that model");
+    add("--firmware", options.board.firmware, "XX", "the board's version, two hexadecimal digits: 17 unless told");
+    add("--capacity", options.board.capacity, "KB", "of code and data that the board holds: 62 unless told");
+    app.add_flag("--single-area", options.board.single_area, "the board shows its memory in two banks");
+    add("--serial", options.board.serial, "FILE", "what the board's 24C512 holds");
+    add("--image", options.board.image, "FILE",
+        "at the end, writes the board's 64 KB there, as they were before it programmed a chip");
+    app.add_option("--terminal", options.program, "a user program in place of a chip")
+        ->type_name("PROGRAM [ARGUMENT]")
+        ->expected(1, 2);
+    add("--baud", options.words.baud, "N", "of the line of user code: 115200 unless told");
+    add("--damaged", options.words.damaged, "N", "of the monitor's first N frames: have a wrong sum");
+    add("--cut-off", options.words.cut_off, "N", "of the monitor's first N frames: break off in their middle");
+    add("--link", options.link, "PATH", "a symbolic link to the terminal, for programs that want a fixed name");
+    app.footer(more);
 }
 
-bool* place_of_mark(Options& options, const std::string& word)
+// False: nothing to be served, or two things, or a word too many.
+bool take_program(Options& options)
 {
-    struct Row {
-        const char* word;
-        bool& mark;
-    };
-    const Row rows[] = {{"--help", options.help}, {"--at-once", options.at_once}, {"--demo", options.demo},
-        {"--single-area", options.board.single_area}};
-    for (const Row& row : rows) {
-        if (word == row.word)
-            return &row.mark;
+    if (!options.program.empty())
+        options.words.program = options.program[0];
+    if (options.program.size() == 2) {
+        if (!takes_argument(options.words.program))
+            return false;
+        options.words.argument = options.program[1];
     }
-    return nullptr;
-}
-
-std::optional<Options> parse_options(const std::vector<std::string>& words)
-{
-    Options options;
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        std::string* value = place_of_value(options, words[i]);
-        bool* mark = place_of_mark(options, words[i]);
-        if (value != nullptr && i + 1 < words.size()) {
-            *value = words[++i];
-            if (value == &options.words.program && takes_argument(*value) && i + 1 < words.size())
-                options.words.argument = words[++i];
-        } else if (mark != nullptr) {
-            *mark = true;
-        } else if (!words[i].starts_with("-") && options.model.empty()) {
-            options.model = words[i];
-        } else {
-            return std::nullopt;
-        }
-    }
-    const int kinds = (options.model.empty() ? 0 : 1) + (options.words.program.empty() ? 0 : 1) +
-        (options.board.model.empty() ? 0 : 1) + (options.demo ? 1 : 0);
-    return options.help || kinds == 1 ? std::optional{options} : std::nullopt;
+    const bool wanted[] = {
+        !options.model.empty(), !options.program.empty(), !options.board.model.empty(), options.demo};
+    return std::ranges::count(wanted, true) == 1;
 }
 
 // False: one of the values cannot be.
@@ -238,7 +201,7 @@ int serve_boot_loader(const Options& options, const McuTable& table)
 {
     auto setup = chip_setup_of(table, options.model);
     if (!setup)
-        return refuse("no model '" + options.model + "' in the catalogue");
+        return refuse(unknown_model_text(table, options.model));
     if (!set_up(options, *setup))
         return refuse("a letter from A to Z, a version from 0.0 to 9.9, a clock from 32000 to 100000000 Hz");
     std::string fault;
@@ -277,21 +240,23 @@ int serve_board(const Options& options, const McuTable& table)
 
 int main(int argc, char** argv)
 {
-    const auto options = parse_options({argv + 1, argv + argc});
-    if (!options) {
-        std::cerr << usage;
-        return 2;
-    }
-    if (options->help) {
-        std::cout << usage;
+    Options options;
+    CLI::App app(description, "vrk-target");
+    describe(app, options);
+    if (const auto status = parse_command_line(app, argc, argv))
+        return *status;
+    if (app.count("--version") > 0 && options.version.empty()) {
+        std::cout << version_line(app) << std::endl;
         return 0;
     }
+    if (!take_program(options))
+        return refuse("one of a MODEL, --demo, --board MODEL and --terminal PROGRAM is wanted; --help tells more");
     end_on_interrupts();
-    if (!options->words.program.empty())
-        return serve_user_program(*options);
-    if (options->demo)
-        return serve_demo(*options);
+    if (!options.words.program.empty())
+        return serve_user_program(options);
+    if (options.demo)
+        return serve_demo(options);
     static McuTable table;
     load_mcu_tables(table, false);
-    return options->board.model.empty() ? serve_boot_loader(*options, table) : serve_board(*options, table);
+    return options.board.model.empty() ? serve_boot_loader(options, table) : serve_board(options, table);
 }

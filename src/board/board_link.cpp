@@ -212,8 +212,11 @@ Result connect_board(Session& session, const BoardJob& job, Report& report, Boar
     session.board_mode = true;
     session.chip.target_id_hi = job.reported_id.substr(0, 2);
     session.chip.target_id_lo = job.reported_id.substr(session.chip.target_id_hi.size());
-    if (!(job.behind_sorter ? switch_sorter_through(session) : open_board_line(session)))
-        return board_failed(session, report, 0, port_failed, Result::no_port);
+    if (!(job.behind_sorter ? switch_sorter_through(session) : open_board_line(session))) {
+        const Result failed = board_failed(session, report, 0, port_failed, Result::no_port);
+        report_refusal(session, report);
+        return failed;
+    }
     report.port_is_open(true);
     report.say(connecting);
     if (!reach_board(session, report, facts) || !probe(session, job, facts) || !read_version(session, answer_ms, facts))

@@ -93,6 +93,7 @@ MemoryRead read_board_memory(Session& session, const BoardJob& job, Report& repo
         report.enter(Stage::settling);
     } else {
         report_failed(session, report, 3, port_failed);
+        report_refusal(session, report);
         read.result = session.port_gone() ? Result::port_gone : Result::no_port;
         read.line_lost = true;
     }

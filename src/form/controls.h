@@ -192,11 +192,15 @@ struct ComboBox : Control {
     int index_chosen() const { return chosen_; } // -1: none
     const std::string& text() const { return text_; }
     void set_items(std::vector<std::string> items); // nothing chosen afterwards
+    // What each item is, shown beside it while the list is open; those behind the end have none.
+    const std::vector<std::string>& notes() const { return notes_; }
+    void set_notes(std::vector<std::string> notes) { assign(notes_, notes); }
     void choose(int item); // -1 or out of range: none
     void set_text(std::string_view text); // chooses the first item of that text, if there is one
 
 private:
     std::vector<std::string> items_;
+    std::vector<std::string> notes_;
     int chosen_ = -1;
     std::string text_;
 };

@@ -22,6 +22,7 @@ void register_controls(MainForm& form)
     all.add(form.cheClearDataBuffer, "cheClearDataBuffer");
 
     all.add(form.combCommPort, "combCommPort");
+    all.add(form.comOtherPort, "comOtherPort");
     all.add(form.LabMaxBaud, "LabMaxBaud");
     all.add(form.Label4, "Label4");
     all.add(form.cobBaudMax, "cobBaudMax");

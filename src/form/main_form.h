@@ -30,6 +30,7 @@ struct MainForm {
 
     // Step 3: the line.
     ComboBox combCommPort;
+    Button comOtherPort; // one that the system does not list
     Label LabMaxBaud;
     Label Label4;
     ComboBox cobBaudMax;

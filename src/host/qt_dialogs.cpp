@@ -1,6 +1,7 @@
 #include "host/qt_dialogs.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -81,6 +82,9 @@ void keep_lines_whole(QMessageBox& dialog)
         dialog.screen()->availableSize().width() * 4 / 5}));
 }
 
+// What patterns without a caption are called: "*.hex *.bin" is "HEX, BIN".
+QString name_of(const QString& patterns) { return patterns.simplified().remove("*.").replace(' ', ", ").toUpper(); }
+
 // "caption|*.hex;*.bin|caption|*.*" becomes "caption (*.hex *.bin);;caption (*)".
 QString qt_filter(const std::string& filter)
 {
@@ -89,8 +93,9 @@ QString qt_filter(const std::string& filter)
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
         QString patterns = parts[i + 1];
         patterns.replace(';', ' ').replace("*.*", "*");
-        QString caption = parts[i].section('(', 0, 0).trimmed();
-        entries << caption + " (" + patterns.trimmed() + ")";
+        const QString caption = parts[i].section('(', 0, 0).trimmed();
+        const bool named = !caption.isEmpty() && !caption.startsWith('*');
+        entries << (named ? caption : name_of(patterns)) + " (" + patterns.trimmed() + ")";
     }
     return entries.join(";;");
 }
@@ -118,6 +123,8 @@ std::optional<std::string> QtDialogs::choose(const FileDialog& dialog)
     box.setObjectName("FileDialog");
     box.setAcceptMode(dialog.kind == FileDialog::Kind::save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     box.setFileMode(dialog.must_exist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    if (dialog.devices)
+        box.setFilter(box.filter() | QDir::System);
     if (!dialog.file_name.empty())
         box.selectFile(QString::fromStdString(dialog.file_name));
     if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty())

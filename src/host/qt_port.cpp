@@ -1,6 +1,7 @@
 #include "host/qt_port.h"
 
 #include "host/line_driver.h"
+#include "host/port_refusal.h"
 
 #include <QFileInfo>
 
@@ -86,13 +87,13 @@ bool QtPort::open(const LineSettings& line)
     if (gone_)
         return false;
     is_pseudo_terminal_ = leads_to_pseudo_terminal(path_);
-    if (open_with(line))
-        return true;
-    if (!is_pseudo_terminal_ || line.parity == Parity::none)
-        return false;
-    LineSettings without_parity = line; // a pseudo terminal carries none
-    without_parity.parity = Parity::none;
-    return open_with(without_parity);
+    LineSettings taken = line;
+    if (!open_with(taken) && is_pseudo_terminal_) {
+        taken.parity = Parity::none; // it carries none
+        open_with(taken);
+    }
+    refusal_ = is_open() ? PortRefusal{} : why_refused(path_, port_.error() == QSerialPort::PermissionError);
+    return is_open();
 }
 
 bool QtPort::open_with(const LineSettings& line)

@@ -20,6 +20,7 @@ public:
     bool open(const LineSettings& line) override;
     void close() override;
     bool is_open() const override { return port_.isOpen() && !gone_; }
+    PortRefusal refusal() const override { return refusal_; }
     bool gone() const override { return gone_; }
     bool set_line(const LineSettings& line) override;
     std::size_t bytes_available() const override;
@@ -45,6 +46,7 @@ private:
     bool is_pseudo_terminal_ = false;
     bool receiving_ = false;
     bool gone_ = false;
+    PortRefusal refusal_;
     QSerialPort port_;
     std::unique_ptr<QSocketNotifier> hang_up_; // while open
     std::unique_ptr<QSocketNotifier> readable_; // the same

@@ -12,7 +12,16 @@ namespace {
 
 constexpr int settle_ms = 300; // a new device gets its name first and its permissions a little later
 
+// Which adapter it is: two of one make differ in their serial number alone.
+std::string description_of(const QSerialPortInfo& info)
+{
+    QStringList parts{info.description(), info.manufacturer(), info.serialNumber()};
+    parts.removeAll({});
+    parts.removeDuplicates();
+    return parts.join(", ").toStdString();
 }
+
+} // namespace
 
 QtPorts::QtPorts(std::vector<std::string> in_front)
     : in_front_(std::move(in_front))
@@ -31,13 +40,13 @@ std::vector<PortInfo> QtPorts::list()
 {
     std::vector<PortInfo> ports;
     for (const std::string& path : in_front_)
-        ports.push_back({path, path});
+        ports.push_back({path, path, ""});
     for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts()) {
         const std::string path = info.systemLocation().toStdString();
         const bool known =
             std::any_of(ports.begin(), ports.end(), [&](const PortInfo& port) { return port.path == path; });
         if (!known)
-            ports.push_back({path, path});
+            ports.push_back({path, path, description_of(info)});
     }
     return ports;
 }

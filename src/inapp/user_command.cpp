@@ -54,8 +54,10 @@ bool open_user_line(Session& session, const std::optional<LineSettings>& line, R
     const bool opened = session.open();
     session.drop_counts();
     report.port_is_open(opened);
-    if (!opened)
+    if (!opened) {
         report_failed(session, report, 3, port_failed);
+        report_refusal(session, report);
+    }
     return opened;
 }
 

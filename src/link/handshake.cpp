@@ -310,6 +310,7 @@ Result handshake(Session& session, const Job& job, Purpose purpose, Report& repo
         report.beep(3);
         report.say(port_failed);
         report.say(port_failed_why);
+        report_refusal(session, report);
         return Result::no_port;
     }
     report.port_is_open(true);

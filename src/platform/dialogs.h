@@ -26,6 +26,7 @@ struct FileDialog {
     std::string initial_dir;
     std::string file_name; // proposed; may be empty
     bool must_exist = false;
+    bool devices = false; // are shown too
 };
 
 // All calls return when the user has answered; the event loop goes on meanwhile.

@@ -32,6 +32,7 @@ public:
     bool open(); // false: no such port, or the driver refused; an open port is closed first
     void close();
     bool is_open() const { return port_ != nullptr && port_->is_open(); }
+    PortRefusal refusal() const { return port_ != nullptr ? port_->refusal() : PortRefusal{}; }
     bool gone() const { return port_ != nullptr && port_->gone(); } // see SerialPort
 
     std::size_t waiting() const { return is_open() ? port_->bytes_available() : 0; } // bytes that have come

@@ -36,6 +36,14 @@ struct ControlInputs {
     bool dcd = false;
 };
 
+// Why a port that is there was refused at its last opening, as far as the system tells.
+struct PortRefusal {
+    enum class Kind { unknown, no_permission, in_use };
+    Kind kind = Kind::unknown;
+    std::string group; // whose members may open it; empty: not known
+    std::string holder; // the program that has it open, as "name (PID 123)"; empty: not known
+};
+
 class SerialPort {
 public:
     virtual ~SerialPort() = default;
@@ -45,6 +53,7 @@ public:
     virtual bool is_open() const = 0; // false too when the device has gone
     // The device was pulled out or has hung up since it was opened, or was not there at the last opening.
     virtual bool gone() const = 0;
+    virtual PortRefusal refusal() const { return {}; }
     virtual bool set_line(const LineSettings& line) = 0; // on the open port, from the next byte on
 
     virtual std::size_t bytes_available() const = 0;
@@ -69,6 +78,7 @@ public:
 struct PortInfo {
     std::string path; // what open() takes: a device, a link to one, a pseudo terminal
     std::string caption; // what the user reads
+    std::string description; // what the device says that it is; empty: nothing
 };
 
 class PortDriver {

@@ -10,6 +10,9 @@ namespace vrk {
 void report_stop(Report& report); // one beep and the stop text
 // How a stage failed: beeps and the text; in front of it that the port is gone, where that is the reason.
 void report_failed(const Session& session, Report& report, int beeps, const Line& text);
+// Behind the text that the port could not be opened: why, and what helps, where the system tells.
+void report_refusal(const Session& session, Report& report);
+Line refusal_text(const Port& port); // the same as a line; empty: the system tells nothing
 void report_connection_failed(
     const Session& session, Report& report, int beeps); // "Connection failed. (End: hh:mm:ss)"
 

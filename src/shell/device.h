@@ -12,7 +12,8 @@ void build_device_tree(Shell& shell); // once, at start; the language of that mo
 void open_device_tree(Shell& shell);
 void close_device_tree(Shell& shell);
 
-// A click on a node. Family nodes only open and close; a model becomes the selected one, with empty buffers.
+// A click on a node. Family nodes only open and close; a model becomes the selected one, with empty buffers, also one
+// that the tree of this language does not offer.
 void TreeViewDevice_NodeClick(Shell& shell, std::string_view key);
 
 // Makes the text of txtDevice the selected model: record, ranges, tabs. False: no such model; the box has said so.

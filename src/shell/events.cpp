@@ -13,8 +13,10 @@
 #include "shell/messages.h"
 #include "shell/monitor_pages.h"
 #include "shell/open_file.h"
+#include "shell/open_path.h"
 #include "shell/option_panel.h"
 #include "shell/option_pins.h"
+#include "shell/ports.h"
 #include "shell/press.h"
 #include "shell/project.h"
 #include "shell/rc_boxes.h"
@@ -48,16 +50,6 @@ void comClear_OK_Count_Click(Shell& shell)
     keep_settings(shell);
 }
 
-// A project may be chosen in the dialog of either buffer.
-void open_if_project(Shell& shell, Chosen chosen)
-{
-    if (chosen != Chosen::project)
-        return;
-    shell.form.TabStrip2.select(shell.form.TabStrip2.find("Batch_quantity"));
-    TabStrip2_Click(shell);
-    open_project(shell, shell.loader.current_path);
-}
-
 struct EventRow {
     std::string_view control;
     void (*event)(Shell& shell, int index);
@@ -69,6 +61,7 @@ struct EventRow {
 constexpr EventRow events[] = {
     { "txtDevice",          [](Shell& shell, int) { open_device_tree(shell); } },
     { "FrameX",             [](Shell& shell, int) { close_device_tree(shell); } },
+    { "comOtherPort",       [](Shell& shell, int) { comOtherPort_Click(shell); } },
     { "comLoadFile",        [](Shell& shell, int) { open_if_project(shell, comLoadFile_Click(shell)); } },
     { "comLoadDataFile",    [](Shell& shell, int) { open_if_project(shell, comLoadDataFile_Click(shell)); } },
     { "comDownload",        [](Shell& shell, int index) { comDownload_Click(shell, index); } },

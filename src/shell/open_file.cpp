@@ -216,6 +216,10 @@ bool load(Shell& shell, const std::string& path, FileBuffer& buffer, const Manne
     return (end == LoadEnd::done || end == LoadEnd::overtaken) && buffer.loaded;
 }
 
+} // namespace
+
+bool names_project(const std::string& path) { return upper_case(path).find(".VRK") != std::string::npos; }
+
 // The file that was chosen in the buffer's dialog, whose path stands over the buffer already. Where it brings nothing
 // in, what stood there before stands there again: nobody is to take the old image for the new file. A buffer that was
 // cleared meanwhile has no path, and another load its own.
@@ -231,10 +235,6 @@ Chosen load_chosen(Shell& shell, const std::string& path, FileBuffer& buffer, co
         append_message(shell, numbers_off);
     return Chosen::file;
 }
-
-} // namespace
-
-bool names_project(const std::string& path) { return upper_case(path).find(".VRK") != std::string::npos; }
 
 Chosen comLoadFile_Click(Shell& shell)
 {

@@ -16,6 +16,10 @@ enum class Chosen { nothing, file, project };
 Chosen comLoadFile_Click(Shell& shell);
 Chosen comLoadDataFile_Click(Shell& shell);
 
+// What was chosen goes into the buffer; numbers that the load has switched off are told. The path stands over the
+// buffer already: where it brings nothing in, what stood there before stands there again.
+Chosen load_chosen(Shell& shell, const std::string& path, FileBuffer& buffer, const std::string& caption_before);
+
 // The file dialog of a buffer. Empty: cancelled, and nothing has changed.
 std::string choose_file(Shell& shell, BufferKind kind);
 // Makes the path the current one, shows it over the buffer and stores it for the next run. What a reload brings in

@@ -30,6 +30,7 @@ constexpr PanelRow panel_rows[] = {
     { "cheClearDataBuffer",  single, "1000" },
     { "comLoadFile",         single, "1000" },
     { "combCommPort",        single, "1010" },
+    { "comOtherPort",        single, "1010" },
     { "cobBaudMax",          single, "1010" },
     { "cobBaudMin",          single, "1010" },
     { "cheTL",               single, "1010" },

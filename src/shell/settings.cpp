@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <filesystem>
 #include <string>
 
 namespace vrk {
@@ -183,7 +184,21 @@ void save_beep(Shell& shell) { set(shell, "BeepYesNo", on_text(shell.form.optBee
 // Places in the list change with what is plugged in: the path wins over the place that its row has chosen.
 constexpr const char* port_key = "COM_port_path";
 
-void load_port(Shell& shell) { choose_port(shell, get(shell, port_key, chosen_port(shell))); }
+// One that a hand had named is named again while it is there; a bare number of a pseudo terminal is anybody's by then.
+bool is_named_device(const std::string& path)
+{
+    std::error_code fault;
+    return !path.starts_with("/dev/pts/") && std::filesystem::is_character_file(path, fault);
+}
+
+void load_port(Shell& shell)
+{
+    const std::string path = get(shell, port_key, chosen_port(shell));
+    if (is_named_device(path))
+        add_port(shell, path);
+    else
+        choose_port(shell, path);
+}
 void save_port(Shell& shell) { set(shell, port_key, chosen_port(shell)); }
 
 struct PlaceKey {

@@ -39,6 +39,7 @@ struct Shell {
     ControlRegistry& controls; // and this for those who know them by name
     Port port;
     std::vector<std::string> port_paths; // behind the captions of combCommPort, item by item
+    std::vector<std::string> added_ports; // that a hand has named; the system does not list them
     std::string chosen_port; // its path; stays while the port is gone
 
     // Timers with an event of their own; what is nothing but a wait is a deadline where it is waited for.

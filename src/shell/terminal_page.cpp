@@ -10,6 +10,7 @@
 
 #include "inapp/user_command.h"
 #include "platform/text_number.h"
+#include "session/shared_texts.h"
 #include "terminal/compare.h"
 #include "terminal/find_text.h"
 
@@ -59,8 +60,11 @@ Line why_it_does_not_open(Shell& shell)
     shell.port.path = path;
     if (!line || !shell.port.set_line(*line))
         return Line{path + "\n"} + Line{no_such_line};
-    if (!shell.port.open())
-        return Line{path + "\n"} + Line{cannot_open};
+    if (!shell.port.open()) {
+        const Line why = refusal_text(shell.port);
+        const Line told = Line{path + "\n"} + Line{cannot_open};
+        return why.en.empty() ? told : told + Line{"\n"} + why;
+    }
     return {};
 }
 

@@ -7,10 +7,12 @@
 #include "window/report_pane.h"
 #include "window/scroll_bar.h"
 
+#include <QAbstractItemView>
 #include <QEvent>
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -55,6 +57,29 @@ void show_text(QPlainTextEdit& pane, const TextBox& control)
     pane.setTextCursor(cursor);
 }
 
+// An item with what it is behind it, in the list that has dropped down; the closed box shows the item alone.
+class NotedItems final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+private:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (const QString note = index.data(Qt::ToolTipRole).toString(); !note.isEmpty())
+            option->text += "    " + note;
+    }
+};
+
+void show_notes(QComboBox& box, const std::vector<std::string>& notes)
+{
+    for (int i = 0; i < box.count(); ++i) {
+        const auto item = static_cast<std::size_t>(i);
+        box.setItemData(i, item < notes.size() ? to_qt(notes[item]) : QString{}, Qt::ToolTipRole);
+    }
+    box.view()->setMinimumWidth(box.view()->sizeHintForColumn(0));
+}
+
 void show_items(QComboBox& box, const ComboBox& control)
 {
     QStringList items;
@@ -67,6 +92,8 @@ void show_items(QComboBox& box, const ComboBox& control)
         box.clear();
         box.addItems(items);
     }
+    if (!control.notes().empty())
+        show_notes(box, control.notes());
     box.setCurrentIndex(control.index_chosen());
     if (control.editable)
         box.setEditText(to_qt(control.text()));
@@ -329,6 +356,7 @@ QComboBox* Binder::list(ComboBox& control)
     auto* widget = new QComboBox;
     widget->setEditable(control.editable);
     widget->installEventFilter(this);
+    widget->setItemDelegate(new NotedItems(widget));
     connect(widget, &QComboBox::activated, this,
         [this, &control](int item) { after(control, choose_item(shell_, control, item)); });
     if (control.editable) {

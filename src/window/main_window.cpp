@@ -228,7 +228,9 @@ QWidget* MainWindow::make_line_step()
     grid->addWidget(binder_.list(shell_.form.combCommPort), 0, 1, 1, 2);
     QLabel* open = binder_.lamp(shell_.form.imgOpen_sys, "\u25CF", "#2e9e44");
     QLabel* closed = binder_.lamp(shell_.form.imgNotOpen_sys, "\u25CB", "#808080");
-    grid->addLayout(row_of({open, closed}), 0, 3);
+    QHBoxLayout* beside = row_of({open, closed, binder_.button(shell_.form.comOtherPort)});
+    beside->addStretch(1);
+    grid->addLayout(beside, 0, 3, 1, 2);
     grid->addWidget(binder_.label(shell_.form.LabMaxBaud), 1, 0);
     grid->addWidget(binder_.list(shell_.form.cobBaudMax), 1, 1);
     grid->addWidget(binder_.label(shell_.form.Label4), 1, 2);

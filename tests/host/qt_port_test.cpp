@@ -16,6 +16,7 @@
 
 #include <fcntl.h>
 #include <stdlib.h>
+#include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -271,4 +272,28 @@ TEST_F(QtPorts, APortLetsNothingGatherWhenItIsOpenedAgain)
         turns_in_ms(100);
     }
     EXPECT_EQ(received, 3U);
+}
+
+TEST_F(QtPorts, APortThatAnotherHoldsNamesItsHolder)
+{
+    ASSERT_TRUE(port.open({9600}));
+    QtPort second(terminal.slave);
+    ASSERT_FALSE(second.open({9600}));
+    EXPECT_EQ(second.refusal().kind, PortRefusal::Kind::in_use);
+    EXPECT_EQ(second.refusal().holder, "test_host (PID " + std::to_string(getpid()) + ")");
+    port.close();
+    EXPECT_TRUE(second.open({9600}));
+    EXPECT_EQ(second.refusal().kind, PortRefusal::Kind::unknown);
+}
+
+TEST_F(QtPorts, APortThatMayNotBeOpenedNamesTheGroupThatMay)
+{
+    const bool is_root = geteuid() == 0; // whom no permission stops
+    ASSERT_EQ(chmod(terminal.slave.c_str(), 0), 0);
+    ASSERT_EQ(seteuid(is_root ? 65534 : geteuid()), 0);
+    const bool opened = port.open({9600});
+    ASSERT_EQ(seteuid(is_root ? 0 : geteuid()), 0);
+    EXPECT_FALSE(opened);
+    EXPECT_EQ(port.refusal().kind, PortRefusal::Kind::no_permission);
+    EXPECT_FALSE(port.refusal().group.empty());
 }

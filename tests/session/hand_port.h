@@ -42,7 +42,7 @@ struct HandPort final : vrk::SerialPort {
 
 struct HandPorts final : vrk::PortDriver {
     HandPort* made = nullptr;
-    std::vector<vrk::PortInfo> list() override { return {{"hand", "hand"}}; }
+    std::vector<vrk::PortInfo> list() override { return {{"hand", "hand", ""}}; }
     std::unique_ptr<vrk::SerialPort> make(const std::string&) override
     {
         auto port = std::make_unique<HandPort>();

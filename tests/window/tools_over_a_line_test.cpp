@@ -30,7 +30,7 @@ struct ToolBench : WindowBench {
     ToolBench(const TargetProcess& target, const char* model, bool english = true)
         : WindowBench(target.link(), english)
     {
-        EXPECT_EQ(choose_node(shell, form.TreeViewDevice, model), Touch::taken);
+        EXPECT_EQ(choose_node(shell, form.tree("TreeViewDevice"), model), Touch::taken);
     }
     QString code_path() const { return folder.filePath("code.bin"); }
     void write_code(const QByteArray& code) const
@@ -48,7 +48,7 @@ struct ToolBench : WindowBench {
     void show_page(const char* key)
     {
         auto* strip = find<QTabBar>("TabStrip1");
-        QTest::mouseClick(strip, Qt::LeftButton, {}, strip->tabRect(form.TabStrip1.find(key)).center());
+        QTest::mouseClick(strip, Qt::LeftButton, {}, strip->tabRect(form.tabs("TabStrip1").find(key)).center());
         QTest::qWait(60);
     }
     void type(const char* name, const QString& text)
@@ -67,7 +67,7 @@ struct ToolBench : WindowBench {
         EXPECT_EQ(list->currentText(), item);
     }
     QString report() { return find<QPlainTextEdit>("textMsg")->toPlainText(); }
-    bool says(const char* text) const { return form.textMsg.text().find(text) != std::string::npos; }
+    bool says(const char* text) const { return form.text_box("textMsg").text().find(text) != std::string::npos; }
     // A button that starts a sequence; returns when it has ended, stopped if it takes too long.
     void press(const char* name)
     {
