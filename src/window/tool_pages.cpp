@@ -128,6 +128,10 @@ QWidget* make_demo_page(Binder& binder)
     stack->addLayout(make_line(binder, form.LabDEMO + 4,
         {form.cob_DEMO_UserCode_Baud, form.cob_DEMO_UserCode_Parity, form.cob_DEMO_UserCode_DataBits,
             form.cob_DEMO_UserCode_StopBits}));
+    QHBoxLayout* watchdog = row_of({new QLabel(to_qt(form.Label9.caption())), binder.option(form.opt_ISP_DEMO_WDT[0]),
+        binder.option(form.opt_ISP_DEMO_WDT[1]), binder.list(form.comb_WDT)});
+    watchdog->addStretch(1);
+    stack->addLayout(watchdog);
     QHBoxLayout* buttons = row_of({binder.button(form.com_Demo_DownLoad), binder.button(form.com_Demo_Re_DownLoad),
         binder.button(form.com_Demo_Stop)});
     buttons->addStretch(1);

@@ -1,6 +1,8 @@
 // What the terminal sends: strings by hand, in a cycle and in turn, and keys as they are typed.
 #include "shell/terminal_bench.h"
 
+#include "shell/start_up.h"
+
 using namespace vrk;
 
 namespace {
@@ -123,6 +125,22 @@ TEST_F(TerminalSend, SendsInACycle)
     bench.press("comAutoSend");
     EXPECT_EQ(bench.caption("comAutoSend"), "Repeat Send");
     EXPECT_EQ(bench.heard_in_ms(5000), "");
+}
+
+TEST_F(TerminalSend, IsLeftWhileItSendsInACycle)
+{
+    bench.type("texSend", "abc");
+    bench.press("comAutoSend");
+    EXPECT_NE(bench.heard_in_ms(3000), "");
+    ASSERT_TRUE(bench.is_open());
+    close_request(bench.shell);
+    while (!bench.shell.unloaded)
+        bench.loop.yield();
+    EXPECT_FALSE(bench.is_open());
+    EXPECT_FALSE(bench.shell.port.is_open());
+    EXPECT_EQ(bench.caption("comAutoSend"), "Repeat Send");
+    bench.heard_in_ms(100);
+    EXPECT_EQ(bench.heard_in_ms(3000), "") << "nothing goes out any more";
 }
 
 TEST_F(TerminalSend, SendsEachMillisecondButNotFaster)

@@ -73,6 +73,15 @@ struct ToolBench {
         EXPECT_FALSE(form.button("com_Demo_Stop").enabled());
     }
 
+    // The program was asked to end while something ran: that has stopped, and the program ends.
+    void expect_left()
+    {
+        expect_all_free();
+        while (!shell.unloaded)
+            loop.yield();
+        EXPECT_FALSE(shell.port.is_open());
+    }
+
     const std::string folder = testing::TempDir() + "vrk_tools_" + std::to_string(getpid());
     sim::VirtualLoop loop;
     sim::Wire wire{loop};
@@ -224,6 +233,16 @@ TEST(BoardPage, StopEndsTheWaitForPower)
     bench.expect_all_free();
 }
 
+TEST(BoardPage, IsLeftWhileTheBoardIsWritten)
+{
+    BoardAtTheForm bench;
+    bench.open_file(0x1000);
+    bench.after_ms(3000, [&bench] { close_request(bench.shell); });
+    bench.press("comTJXZ");
+    EXPECT_FALSE(bench.says("Download OK."));
+    bench.expect_left();
+}
+
 TEST(BoardPage, HandsAreRefusedWhileTheBoardIsWritten)
 {
     BoardAtTheForm bench;
@@ -302,6 +321,17 @@ TEST(DemoPage, AnotherModelIsRefusedAndWantsItsFileAgain)
     EXPECT_FALSE(bench.shell.file_loaded);
     EXPECT_FALSE(bench.demo.runs_code());
     bench.expect_all_free();
+}
+
+TEST(DemoPage, IsLeftInItsLoop)
+{
+    DemoAtTheForm bench;
+    bench.open_file(0x1000);
+    bench.form.comDalay_ReDownLoad.set_text("9");
+    bench.after_ms(15'000, [&bench] { close_request(bench.shell); });
+    bench.press("com_Demo_Re_DownLoad");
+    EXPECT_TRUE(bench.says("操作被停止."));
+    bench.expect_left();
 }
 
 TEST(CommandPage, LeadsUserCodeIntoItsBootLoaderAndProgramsIt)

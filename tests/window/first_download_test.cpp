@@ -145,17 +145,23 @@ TEST(DeviceTree, EscapeClosesItWithoutAChange)
     EXPECT_EQ(bench.find<QLineEdit>("txtDevice")->text(), before);
 }
 
-TEST(Controls, AllThatTheWindowShowsBearTheirNames)
+// Every control of the form can be found in the window by its name, but for those of which it shows nothing.
+TEST(Controls, AllBearTheirNamesInTheWindow)
 {
+    const QSet<QString> not_shown = {"Frame15", "Frame20", "Frame23", "Label20", "Label7(0)", "LabUserCode(5)",
+        "com_RC_frequency(1)", "com_RC_frequency(2)", "com_RC_frequency(3)", "txt_RC_frequency", "Label8(1)",
+        "Label8(2)", // of families that the tree does not offer
+        "txtBuffer", "txtDataFlash1", // twins of the dumps
+        "ImgSplitter", // the splitter between the terminal's panes is a handle of its own
+        "comDebugContinue(0)", "Text1", "optFillbyte(0)", "optFillbyte(1)"};
     WindowBench bench("/dev/null");
-    for (const char* name : {"FrameX(0)", "FrameX(1)", "FrameX(2)", "FrameX(3)", "FrameX(4)", "txtDevice",
-             "TreeViewDevice", "LabISP_reange(0)", "LabISP_reange(1)", "comLoadFile", "comLoadDataFile",
-             "txtAP_FileStart", "txtDataFileStart", "cheClearAP_Buffer", "cheClearDataBuffer", "combCommPort",
-             "cobBaudMax", "cobBaudMin", "cheTL", "comDownload(0)", "comDownload(1)", "comStop_Download", "textMsg",
-             "ProgressBar1", "labKbyte", "txtWrite_OK_Count", "comClear_OK_Count", "TabStrip1", "TabStrip2", "Frame7",
-             "frmDataFlash", "txtBuffer2", "tetDataFlash2", "vscFile(0)", "vscFile(1)", "txtFileCheckSum",
-             "txtDataFileCheckSum", "Label7(1)", "Label7(2)"})
-        EXPECT_NE(bench.window->findChild<QWidget*>(name), nullptr) << name;
+    QStringList missing;
+    for (const Control* control : bench.form.controls.all()) {
+        const QString name = to_qt(control->full_name());
+        if (bench.window->findChild<QObject*>(name) == nullptr && !not_shown.contains(name))
+            missing << name;
+    }
+    EXPECT_EQ(missing.join(" ").toStdString(), "");
 }
 
 int main(int argc, char** argv)
