@@ -34,10 +34,11 @@ constexpr const char* more =
     "  --board MODEL, an off-line programmer board for chips of that model. It has no power yet; the command program\n"
     "  puts a new chip into its socket, and at the end it tells how many chips it may still program;\n"
     "  --terminal, a user program on a line of 8 data bits without parity. It has power at once:\n"
-    "    echo             repeats what it hears\n"
-    "    stream RATE      numbered lines, RATE bytes a second; 0: without a pause\n"
-    "    dump FILE        sends the bytes of FILE when it hears one, whichever\n"
-    "    monitor          stops, sends its registers and memory in frames, waits for the tool's word; what it says\n"
+    "    --terminal echo             repeats what it hears\n"
+    "    --terminal stream RATE      numbered lines, RATE bytes a second; 0: without a pause\n"
+    "    --terminal dump FILE        sends the bytes of FILE when it hears one, whichever\n"
+    "    --terminal monitor          stops, sends its registers and memory in frames, waits for the tool's word; what "
+    "it says\n"
     "                     before somebody listens is lost, so the first word is to let it run on\n"
     "\nReads commands, one a line: on, off, cycle, quit; runs until quit or an interrupt.";
 

@@ -327,7 +327,7 @@ TEST(DemoPage, IsLeftInItsLoop)
 {
     DemoAtTheForm bench;
     bench.open_file(0x1000);
-    bench.form.comDalay_ReDownLoad.set_text("9");
+    bench.form.list("comDalay_ReDownLoad").set_text("9");
     bench.after_ms(15'000, [&bench] { close_request(bench.shell); });
     bench.press("com_Demo_Re_DownLoad");
     EXPECT_TRUE(bench.says("操作被停止."));

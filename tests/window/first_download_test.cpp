@@ -156,7 +156,7 @@ TEST(Controls, AllBearTheirNamesInTheWindow)
         "comDebugContinue(0)", "Text1", "optFillbyte(0)", "optFillbyte(1)"};
     WindowBench bench("/dev/null");
     QStringList missing;
-    for (const Control* control : bench.form.controls.all()) {
+    for (const Control* control : bench.shell.controls.all()) {
         const QString name = to_qt(control->full_name());
         if (bench.window->findChild<QObject*>(name) == nullptr && !not_shown.contains(name))
             missing << name;
