@@ -5,6 +5,7 @@
 
 #include <QSerialPort>
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include <memory>
 #include <string>
@@ -27,11 +28,15 @@ public:
     void discard() override;
     void set_outputs(bool dtr, bool rts) override;
     std::optional<ControlInputs> inputs() override;
+    void let_gather(int ms) override { gather_.setInterval(ms); }
 
 private:
     bool open_with(const LineSettings& line);
     bool driver_took(const LineSettings& line) const;
     void lose();
+    void hold_back_reading();
+    void read_on();
+    QSocketNotifier* reading() const;
 
     std::string path_;
     bool is_pseudo_terminal_ = false;
@@ -39,6 +44,7 @@ private:
     bool gone_ = false;
     QSerialPort port_;
     std::unique_ptr<QSocketNotifier> hang_up_; // while open
+    QTimer gather_; // while it runs, nothing is read; an interval of 0: it never does
 };
 
 } // namespace vrk

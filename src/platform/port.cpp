@@ -75,6 +75,12 @@ void Port::set_outputs(bool dtr, bool rts)
         port_->set_outputs(dtr, rts);
 }
 
+void Port::let_gather(int ms)
+{
+    if (is_open())
+        port_->let_gather(ms);
+}
+
 std::span<const std::uint8_t> Port::take(std::size_t at_most)
 {
     input_.resize(std::min(waiting(), at_most));

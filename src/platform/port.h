@@ -42,6 +42,7 @@ public:
     bool send(std::span<const std::uint8_t> bytes); // queues them in one piece. On a closed port they are lost: false
 
     void set_outputs(bool dtr, bool rts); // of the open port; on at every opening
+    void let_gather(int ms); // of the open port, see SerialPort
     std::optional<ControlInputs> inputs() const { return is_open() ? port_->inputs() : std::nullopt; }
 
     std::function<void()> on_receive; // bytes wait; runs inside yields only

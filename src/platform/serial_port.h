@@ -57,6 +57,10 @@ public:
     virtual void set_outputs(bool /*dtr*/, bool /*rts*/) { }
     virtual std::optional<ControlInputs> inputs() { return std::nullopt; }
 
+    // Of the open port: few bytes may be told of that much later, so that more gather and a busy line costs less. For a
+    // receiver to whom a few milliseconds are nothing; 0 at each opening. A port may tell of them at once all the same.
+    virtual void let_gather(int /*ms*/) { }
+
     // Called inside a yield, when bytes have arrived. May yield itself, and then looks for what came meanwhile before
     // it returns: it is up to the port whether it is called again inside.
     std::function<void()> on_receive;

@@ -19,6 +19,8 @@ namespace vrk {
 
 namespace {
 
+constexpr int gather_ms = 4; // nobody sees it, and no monitor waits for its answer so closely
+
 constexpr Text open_caption = {"打开串口", "Open COM"};
 constexpr Text close_caption = {"关闭串口", "Close COM"};
 constexpr Text receive_count = {"接收计数:", "Receive counter:"};
@@ -189,6 +191,7 @@ bool terminal_open(Shell& shell)
     terminal.to_compare.clear();
     terminal.has_port = true;
     shell.port.on_receive = [&shell] { take_bytes(shell); };
+    shell.port.let_gather(gather_ms);
     shell.desk.lost_port.clear();
     shell.desk.TimerDebugPort.start();
     set_control_lines(shell);

@@ -103,3 +103,62 @@ TEST_F(QtPorts, APortThatIsNotThereIsGoneAndComesBack)
     ASSERT_TRUE(port.open({9600}));
     EXPECT_TRUE(port.is_open());
 }
+
+// The terminal's receiver: what comes byte by byte is told of now and then.
+TEST_F(QtPorts, APortTellsOfFewBytesLaterWhereItMayLetThemGather)
+{
+    ASSERT_TRUE(port.open({9600}));
+    port.let_gather(1000);
+    int events = 0;
+    std::string received;
+    port.on_receive = [&] {
+        ++events;
+        std::array<std::uint8_t, 8> bytes{};
+        const std::size_t count = port.read(bytes);
+        received.append(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count));
+    };
+    for (const char* byte : {"g", "a", "t", "h", "e", "r"}) {
+        ASSERT_EQ(write(terminal.master, byte, 1), 1);
+        turns_in_ms(10);
+    }
+    EXPECT_EQ(events, 1);
+    EXPECT_EQ(received, "g");
+    turns_in_ms(1200);
+    EXPECT_EQ(events, 2);
+    EXPECT_EQ(received, "gather");
+}
+
+TEST_F(QtPorts, APortThatLetsBytesGatherSaysThatItHungUp)
+{
+    ASSERT_TRUE(port.open({9600}));
+    port.let_gather(60'000);
+    port.on_receive = [this] {
+        std::array<std::uint8_t, 8> bytes{};
+        port.read(bytes);
+    };
+    ASSERT_EQ(write(terminal.master, "h", 1), 1);
+    turns_in_ms(50);
+    terminal.hang_up();
+    turns_in_ms(100);
+    EXPECT_TRUE(port.gone());
+}
+
+// A download takes the same port behind a terminal: its answers are told at once.
+TEST_F(QtPorts, APortLetsNothingGatherWhenItIsOpenedAgain)
+{
+    ASSERT_TRUE(port.open({9600}));
+    port.let_gather(60'000);
+    std::size_t received = 0;
+    port.on_receive = [&] {
+        std::array<std::uint8_t, 8> bytes{};
+        received += port.read(bytes);
+    };
+    ASSERT_EQ(write(terminal.master, "1", 1), 1);
+    turns_in_ms(50);
+    ASSERT_TRUE(port.open({9600}));
+    for (const char* byte : {"2", "3"}) {
+        ASSERT_EQ(write(terminal.master, byte, 1), 1);
+        turns_in_ms(100);
+    }
+    EXPECT_EQ(received, 3U);
+}
