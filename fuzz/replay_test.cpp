@@ -45,4 +45,5 @@ TEST(Corpora, BootLoaderReceptionComesThroughAll) { replay("receive_isp", fuzz::
 TEST(Corpora, StatusFrameComesThroughAll) { replay("status_frame", fuzz::fuzz_status_frame); }
 TEST(Corpora, DemonstrationReceptionComesThroughAll) { replay("receive_demo", fuzz::fuzz_receive_demo); }
 TEST(Corpora, MonitorFramesComeThroughAll) { replay("monitor_frames", fuzz::fuzz_monitor_frames); }
+TEST(Corpora, TalksOfABoardComeThroughAll) { replay("board_talk", fuzz::fuzz_board_talk); }
 TEST(Corpora, HexadecimalStringsComeThroughAll) { replay("hex_to_send", fuzz::fuzz_hex_to_send); }

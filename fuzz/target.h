@@ -19,6 +19,7 @@ std::string fuzz_receive_demo(Input input);
 std::string fuzz_status_frame(Input input);
 std::string fuzz_monitor_frames(Input input);
 std::string fuzz_hex_to_send(Input input);
+std::string fuzz_board_talk(Input input);
 
 // The first byte of an input, taken off it; 0 where it has none.
 inline std::uint8_t take_byte(Input& input)

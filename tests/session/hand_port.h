@@ -7,11 +7,13 @@
 
 #include <cstring>
 #include <deque>
+#include <functional>
 
 struct HandPort final : vrk::SerialPort {
     std::deque<std::uint8_t> in;
     std::vector<std::uint8_t> out;
     bool opened = false;
+    std::function<void(std::size_t count)> on_write;
 
     bool open(const vrk::LineSettings&) override { return opened = true; }
     void close() override { opened = false; }
@@ -29,7 +31,12 @@ struct HandPort final : vrk::SerialPort {
         return count;
     }
     std::size_t bytes_to_write() const override { return 0; }
-    void write(std::span<const std::uint8_t> bytes) override { out.insert(out.end(), bytes.begin(), bytes.end()); }
+    void write(std::span<const std::uint8_t> bytes) override
+    {
+        out.insert(out.end(), bytes.begin(), bytes.end());
+        if (on_write)
+            on_write(bytes.size());
+    }
     void discard() override { in.clear(); }
 };
 
