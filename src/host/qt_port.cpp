@@ -28,7 +28,7 @@ QSerialPort::Parity qt_parity(Parity parity)
     return QSerialPort::NoParity;
 }
 
-constexpr qint64 many_bytes = 256; // that come at once: the line is faster than what is let gather
+constexpr qint64 many_bytes = 1024; // in the time that bytes may gather: the line is too fast to be held back
 
 bool leads_to_pseudo_terminal(const std::string& path)
 {
@@ -46,13 +46,13 @@ QtPort::QtPort(std::string path)
         const auto event = on_receive; // a copy: the event may close, reopen or replace it
         if (!event)
             return;
-        const bool few = port_.bytesAvailable() < many_bytes;
+        const bool gathers = gather_.interval() > 0 && is_slow(port_.bytesAvailable());
         receiving_ = true;
         event();
         receiving_ = false;
         if (gone_)
             lose();
-        else if (few && gather_.interval() > 0)
+        else if (gathers)
             hold_back_reading();
     });
     gather_.setSingleShot(true);
@@ -87,6 +87,18 @@ QSocketNotifier* QtPort::reading() const
     return found == notifiers.end() ? nullptr : *found;
 }
 
+// By what came in the last while: a single short piece among long ones tells nothing.
+bool QtPort::is_slow(qint64 count)
+{
+    came_ += count;
+    if (paced_.isValid() && paced_.elapsed() < gather_.interval())
+        return slow_;
+    slow_ = came_ < many_bytes;
+    came_ = 0;
+    paced_.start();
+    return slow_;
+}
+
 void QtPort::hold_back_reading()
 {
     QSocketNotifier* notifier = reading();
@@ -106,6 +118,8 @@ bool QtPort::open(const LineSettings& line)
 {
     close();
     gather_.setInterval(0);
+    paced_.invalidate();
+    came_ = 0;
     gone_ = !QFileInfo::exists(QString::fromStdString(path_));
     if (gone_)
         return false;

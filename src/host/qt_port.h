@@ -3,6 +3,7 @@
 
 #include "platform/serial_port.h"
 
+#include <QElapsedTimer>
 #include <QSerialPort>
 #include <QSocketNotifier>
 #include <QTimer>
@@ -34,6 +35,7 @@ private:
     bool open_with(const LineSettings& line);
     bool driver_took(const LineSettings& line) const;
     void lose();
+    bool is_slow(qint64 count);
     void hold_back_reading();
     void read_on();
     QSocketNotifier* reading() const;
@@ -44,6 +46,9 @@ private:
     bool gone_ = false;
     QSerialPort port_;
     std::unique_ptr<QSocketNotifier> hang_up_; // while open
+    QElapsedTimer paced_; // since the line's pace was looked at
+    qint64 came_ = 0; // bytes since then
+    bool slow_ = false;
     QTimer gather_; // while it runs, nothing is read; an interval of 0: it never does
 };
 
