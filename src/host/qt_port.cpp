@@ -30,7 +30,7 @@ QSerialPort::Parity qt_parity(Parity parity)
     return QSerialPort::NoParity;
 }
 
-constexpr std::size_t many_bytes = 256; // that come at once: the line is faster than what is let gather
+constexpr std::size_t many_bytes = 1024; // in the time that bytes may gather: the line is too fast to be held back
 
 bool leads_to_pseudo_terminal(const std::string& path)
 {
@@ -65,6 +65,18 @@ void QtPort::lose()
         port_.close();
 }
 
+// By what came in the last while: a single short piece among long ones tells nothing.
+bool QtPort::is_slow(std::size_t count)
+{
+    came_ += count;
+    if (paced_.isValid() && paced_.elapsed() < gather_.interval())
+        return slow_;
+    slow_ = came_ < many_bytes;
+    came_ = 0;
+    paced_.start();
+    return slow_;
+}
+
 // A wake-up for each byte costs a tenth of a processor at 115200 baud. What has come waits in the driver meanwhile; a
 // hang-up is told by another notifier.
 void QtPort::hold_back_reading()
@@ -83,6 +95,8 @@ bool QtPort::open(const LineSettings& line)
 {
     close();
     gather_.setInterval(0);
+    paced_.invalidate();
+    came_ = 0;
     gone_ = !QFileInfo::exists(QString::fromStdString(path_));
     if (gone_)
         return false;
@@ -148,8 +162,9 @@ void QtPort::take_in()
     input_.insert(input_.end(), piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(*count));
     if (*count == 0 || receiving_)
         return;
+    const bool gathers = gather_.interval() > 0 && is_slow(*count);
     tell();
-    if (*count < many_bytes && gather_.interval() > 0 && readable_) // unless the event has closed the port
+    if (gathers && readable_) // unless the event has closed the port
         hold_back_reading();
 }
 

@@ -3,6 +3,7 @@
 
 #include "platform/serial_port.h"
 
+#include <QElapsedTimer>
 #include <QSerialPort>
 #include <QSocketNotifier>
 #include <QTimer>
@@ -39,6 +40,7 @@ private:
     void take_in();
     void tell();
     void lose();
+    bool is_slow(std::size_t count);
     void hold_back_reading();
     void read_on();
 
@@ -51,6 +53,9 @@ private:
     std::unique_ptr<QSocketNotifier> hang_up_; // while open
     std::unique_ptr<QSocketNotifier> readable_; // the same
     std::vector<std::uint8_t> input_; // that has come and was not read
+    QElapsedTimer paced_; // since the line's pace was looked at
+    std::size_t came_ = 0; // bytes since then
+    bool slow_ = false;
     QTimer gather_; // while it runs, nothing is read; an interval of 0: it never does
 };
 

@@ -20,7 +20,7 @@ namespace vrk {
 
 namespace {
 
-constexpr int gather_ms = 4; // nobody sees it, and no monitor waits for its answer so closely
+constexpr int gather_ms = 10; // nobody sees it, and no monitor waits for its answer so closely
 
 constexpr Text open_caption = {"打开串口", "Open COM"};
 constexpr Text close_caption = {"关闭串口", "Close COM"};

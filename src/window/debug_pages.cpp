@@ -3,6 +3,7 @@
 #include "form/main_form.h"
 #include "shell/arm_save.h"
 #include "shell/events.h"
+#include "window/paced.h"
 #include "window/terminal_view.h"
 
 #include <QFontDatabase>
@@ -12,6 +13,8 @@
 #include <QScrollArea>
 #include <QSplitter>
 #include <QVBoxLayout>
+
+#include <memory>
 
 namespace vrk {
 
@@ -25,6 +28,15 @@ QLineEdit* short_line(Binder& binder, TextBox& control)
     QLineEdit* line = binder.line(control);
     line->setFixedWidth(9 * line->fontMetrics().averageCharWidth());
     return line;
+}
+
+// It changes with every piece that comes in.
+QLabel* counter(Binder& binder, Label& control)
+{
+    auto* label = new QLabel;
+    const auto picture = std::make_shared<Paced>([&control, label] { label->setText(to_qt(control.caption())); });
+    binder.bind(control, label, [picture] { picture->changed(); });
+    return label;
 }
 
 QWidget* make_line_settings(Binder& binder)
@@ -83,7 +95,7 @@ QWidget* make_conversation(Binder& binder)
         {binder.option(form.optReceiveHex[0]), binder.option(form.optReceiveHex[1]), binder.check(form.che_DebugTime)});
     shown->addStretch(1);
     layout->addLayout(shown);
-    auto* counts = row_of({binder.label(form.labReceiveCount), binder.label(form.labSendCount)});
+    auto* counts = row_of({counter(binder, form.labReceiveCount), counter(binder, form.labSendCount)});
     counts->insertSpacing(1, 3 * gap);
     counts->addStretch(1);
     counts->addWidget(binder.button(form.comDebugClear[0]));

@@ -25,7 +25,16 @@ TerminalView::TerminalView(Binder& binder, TextBox& control)
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setWordWrapMode(QTextOption::WrapAnywhere);
-    binder.bind(control, this, [this] { show_control(); });
+    binder.bind(control, this, [this] { show_when_due(); });
+}
+
+// A stream at its pace; what the user's own hand has done, at once.
+void TerminalView::show_when_due()
+{
+    if (version_ == control_.version() && control_.sel_length() == 0)
+        picture_.changed();
+    else
+        picture_.draw_now();
 }
 
 QString TerminalView::Lines::take(std::string_view text)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "window/binder.h"
+#include "window/paced.h"
 
 namespace vrk {
 
@@ -23,6 +24,7 @@ private:
         int column_ = 0; // characters of the last line
     };
 
+    void show_when_due();
     void show_control();
     void append(std::string_view text);
     void show_selection();
@@ -32,6 +34,7 @@ private:
     int version_ = -1; // of the text that is shown
     std::size_t shown_ = 0; // bytes of it
     Lines lines_;
+    Paced picture_{[this] { show_control(); }};
 };
 
 } // namespace vrk

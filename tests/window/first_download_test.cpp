@@ -153,6 +153,7 @@ TEST(Controls, AllBearTheirNamesInTheWindow)
         "Label8(2)", // of families that the tree does not offer
         "txtBuffer", "txtDataFlash1", // twins of the dumps
         "ImgSplitter", // the splitter between the terminal's panes is a handle of its own
+        "labLastVerdict", // drawn below the verdict
         "comDebugContinue(0)", "Text1", "optFillbyte(0)", "optFillbyte(1)"};
     WindowBench bench("/dev/null");
     QStringList missing;
