@@ -1,8 +1,11 @@
 // A board that talks without a pause, in a process of its own behind a pseudo terminal.
 #pragma once
 
+#include "bench/peer_process.h"
+
+#include <array>
 #include <cstdint>
-#include <functional>
+#include <optional>
 #include <string>
 
 namespace bench {
@@ -23,15 +26,12 @@ public:
     BoardProcess(const BoardProcess&) = delete;
     BoardProcess& operator=(const BoardProcess&) = delete;
 
-    const std::string& path() const { return path_; }
+    const std::string& path() const { return process_->path(); }
     void begin(); // from now on it talks
 
 private:
-    void start(const std::function<void(int tell_path, int begin)>& serve);
-
-    std::string path_;
-    int process_ = -1;
-    int begin_ = -1;
+    std::array<int, 2> begin_{}; // a pipe: its word
+    std::optional<PeerProcess> process_;
 };
 
 } // namespace bench

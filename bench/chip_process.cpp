@@ -8,32 +8,29 @@
 #include "sim/posix_loop.h"
 #include "sim/pty_target.h"
 
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <array>
-#include <csignal>
-
 namespace bench {
 
 namespace {
 
-[[noreturn]] void serve(sim::ChipSetup setup, int tell_path)
+sim::ChipSetup setup_of(const char* model)
 {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    setup.answers_at_once();
-    setup.boot_window_us = 60'000'000;
+    vrk::McuTable table;
+    vrk::load_mcu_tables(table, false);
+    auto setup = vrk::chip_setup_of(table, model);
+    require(setup.has_value(), std::string{model} + " is not in the catalogue");
+    setup->answers_at_once();
+    setup->boot_window_us = 60'000'000;
+    return *setup;
+}
+
+[[noreturn]] void serve(const sim::ChipSetup& setup, const PeerProcess::Tell& tell)
+{
     sim::PosixLoop loop;
     sim::Chip chip{setup};
     sim::PtyTarget target{loop, chip};
-    if (!target.open())
-        _exit(1);
+    require(target.open(), "no pseudo terminal to be had");
     chip.power_up();
-    const std::string& path = target.path();
-    if (write(tell_path, path.data(), path.size()) != static_cast<ssize_t>(path.size()))
-        _exit(1);
-    close(tell_path);
+    tell(target.path());
     for (;;)
         loop.yield();
 }
@@ -41,29 +38,8 @@ namespace {
 } // namespace
 
 ChipProcess::ChipProcess(const char* model)
+    : PeerProcess([setup = setup_of(model)](const Tell& tell) { serve(setup, tell); })
 {
-    vrk::McuTable table;
-    vrk::load_mcu_tables(table, false);
-    const auto setup = vrk::chip_setup_of(table, model);
-    require(setup.has_value(), std::string{model} + " is not in the catalogue");
-    std::array<int, 2> ends{};
-    require(pipe(ends.data()) == 0, "no pipe to be had");
-    process_ = fork();
-    require(process_ >= 0, "no process to be had");
-    if (process_ == 0)
-        serve(*setup, ends[1]);
-    close(ends[1]);
-    std::array<char, 128> path{};
-    const ssize_t count = read(ends[0], path.data(), path.size());
-    close(ends[0]);
-    require(count > 0, "the chip found no pseudo terminal");
-    path_.assign(path.data(), static_cast<std::size_t>(count));
-}
-
-ChipProcess::~ChipProcess()
-{
-    kill(process_, SIGKILL);
-    waitpid(process_, nullptr, 0);
 }
 
 } // namespace bench

@@ -2,22 +2,13 @@
 // is called.
 #pragma once
 
-#include <string>
+#include "bench/peer_process.h"
 
 namespace bench {
 
-class ChipProcess {
+class ChipProcess : public PeerProcess {
 public:
     explicit ChipProcess(const char* model);
-    ~ChipProcess();
-    ChipProcess(const ChipProcess&) = delete;
-    ChipProcess& operator=(const ChipProcess&) = delete;
-
-    const std::string& path() const { return path_; }
-
-private:
-    std::string path_;
-    int process_ = -1;
 };
 
 } // namespace bench

@@ -1,17 +1,10 @@
 #include "bench/metered_ports.h"
 
-#include <ctime>
+#include "bench/times.h"
 
 namespace bench {
 
 namespace {
-
-double wall_seconds()
-{
-    timespec now{};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
-}
 
 bool is_data_frame(std::span<const std::uint8_t> bytes)
 {

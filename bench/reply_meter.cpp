@@ -1,13 +1,13 @@
 #include "bench/reply_meter.h"
 
 #include "bench/figures.h"
+#include "bench/times.h"
 
 #include <dlfcn.h>
 #include <poll.h>
 #include <unistd.h>
 
 #include <cstdint>
-#include <ctime>
 
 namespace {
 
@@ -20,12 +20,7 @@ thread_local double replied_us =
     0; // when it came back for the last bytes of the reply; 0: none has come since the last frame
 std::vector<double> shares_us;
 
-double now_us()
-{
-    timespec now{};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return static_cast<double>(now.tv_sec) * 1e6 + static_cast<double>(now.tv_nsec) / 1000;
-}
+double now_us() { return static_cast<double>(bench::now_ns()) / 1000; }
 
 template <typename Call> Call* next_of(const char* name) { return reinterpret_cast<Call*>(dlsym(RTLD_NEXT, name)); }
 

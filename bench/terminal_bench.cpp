@@ -4,6 +4,7 @@
 #include "bench/board_process.h"
 #include "bench/figures.h"
 #include "bench/qt_bench.h"
+#include "bench/times.h"
 
 #include "shell/events.h"
 #include "shell/terminal_page.h"
@@ -12,7 +13,6 @@
 
 #include <QApplication>
 
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <fcntl.h>
@@ -20,7 +20,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ctime>
 #include <fstream>
 #include <memory>
 #include <string_view>
@@ -34,25 +33,6 @@ constexpr std::int64_t share_us = 5 * second_us;
 constexpr std::int64_t long_run_us = 60 * second_us;
 constexpr std::int64_t clear_us = 5 * second_us; // the display is cleared before it is full
 constexpr std::int64_t probe_us = 5'000;
-
-double seconds_of(const timeval& time)
-{
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-}
-
-double processor_seconds()
-{
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return seconds_of(usage.ru_utime) + seconds_of(usage.ru_stime);
-}
-
-double wall_seconds()
-{
-    timespec now{};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
-}
 
 double resident_megabytes()
 {
@@ -133,10 +113,10 @@ double full_speed_of_program(bool in_window, double& grown_megabytes)
         terminal.bench.loop.yield(); // by then every buffer has its size
     const double resident = resident_megabytes();
     const std::uint64_t before = terminal.received();
-    const double began = wall_seconds();
+    const double began = bench::wall_seconds();
     while (terminal.received() < full_speed_bytes)
         terminal.bench.loop.yield();
-    const double seconds = wall_seconds() - began;
+    const double seconds = bench::wall_seconds() - began;
     grown_megabytes = resident_megabytes() - resident;
     return static_cast<double>(full_speed_bytes - before) / 1e6 / seconds;
 }
@@ -149,7 +129,7 @@ double full_speed_of_bare_loop()
     std::array<std::uint8_t, 65536> bytes{};
     std::uint64_t received = 0;
     board.begin();
-    const double began = wall_seconds();
+    const double began = bench::wall_seconds();
     while (received < full_speed_bytes) {
         pollfd waiting{port, POLLIN, 0};
         bench::require(poll(&waiting, 1, 5000) == 1, "the board has fallen silent");
@@ -157,7 +137,7 @@ double full_speed_of_bare_loop()
         if (count > 0)
             received += static_cast<std::uint64_t>(count);
     }
-    const double seconds = wall_seconds() - began;
+    const double seconds = bench::wall_seconds() - began;
     close(port);
     return static_cast<double>(received) / 1e6 / seconds;
 }
@@ -185,10 +165,7 @@ double share_at_115200(bench::Handing handing, bool in_window)
     board.begin();
     terminal.run_for_us(second_us / 2);
     const std::uint64_t before = terminal.received();
-    const double processor = processor_seconds();
-    const double wall = wall_seconds();
-    terminal.run_for_us(share_us);
-    const double share = (processor_seconds() - processor) / (wall_seconds() - wall) * 100;
+    const double share = bench::share_of_core([&terminal] { terminal.run_for_us(share_us); });
     bench::require(terminal.received() - before > 11520 * 9 / 2, "the board has paused");
     return share;
 }

@@ -2,6 +2,7 @@
 // painted, taken from outside, on the X server that DISPLAY names; and its resident memory a second later. Beside it
 // the same for a reference program. One run of each warms up and does not count.
 #include "bench/figures.h"
+#include "bench/times.h"
 
 #include <xcb/xcb.h>
 
@@ -20,13 +21,6 @@ namespace {
 
 constexpr double longest_seconds = 20;
 constexpr std::uint16_t least_size = 100; // smaller ones are helpers of the tool kit
-
-double wall_seconds()
-{
-    timespec now{};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
-}
 
 void pause_ms(long ms)
 {
@@ -60,7 +54,7 @@ public:
     // The next window of a program that is mapped. 0: none came in time.
     xcb_window_t wait_for_map(double until)
     {
-        while (wall_seconds() < until) {
+        while (bench::wall_seconds() < until) {
             const auto event = owned(xcb_poll_for_event(connection_));
             if (!event) {
                 pause_ms(1);
@@ -79,7 +73,7 @@ public:
     // Painted: the middle line of the window, or the one a third down, is no longer of one colour.
     bool wait_for_paint(xcb_window_t window, double until)
     {
-        while (wall_seconds() < until) {
+        while (bench::wall_seconds() < until) {
             const auto shape = geometry(window);
             if (!shape)
                 return false;
@@ -135,7 +129,7 @@ struct Start {
 Start start(Screen& screen, const std::vector<char*>& command)
 {
     screen.forget_events();
-    const double began = wall_seconds();
+    const double began = bench::wall_seconds();
     const pid_t process = fork();
     if (process == 0) {
         const int nowhere = open("/dev/null", O_RDWR);
@@ -147,11 +141,12 @@ Start start(Screen& screen, const std::vector<char*>& command)
     }
     Start result;
     bool painted = false;
-    while (!painted && wall_seconds() < began + longest_seconds) { // a window may come and go before the one that stays
+    while (!painted &&
+        bench::wall_seconds() < began + longest_seconds) { // a window may come and go before the one that stays
         const xcb_window_t window = screen.wait_for_map(began + longest_seconds);
         painted = window != 0 && screen.wait_for_paint(window, began + longest_seconds);
     }
-    result.painted_ms = (wall_seconds() - began) * 1000;
+    result.painted_ms = (bench::wall_seconds() - began) * 1000;
     if (painted) {
         pause_ms(1000);
         result.resident_mb = resident_mb(process);

@@ -1,6 +1,7 @@
 #include "bench/wire_peer.h"
 
 #include "bench/figures.h"
+#include "bench/times.h"
 
 #include <array>
 #include <atomic>
@@ -25,13 +26,6 @@ constexpr std::int64_t ns_per_byte = 1'000'000'000LL * wire_bits / wire_baud;
 constexpr std::size_t most_frames = 4096;
 constexpr std::size_t header_size = 5; // 46 B9 6A and the length, which counts from 6A on
 constexpr std::size_t data_at = 12; // behind code, address(4) and count(2)
-
-std::int64_t now_ns()
-{
-    timespec now{};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return std::int64_t{now.tv_sec} * 1'000'000'000 + now.tv_nsec;
-}
 
 // A sleeper wakes up late by as much as a host's whole turnaround, which is not the host's fault: so the peer sleeps up
 // to shortly before its moment and spends the rest awake.

@@ -13,6 +13,8 @@ namespace vrk {
 
 namespace {
 
+constexpr std::size_t most_at_once = 32768; // in one call to the driver: a flood comes in few turns of the loop
+
 QSerialPort::Parity qt_parity(Parity parity)
 {
     switch (parity) {
@@ -151,7 +153,7 @@ void QtPort::receive_straight()
 // it: it is not told again before it returns.
 void QtPort::take_in()
 {
-    std::array<std::uint8_t, 4096> piece;
+    std::array<std::uint8_t, most_at_once> piece;
     const auto count = read_now(port_.handle(), piece);
     if (!count) {
         readable_->setEnabled(false); // it would be ready for ever

@@ -39,7 +39,7 @@ void note(int handle, bool watched)
 {
     if (watch == nullptr)
         return;
-    watch->handles.erase(handle); // one that was closed comes again
+    watch->handles.erase(handle); // a stream closes past this place
     if (watched && handle >= 0)
         watch->handles.insert(handle);
 }
@@ -116,6 +116,16 @@ FILE* fopen64(const char* path, const char* mode) { return open_stream("fopen64"
 ssize_t read(int handle, void* into, size_t size) { return on_handle<ssize_t>("read", handle, into, size); }
 ssize_t write(int handle, const void* from, size_t size) { return on_handle<ssize_t>("write", handle, from, size); }
 int fsync(int handle) { return on_handle<int>("fsync", handle); }
+int close(int handle) // it is closed all the same: what fails is the last of the writing
+{
+    const bool fails = is_watched(handle) && refused("close");
+    if (watch != nullptr)
+        watch->handles.erase(handle); // its number comes again, also for what is no file
+    const int done = in_library<int (*)(int)>("close")(handle);
+    if (fails)
+        errno = EIO;
+    return fails ? -1 : done;
+}
 int rename(const char* from, const char* to) noexcept
 {
     const auto library = in_library<int (*)(const char*, const char*)>("rename");

@@ -7,8 +7,8 @@
 
 namespace vrk {
 
-// While it lives, every call that opens, reads, writes, flushes or renames a file below the folder is asked for; true:
-// it fails with the system's input/output error and does nothing. One at a time.
+// While it lives, every call that opens, reads, writes, flushes, closes or renames a file below the folder is asked
+// for; true: it fails with the system's input/output error and does nothing. One at a time.
 class FailingFiles {
 public:
     FailingFiles(const std::string& folder, std::function<bool(const char* call)> fails);

@@ -192,6 +192,6 @@ TEST(AWholeFile, IsFlushedBeforeItTakesItsPlaceAndItsFolderBehind)
     const Bytes bytes{'n', 'e', 'w'};
     EXPECT_FALSE(write_whole_file(path, bytes));
     std::erase_if(calls, [](const std::string& call) { return call.starts_with("open"); });
-    EXPECT_EQ(calls, (std::vector<std::string>{"write", "fsync", "rename", "fsync"}));
+    EXPECT_EQ(calls, (std::vector<std::string>{"write", "fsync", "close", "rename", "fsync", "close"}));
     EXPECT_EQ(contents_of(path), "new");
 }

@@ -1,8 +1,8 @@
-/* The monitor's routines, for a program of your own: each stops the program, shows it on the PC's screen, and lets it run
-   on when the PC says so (the button "Continue" of the pages Debug_SFR and Debug_xdata).
+/* The monitor's routines, for a program of your own: each stops the program, shows it on the PC's screen, and lets it
+   run on when the PC says so (the button "Continue" of the pages Debug_SFR and Debug_xdata).
 
-   Call them wherever you want to look. What they need of the program: a serial port that is set up, with its receiver on
-   (SCON, baud). They use no interrupt and hold all of them off while the program stands still; every register is
+   Call them wherever you want to look. What they need of the program: a serial port that is set up, with its receiver
+   on (SCON, baud). They use no interrupt and hold all of them off while the program stands still; every register is
    afterwards as it was. 32 bytes and a bit of direct memory stay theirs; the stack needs 40 bytes of room. A watchdog
    has to be off.
 
