@@ -31,10 +31,17 @@ QTreeWidgetItem* first_model(QTreeWidget& tree, const QString& typed)
     return nullptr;
 }
 
+bool begins_name(const QKeyEvent& key)
+{
+    return (key.modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier && key.text().size() == 1 &&
+        key.text()[0].isLetterOrNumber();
+}
+
 } // namespace
 
 DeviceBox::DeviceBox(Binder& binder, QWidget* over)
-    : shell_(binder.shell())
+    : binder_(binder)
+    , shell_(binder.shell())
     , box_(binder.line(shell_.form.txtDevice))
     , tree_(new QTreeWidget(over))
 {
@@ -46,6 +53,7 @@ DeviceBox::DeviceBox(Binder& binder, QWidget* over)
     tree_->setFrameShape(QFrame::Box);
     tree_->setUniformRowHeights(true);
     tree_->installEventFilter(this);
+    over->installEventFilter(this);
     connect(tree_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) { pick(item); });
     binder.bind(shell_.form.TreeViewDevice, tree_, [this] { show_tree(); });
 }
@@ -166,6 +174,13 @@ bool DeviceBox::eventFilter(QObject* watched, QEvent* event)
         click(shell_, shell_.form.txtDevice);
         return true;
     }
+    if (watched == box_ && box_->isEnabled() && key != 0 && begins_name(*static_cast<QKeyEvent*>(event))) {
+        click(shell_, shell_.form.txtDevice);
+        binder_.refresh(); // the tree is there for the first letter already
+        return tree_->isVisible() && search(*static_cast<QKeyEvent*>(event));
+    }
+    if (watched == tree_->parentWidget() && event->type() == QEvent::MouseButtonPress && tree_->isVisible())
+        press_key(shell_, shell_.form.TreeViewDevice, "Esc"); // on a place that takes no focus
     if (watched == tree_ && key != 0)
         return take_key(*static_cast<QKeyEvent*>(event)) || QObject::eventFilter(watched, event);
     if (watched == tree_ && event->type() == QEvent::FocusOut)

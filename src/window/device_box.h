@@ -28,6 +28,7 @@ private:
     bool take_key(const QKeyEvent& key);
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+    Binder& binder_;
     Shell& shell_;
     QLineEdit* box_;
     QTreeWidget* tree_;

@@ -10,6 +10,7 @@
 #include "window/colors.h"
 #include "window/debug_pages.h"
 #include "window/dump_view.h"
+#include "window/icon.h"
 #include "window/keys.h"
 #include "window/menu.h"
 #include "window/page_stack.h"
@@ -37,7 +38,7 @@ namespace vrk {
 namespace {
 
 constexpr int strip_spacing = 2;
-constexpr int margin = 5; // 1024 pixels are to be enough for both halves
+constexpr int margin = 5; // 1024 by 768 pixels are to be enough for both halves
 constexpr int least_report_lines = 5;
 constexpr auto close_question = "closeQuestion";
 
@@ -76,6 +77,7 @@ MainWindow::MainWindow(Shell& shell)
     , option_panel_(binder_)
 {
     setPalette(readable_when_disabled(palette()));
+    setWindowIcon(program_icon());
     auto* halves = new QSplitter(Qt::Horizontal);
     halves->setChildrenCollapsible(false);
     setCentralWidget(halves);
@@ -84,6 +86,8 @@ MainWindow::MainWindow(Shell& shell)
     make_menus(*menuBar(), shell_);
     halves->setStretchFactor(0, 3);
     halves->setStretchFactor(1, 4);
+    for (const QGroupBox* frame : findChildren<QGroupBox*>())
+        frame->layout()->setContentsMargins(2 * margin, margin, 2 * margin, margin);
     tie_keys(*this);
     take_stored_place();
     follow_title();
@@ -251,7 +255,7 @@ QWidget* MainWindow::make_option_step()
     option_panel_.fill_upper(stack);
     stack->addStretch(1);
     auto* layout = new QVBoxLayout(frame);
-    layout->addWidget(new PageArea(strips, {126, 7}, {40, 3}));
+    layout->addWidget(new PageArea(strips, {134, 7}, {40, 3}));
     return frame;
 }
 
@@ -313,7 +317,7 @@ QWidget* MainWindow::make_buffers()
     auto* layout = new QVBoxLayout(part);
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->addWidget(binder_.tabs(shell_.form.TabStrip2));
-    auto* pages = new PageStack({142, 14}, {40, 7});
+    auto* pages = new PageStack({134, 14}, {40, 7});
     for (QWidget* page : {make_buffer_page(0), make_buffer_page(1), make_terminal_page(binder_),
              make_registers_page(binder_), make_memory_page(binder_), make_project_page(binder_)})
         pages->add(page);
@@ -328,7 +332,7 @@ QWidget* MainWindow::make_tools()
     auto* layout = new QVBoxLayout(part);
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->addWidget(binder_.tabs(shell_.form.TabStrip1));
-    auto* pages = new PageStack({142, 11}, {40, 4});
+    auto* pages = new PageStack({134, 11}, {40, 4});
     for (QWidget* page : {make_option_page(), make_user_command_page(binder_), make_board_page(binder_),
              make_check_page(), make_increase_page(binder_), make_demo_page(binder_), make_store_page(binder_),
              make_hardware_page(binder_)})

@@ -102,3 +102,22 @@ TEST(DeviceTree, ASearchWithoutAMatchSaysSoAndPicksNothing)
     bench.open();
     EXPECT_EQ(bench.searched(), "");
 }
+
+TEST(DeviceTree, ALetterOnTheClosedBoxOpensItAndBeginsTheSearch)
+{
+    TreeBench bench;
+    bench.box->setFocus();
+    QTest::keyClick(bench.box, 'O');
+    ASSERT_TRUE(bench.tree->isVisible());
+    bench.type("ak-8");
+    EXPECT_EQ(bench.tree->currentItem()->text(0), "Oak-8");
+}
+
+TEST(DeviceTree, AClickOnAnEmptyPlaceClosesIt)
+{
+    TreeBench bench;
+    bench.open();
+    auto* label = bench.find<QLabel>("Label10(0)"); // far from it, and takes no focus
+    QTest::mouseClick(label, Qt::LeftButton);
+    EXPECT_TRUE(bench.closes());
+}

@@ -50,7 +50,8 @@ TEST(WindowPlace, IsNeverTooSmallForItsContents)
     bench.put("MainWidth", "0");
     bench.put("MainHeight", "nonsense");
     bench.open();
-    EXPECT_EQ(bench.window->size(), bench.window->minimumSizeHint());
+    EXPECT_GE(bench.window->width(), bench.window->minimumSizeHint().width());
+    EXPECT_GE(bench.window->height(), bench.window->minimumSizeHint().height());
 }
 
 TEST(WindowPlace, HasRoomForAReportTheFirstTime)
