@@ -2,7 +2,7 @@
 // their order:
 //   vrk-pictures [dark] [zh|en] STEP...
 //   model NAME | file PATH | page KEY | port simulated | power on|off | click NAME | tick NAME | size WIDTHxHEIGHT |
-//   wait MS | shot FILE.png
+//   wait MS | shot FILE.png | screen FILE.png
 #include "isp/ports_with_target.h"
 #include "isp/target_panel.h"
 
@@ -15,6 +15,7 @@
 #include "window/main_window.h"
 
 #include <QApplication>
+#include <QScreen>
 #include <QStyleFactory>
 #include <QTimer>
 
@@ -90,6 +91,7 @@ struct Studio {
                     window->resize(sides[0].toInt(), sides[1].toInt());
                 }},
             {"wait", [] {}},
+            {"screen", [&] { window->screen()->grabWindow(0).save(to_qt(what)); }}, // with what a window manager adds
             {"shot", [&] { window->grab().save(to_qt(what)); }},
         };
         const auto found = steps.find(step);

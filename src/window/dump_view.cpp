@@ -280,7 +280,7 @@ bool DumpView::eventFilter(QObject* watched, QEvent* event)
 
 QLabel* make_edit_hint(Binder& binder)
 {
-    QLabel* hint = binder.label(binder.shell().form.LabEdit_Clew);
+    QLabel* hint = binder.path(binder.shell().form.LabEdit_Clew);
     QSizePolicy keeps_place = hint->sizePolicy();
     keeps_place.setRetainSizeWhenHidden(true);
     hint->setSizePolicy(keeps_place);

@@ -40,6 +40,7 @@ namespace {
 constexpr int strip_spacing = 2;
 constexpr int margin = 5; // 1024 by 768 pixels are to be enough for both halves
 constexpr int least_report_lines = 5;
+constexpr QSize frame_about_it(16, 44); // of a window manager, which makes it after the window has its size
 constexpr auto close_question = "closeQuestion";
 
 constexpr Text stop_and_close = {"正在对单片机进行操作，现在退出可能使单片机中的程序不完整。\n停止并退出吗?",
@@ -67,6 +68,15 @@ QPoint brought_onto_a_screen(const QRect& place)
     const QRect area = (nearest != nullptr ? nearest : QGuiApplication::primaryScreen())->availableGeometry();
     return {std::clamp(place.left(), area.left(), std::max(area.left(), area.right() + 1 - place.width())),
         std::clamp(place.top(), area.top(), std::max(area.top(), area.bottom() + 1 - place.height()))};
+}
+
+// Where the window is narrow this part scrolls: its lines of text are the longest of its half.
+QWidget* in_width_of_its_own(QWidget* contents)
+{
+    auto* area = new PageArea(contents, {100, 4}, {40, 3});
+    area->setMinimumHeight(contents->sizeHint().height());
+    area->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    return area;
 }
 
 } // namespace
@@ -105,8 +115,9 @@ void MainWindow::take_stored_place()
     const QSize stored(pixels(place.width), pixels(place.height));
     if (never_sized) {
         const QRect area = screen()->availableGeometry();
-        resize(sizeHint().boundedTo(area.size() * 0.98));
-        move(area.center() - rect().center());
+        resize(sizeHint().boundedTo(area.size() - frame_about_it));
+        const QSize left = area.size() - frame_about_it - size();
+        move(area.topLeft() + QPoint(left.width(), left.height()) / 2);
         return;
     }
     resize(stored.boundedTo(screen()->virtualSize()));
@@ -338,7 +349,7 @@ QWidget* MainWindow::make_tools()
              make_hardware_page(binder_)})
         pages->add(page);
     layout->addWidget(pages, 1);
-    layout->addWidget(make_beeps());
+    layout->addWidget(in_width_of_its_own(make_beeps()));
     return part;
 }
 
