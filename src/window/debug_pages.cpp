@@ -25,7 +25,7 @@ constexpr int as_wide_as_can_be = 10000;
 
 QLineEdit* short_line(Binder& binder, TextBox& control)
 {
-    QLineEdit* line = binder.line(control);
+    QLineEdit* line = binder.number(control, NumberField::whole);
     line->setFixedWidth(9 * line->fontMetrics().averageCharWidth());
     return line;
 }

@@ -319,6 +319,7 @@ QWidget* MainWindow::make_right()
     parts->addWidget(make_tools());
     parts->setStretchFactor(0, 1);
     parts->setStretchFactor(1, 0);
+    parts->setCollapsible(1, true); // who works with the terminal alone pulls the tools away
     return parts;
 }
 
