@@ -251,6 +251,8 @@ QLabel* Binder::lamp(Image& control, const QString& text, const QString& color)
 QPushButton* Binder::button(Button& control)
 {
     auto* widget = new QPushButton;
+    widget->setAutoDefault(true); // Enter presses it too
+    widget->installEventFilter(this);
     connect(widget, &QPushButton::clicked, this, [this, &control, widget] { press(control, *widget); });
     bind(control, widget, [&control, widget] { widget->setText(to_qt(control.caption())); });
     return widget;
@@ -432,6 +434,9 @@ bool Binder::eventFilter(QObject* watched, QEvent* event)
         event->ignore(); // a closed list is not changed by a wheel that passes over it; what it stands in may scroll
         return true;
     }
+    if (event->type() == QEvent::KeyPress && qobject_cast<QPushButton*>(watched) != nullptr &&
+        static_cast<QKeyEvent*>(event)->isAutoRepeat())
+        return true; // a hand that leans on a key has meant one chip
     if (event->type() == QEvent::KeyPress && qobject_cast<QRadioButton*>(watched) != nullptr) {
         const int step = step_of(static_cast<QKeyEvent*>(event)->key());
         const auto* control =

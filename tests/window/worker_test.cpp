@@ -168,3 +168,17 @@ TEST(WorkersWindow, F5DownloadsEscapeStopsAndTheFocusIsBackOnTheButton)
     EXPECT_EQ(in_between, line.find<QWidget>("textMsg"));
     EXPECT_EQ(line.window->focusWidget(), download);
 }
+
+TEST(WorkersWindow, EnterPressesAButtonOnceHoweverLongItIsHeld)
+{
+    WorkerBench bench;
+    auto* shrink = bench.find<QPushButton>("comMastWindow");
+    shrink->setFocus();
+    QTest::keyClick(shrink, Qt::Key_Return);
+    EXPECT_TRUE(bench.shell.shrunk);
+    QKeyEvent again(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
+    QApplication::sendEvent(shrink, &again);
+    EXPECT_TRUE(bench.shell.shrunk);
+    QTest::keyClick(shrink, Qt::Key_Return);
+    EXPECT_FALSE(bench.shell.shrunk);
+}
