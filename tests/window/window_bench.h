@@ -110,7 +110,7 @@ struct WindowBench {
         ASSERT_TRUE(QTest::qWaitFor([&] { return tree->isVisible(); }));
         click_item(tree, family);
         click_item(tree, model);
-        QTest::qWait(50);
+        wait_for_model(model);
     }
 
     // Acts once, as soon as the moment has come: a fixed time would be too early on a busy machine.
@@ -153,6 +153,14 @@ struct WindowBench {
         box->button(button)->click();
     }
 
+    // Until the box shows it: a redraw may be late on a busy machine.
+    void wait_for_model(const QString& model)
+    {
+        auto* box = find<QLineEdit>("txtDevice");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return box->text() == model; }, 2000)) << box->text().toStdString();
+        QTest::qWait(50); // what hangs on the model
+    }
+
     // By keyboard: opens the tree, types the name, takes the model.
     void type_model(const QString& model)
     {
@@ -163,7 +171,7 @@ struct WindowBench {
         ASSERT_TRUE(QTest::qWaitFor([&] { return tree->isVisible(); }));
         QTest::keyClicks(tree, model);
         QTest::keyClick(tree, Qt::Key_Return);
-        QTest::qWait(50);
+        wait_for_model(model);
     }
 
     // Answers the next file dialog by typing the path. The list of completions that may drop down takes the first
