@@ -35,6 +35,8 @@ struct Progress {
     std::int32_t last = 0;
     std::int32_t written_to = -1;
     Unit unit = Unit::byte;
+    std::int32_t before = 0; // of the same job in front of this range, in the same unit
+    std::int32_t behind = 0; // and after it
 };
 
 struct Report : Boxes {

@@ -24,8 +24,19 @@ constexpr Text options_left = {"程序已下载，但 Options 未修改。",
 
 bool write_images(Session& session, const ImageJob& job, Report& report)
 {
-    return std::ranges::all_of(image_writes(job, session.model(), number_in(session.chip.fw_version)),
-        [&](const ImageWrite& write) { return write_range(session, report, write.range, write.image, true); });
+    std::vector<ImageWrite> writes = image_writes(job, session.model(), number_in(session.chip.fw_version));
+    const auto bytes_of = [](const WriteRange& range) { return range.last - range.first + 1; };
+    std::int32_t all = 0;
+    for (const ImageWrite& write : writes)
+        all += bytes_of(write.range);
+    std::int32_t before = 0;
+    for (ImageWrite& write : writes) {
+        write.range.before = before;
+        before += bytes_of(write.range);
+        write.range.behind = all - before;
+    }
+    return std::ranges::all_of(
+        writes, [&](const ImageWrite& write) { return write_range(session, report, write.range, write.image, true); });
 }
 
 Result failed_by(const Session& session, Report& report)

@@ -99,6 +99,7 @@ private:
     bool demo_reply_comes(const DataFrame& frame);
 
     void work_ahead(const Piece& sent);
+    void tell_progress(std::int32_t written_to);
     void tell_good_blocks();
 
     Session& session_;
@@ -141,7 +142,7 @@ DataFrame RangeWriter::build(const Piece& piece, bool again) const
 
 bool RangeWriter::write()
 {
-    report_.progress({range_.first, range_.last, range_.first - 1});
+    tell_progress(range_.first - 1);
     bool good = true;
     for (std::int32_t first = range_.first; good && first <= end_; first = block_end(first) + 1) {
         good = write_block(first, block_end(first)); // the first is shorter where the range begins inside a block
@@ -219,12 +220,17 @@ void RangeWriter::work_ahead(const Piece& sent)
     built_for_ = next;
 }
 
+void RangeWriter::tell_progress(std::int32_t written_to)
+{
+    report_.progress({range_.first, range_.last, written_to, Progress::Unit::byte, range_.before, range_.behind});
+}
+
 void RangeWriter::tell_good_blocks()
 {
     if (untold_last_ == none)
         return;
     put_bytes(session_.programmed, untold_first_, untold_last_, image_);
-    report_.progress({range_.first, range_.last, untold_last_});
+    tell_progress(untold_last_);
     untold_last_ = none;
 }
 

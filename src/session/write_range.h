@@ -18,6 +18,8 @@ struct WriteRange {
     bool as_chunks = true;
     std::int32_t first = 0;
     std::int32_t last = 0; // the range goes on to the end of its block
+    std::int32_t before = 0; // bytes of the same job that are written in front of it, for who waits
+    std::int32_t behind = 0; // and after it
 };
 // False: a block failed, or the user stopped. Bytes past the end of the image go out as 00. `check_boot`: the boot
 // block of older chips may end the range earlier.

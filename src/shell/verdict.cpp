@@ -79,11 +79,7 @@ void wait_for_target(Shell& shell)
     show(shell, VerdictState::waiting);
 }
 
-void work_on_target(Shell& shell)
-{
-    shell.verdict.range_first = -1;
-    show(shell, VerdictState::working);
-}
+void work_on_target(Shell& shell) { show(shell, VerdictState::working); }
 
 void tell_verdict(Shell& shell, Result result, Judged judged, const std::string& number)
 {
@@ -109,18 +105,17 @@ void settle_verdict(Shell& shell)
 
 void show_time_left(Shell& shell, const Progress& progress)
 {
-    Verdict& verdict = shell.verdict;
+    if (progress.unit != Progress::Unit::byte)
+        return;
     const std::int64_t now_us = shell.platform.loop.now_us();
-    if (verdict.range_first != progress.first || progress.written_to < progress.first) {
-        verdict.range_first = progress.first;
-        verdict.range_started_us = now_us;
-    }
-    const std::int64_t done = progress.written_to - progress.first + 1;
-    const std::int64_t total = progress.last - progress.first + 1;
+    const std::int64_t done = progress.before + progress.written_to - progress.first + 1;
+    const std::int64_t total = progress.before + progress.last - progress.first + 1 + progress.behind;
+    if (done <= 0)
+        shell.verdict.writing_since_us = now_us;
     if (done <= 0 || done > total)
         return;
     std::array<char, 32> text{};
-    const std::int64_t elapsed_us = now_us - verdict.range_started_us;
+    const std::int64_t elapsed_us = now_us - shell.verdict.writing_since_us;
     const int percent = static_cast<int>(done * 100 / total);
     int size = 0;
     if (elapsed_us < least_to_judge_pace_us) {

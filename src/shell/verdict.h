@@ -32,8 +32,7 @@ enum class Judged {
 
 struct Verdict {
     VerdictState now = VerdictState::ready;
-    std::int32_t range_first = -1; // of the write stage's progress
-    std::int64_t range_started_us = 0;
+    std::int64_t writing_since_us = 0;
 };
 
 void start_verdict(Shell& shell); // nothing has been asked for

@@ -170,6 +170,30 @@ TEST(Verdict, TellsPercentAndTheTimeThatIsLeft)
     EXPECT_EQ(bench.form.label("labTimeLeft").caption(), "") << "nothing is left";
 }
 
+// Code and EEPROM are two ranges on the wire and one time to wait.
+TEST(Verdict, ThePercentOfCodeAndEepromTogetherNeverGoesBack)
+{
+    VerdictBench bench("Fir-8R");
+    bench.open_data(VerdictBench::pattern(0x1000));
+    std::vector<int> percents;
+    bench.press_download();
+    bench.power_up_after_ms(500);
+    bench.when(sim::Chip::State::writing, [&bench, &percents] {
+        for (int ms = 20; ms < 4000; ms += 20)
+            bench.after_ms(ms, [&bench, &percents] {
+                const std::string& text = bench.form.label("labTimeLeft").caption();
+                if (!text.empty())
+                    percents.push_back(std::stoi(text));
+            });
+    });
+    bench.run_until_idle();
+    ASSERT_EQ(bench.word(), "GOOD");
+    ASSERT_GT(percents.size(), 20U);
+    EXPECT_TRUE(std::is_sorted(percents.begin(), percents.end()));
+    EXPECT_LT(percents.front(), 10);
+    EXPECT_GT(percents.back(), 90);
+}
+
 TEST(Verdict, TheBytesOfTheLastChipAreGoneWhenTheNextIsAwaited)
 {
     VerdictBench bench;
