@@ -51,7 +51,8 @@ QPalette dark_palette()
 
 struct Studio {
     Studio(bool english, const char* model)
-        : shell(Platform{loop, ports, dialogs, settings})
+        : ports(loop, {}, in_language(english, simulated_target))
+        , shell(Platform{loop, ports, dialogs, settings})
     {
         shell.language_is_english = english;
         start_up(shell);
@@ -143,7 +144,7 @@ struct Studio {
     }
 
     QtLoop loop;
-    PortsWithTarget ports{loop, {}};
+    PortsWithTarget ports;
     QtDialogs dialogs;
     MemoryStore settings;
     Shell shell;
