@@ -190,6 +190,7 @@ QWidget* MainWindow::make_model_step()
     auto* layout = new QHBoxLayout(frame);
     layout->addWidget(binder_.label(shell_.form.Label2[0]));
     layout->addWidget(device_box_->box(), 1);
+    layout->addWidget(device_box_->arrow());
     layout->addSpacing(12);
     layout->addWidget(binder_.label(shell_.form.Label2[1]));
     layout->addWidget(binder_.label(shell_.form.LabISP_reange[0]));
