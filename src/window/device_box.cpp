@@ -43,7 +43,6 @@ DeviceBox::DeviceBox(Binder& binder, QWidget* over)
     box_->setCursor(Qt::PointingHandCursor);
     box_->installEventFilter(this);
 
-    arrow_->setFixedWidth(5 * arrow_->fontMetrics().averageCharWidth());
     arrow_->setFocusPolicy(Qt::TabFocus); // the tree goes when it loses the focus, and a click is to find it open
 
     tree_->setHeaderHidden(true);

@@ -15,6 +15,7 @@
 #include "window/page_stack.h"
 #include "window/production_pages.h"
 #include "window/project_page.h"
+#include "window/spoken_names.h"
 #include "window/tool_pages.h"
 #include "window/verdict_field.h"
 
@@ -85,6 +86,7 @@ MainWindow::MainWindow(Shell& shell)
     halves->setStretchFactor(0, 3);
     halves->setStretchFactor(1, 4);
     tie_keys(*this);
+    give_spoken_names(binder_, *this);
     take_stored_place();
     follow_title();
     binder_.follow(shell_.form.comMastWindow, [this] { show_shrunk(); });
