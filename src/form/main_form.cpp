@@ -10,6 +10,7 @@ void register_controls(MainForm& form)
 
     all.add(form.FrameX, "FrameX");
     all.add(form.txtDevice, "txtDevice");
+    all.add(form.Command3, "Command3");
     all.add(form.TreeViewDevice, "TreeViewDevice");
     all.add(form.Label2, "Label2");
     all.add(form.LabISP_reange, "LabISP_reange");
@@ -134,6 +135,7 @@ void register_controls(MainForm& form)
     all.add(form.fra_Batch_quantity, "fra_Batch_quantity");
     all.add(form.texBatchFileName, "texBatchFileName");
     all.add(form.comOpenBatchFile, "comOpenBatchFile");
+    all.add_name(form.comOpenBatchFile, "comOpenBatchFile(0)");
     all.add(form.comSaveBatchFile, "comSaveBatchFile");
     all.add(form.comLockOptions, "comLockOptions");
     all.add(form.comUnlockOptions, "comUnlockOptions");

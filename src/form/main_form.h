@@ -16,6 +16,7 @@ struct MainForm {
     // Step 1: the model. The tree drops down from txtDevice.
     Frame FrameX[5];
     TextBox txtDevice;
+    Button Command3; // drops the tree down, and takes it back
     Tree TreeViewDevice;
     Label Label2[7];
     Label LabISP_reange[2]; // first and last application address

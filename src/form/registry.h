@@ -17,7 +17,7 @@ public:
             add(controls[i], name, static_cast<int>(i));
     }
 
-    // A second name, for those who know an array's first element by the name of the array.
+    // A second name, for those who know an array's first element by the name of the array, or the other way round.
     void add_name(Control& control, const std::string& full_name) { by_full_name_[full_name] = &control; }
 
     // An array element by name and index, a single control by its name alone; null where there is none.

@@ -34,6 +34,7 @@ constexpr CaptionRow captions[] = {
     { "Label2",                         3, { "起始地址(HEX)", "Start address (HEX)" } },
     { "Label2",                         4, { "起始地址(HEX)", "Start address (HEX)" } },
     { "Label2",                         5, { "串口:", "COM:" } },
+    { "Command3",                      -1, { "▼", "▼" } },
     { "comOtherPort",                  -1, { "其它...", "Other..." } },
     { "comLoadFile",                   -1, { "打开程序文件", "Open Code File" } },
     { "comLoadDataFile",               -1, { "打开 EEPROM 文件", "Open EEPROM File" } },

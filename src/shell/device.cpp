@@ -135,6 +135,14 @@ void close_device_tree(Shell& shell)
     shell.form.TreeViewDevice.set_visible(false);
 }
 
+void toggle_device_tree(Shell& shell)
+{
+    if (shell.form.TreeViewDevice.visible())
+        close_device_tree(shell);
+    else
+        open_device_tree(shell);
+}
+
 void TreeViewDevice_NodeClick(Shell& shell, std::string_view key)
 {
     if (key.substr(0, 6) == "Family")

@@ -11,6 +11,7 @@ void build_device_tree(Shell& shell); // once, at start; the language of that mo
 
 void open_device_tree(Shell& shell);
 void close_device_tree(Shell& shell);
+void toggle_device_tree(Shell& shell);
 
 // A click on a node. Family nodes only open and close; a model becomes the selected one, with empty buffers, also one
 // that the tree of this language does not offer.

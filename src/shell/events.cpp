@@ -60,6 +60,7 @@ struct EventRow {
 // state and nothing else.
 constexpr EventRow events[] = {
     { "txtDevice",          [](Shell& shell, int) { open_device_tree(shell); } },
+    { "Command3",           [](Shell& shell, int) { toggle_device_tree(shell); } },
     { "FrameX",             [](Shell& shell, int) { close_device_tree(shell); } },
     { "comOtherPort",       [](Shell& shell, int) { comOtherPort_Click(shell); } },
     { "comLoadFile",        [](Shell& shell, int) { open_if_project(shell, comLoadFile_Click(shell)); } },

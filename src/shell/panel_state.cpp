@@ -23,6 +23,7 @@ struct PanelRow {
 constexpr PanelRow panel_rows[] = {
 //    control                index    0123
     { "txtDevice",           single, "1000" },
+    { "Command3",            single, "1000" },
     { "TreeViewDevice",      single, "1000" },
     { "txtAP_FileStart",     single, "1000" },
     { "txtFileCheckSum",     single, "1000" },

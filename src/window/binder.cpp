@@ -316,10 +316,22 @@ QCheckBox* Binder::check(CheckBox& control)
     return widget;
 }
 
+// The control's group knows which one is chosen. Without a group of its own a widget would take its neighbours for one,
+// and by itself a screen reader would take it for a box to tick.
+QButtonGroup* Binder::group_of(OptionButton& control)
+{
+    QButtonGroup*& group = groups_[control.group.empty() ? &control : control.group.front()];
+    if (group == nullptr) {
+        group = new QButtonGroup(this);
+        group->setExclusive(false);
+    }
+    return group;
+}
+
 QRadioButton* Binder::option(OptionButton& control)
 {
     auto* widget = new QRadioButton;
-    widget->setAutoExclusive(false); // the control's group knows which belong together
+    group_of(control)->addButton(widget);
     connect(widget, &QRadioButton::clicked, this, [this, &control, widget] {
         after(control, choose_option(shell_, control));
         widget->setChecked(control.value());

@@ -5,6 +5,7 @@
 #include "shell/gate.h"
 #include "window/number_field.h"
 
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QElapsedTimer>
@@ -65,12 +66,14 @@ private:
     void changed();
     void after(const Control& control, Touch touch); // a hand: what was refused shows the control as it is
     void press(Button& control, QPushButton& widget);
+    QButtonGroup* group_of(OptionButton& control);
     void arrow(const OptionButton& control, int step);
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     Shell& shell_;
     std::unordered_map<const Control*, std::function<void()>> shows_;
     std::unordered_map<const OptionButton*, QRadioButton*> options_;
+    std::unordered_map<const OptionButton*, QButtonGroup*> groups_; // by the first of each
     QWidget* resting_place_ = nullptr;
     QTimer refresh_timer_;
     QElapsedTimer since_refresh_;

@@ -136,6 +136,7 @@ QWidget* make_strings(Binder& binder)
         grid->addWidget(send, row, 2);
     }
     auto* scrolled = new QScrollArea;
+    scrolled->setFocusPolicy(Qt::NoFocus); // each of its rows is gone to
     scrolled->setWidget(rows);
     scrolled->setWidgetResizable(true);
     scrolled->setFrameShape(QFrame::NoFrame);

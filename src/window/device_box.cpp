@@ -43,11 +43,14 @@ DeviceBox::DeviceBox(Binder& binder, QWidget* over)
     : binder_(binder)
     , shell_(binder.shell())
     , box_(binder.line(shell_.form.txtDevice))
+    , arrow_(binder.button(shell_.form.Command3))
     , tree_(new QTreeWidget(over))
 {
     box_->setReadOnly(true);
     box_->setCursor(Qt::PointingHandCursor);
     box_->installEventFilter(this);
+
+    arrow_->setFocusPolicy(Qt::TabFocus); // the tree goes when it loses the focus, and a click is to find it open
 
     tree_->setHeaderHidden(true);
     tree_->setFrameShape(QFrame::Box);

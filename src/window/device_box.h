@@ -18,6 +18,7 @@ public:
     DeviceBox(Binder& binder, QWidget* over);
 
     QLineEdit* box() { return box_; }
+    QPushButton* arrow() { return arrow_; }
 
 private:
     void fill();
@@ -31,6 +32,7 @@ private:
     Binder& binder_;
     Shell& shell_;
     QLineEdit* box_;
+    QPushButton* arrow_;
     QTreeWidget* tree_;
     QString typed_; // letters of a model that is looked for
     QElapsedTimer since_typed_;

@@ -16,6 +16,7 @@
 #include "window/page_stack.h"
 #include "window/production_pages.h"
 #include "window/project_page.h"
+#include "window/spoken_names.h"
 #include "window/tool_pages.h"
 #include "window/verdict_field.h"
 
@@ -99,6 +100,7 @@ MainWindow::MainWindow(Shell& shell)
     for (const QGroupBox* frame : findChildren<QGroupBox*>())
         frame->layout()->setContentsMargins(2 * margin, margin, 2 * margin, margin);
     tie_keys(*this);
+    give_spoken_names(binder_, *this);
     take_stored_place();
     follow_title();
     binder_.follow(shell_.form.comMastWindow, [this] { show_shrunk(); });
@@ -205,6 +207,7 @@ QWidget* MainWindow::make_model_step()
     auto* layout = new QHBoxLayout(frame);
     layout->addWidget(binder_.label(shell_.form.Label2[0]));
     layout->addWidget(device_box_->box(), 1);
+    layout->addWidget(device_box_->arrow());
     layout->addSpacing(12);
     layout->addWidget(binder_.label(shell_.form.Label2[1]));
     layout->addWidget(binder_.label(shell_.form.LabISP_reange[0]));

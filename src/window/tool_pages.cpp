@@ -87,6 +87,7 @@ QWidget* make_board_page(Binder& binder)
     sides->addLayout(controls, 1);
     auto* lamps = new QScrollArea;
     auto* table = new LampTable(binder.shell().language_is_english);
+    lamps->setObjectName("lampTable");
     lamps->setWidget(table);
     lamps->setFrameShape(QFrame::NoFrame);
     lamps->setMinimumWidth(table->sizeHint().width() + lamps->verticalScrollBar()->sizeHint().width());
@@ -108,6 +109,7 @@ QWidget* make_hardware_page(Binder& binder)
     text->setWordWrap(true);
     text->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     auto* scrolled = new QScrollArea;
+    scrolled->setObjectName("hardwareText");
     scrolled->setWidget(text);
     scrolled->setWidgetResizable(true);
     scrolled->setFrameShape(QFrame::NoFrame);
