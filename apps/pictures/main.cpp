@@ -1,8 +1,8 @@
 // vrk-pictures: pictures of the real window, for the manual and to be looked at. The steps stand on the command line in
 // their order:
 //   vrk-pictures [dark] [zh|en] STEP...
-//   model NAME | file PATH | page KEY | port simulated | power on|off | click NAME | tick NAME | size WIDTHxHEIGHT |
-//   wait MS | shot FILE.png
+//   model NAME | file PATH | page KEY | port simulated|PATH | power on|off | click NAME | tick NAME | set NAME=VALUE |
+//   size WIDTHxHEIGHT | close box | wait MS | shot FILE.png
 #include "isp/ports_with_target.h"
 #include "isp/target_panel.h"
 
@@ -10,14 +10,17 @@
 #include "host/qt_dialogs.h"
 #include "host/qt_loop.h"
 #include "shell/events.h"
-#include "shell/open_file.h"
+#include "shell/open_path.h"
+#include "shell/ports.h"
 #include "shell/start_up.h"
 #include "window/main_window.h"
 
 #include <QApplication>
+#include <QImage>
 #include <QStyleFactory>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdio>
 #include <map>
 #include <memory>
@@ -48,7 +51,8 @@ QPalette dark_palette()
 
 struct Studio {
     Studio(bool english, const char* model)
-        : shell(Platform{loop, ports, dialogs, settings})
+        : ports(loop, {}, in_language(english, simulated_target))
+        , shell(Platform{loop, ports, dialogs, settings})
     {
         shell.language_is_english = english;
         start_up(shell);
@@ -66,31 +70,64 @@ struct Studio {
         }
     }
 
+    // Types into a text box, picks the item of a list, presses a choice.
+    void set(Control& control, const std::string& value)
+    {
+        auto* list = dynamic_cast<ComboBox*>(&control);
+        if (auto* option = dynamic_cast<OptionButton*>(&control)) {
+            choose_option(shell, *option);
+        } else if (list != nullptr && !list->editable) {
+            const auto item = std::ranges::find(list->items(), value);
+            choose_item(shell, *list, static_cast<int>(item - list->items().begin()));
+        } else {
+            type_text(shell, control, value);
+        }
+    }
+
     void take(const std::string& step, const std::string& what)
     {
         const std::map<std::string, std::function<void()>> steps = {
             {"model", [&] { choose_node(shell, shell.form.TreeViewDevice, what); }},
-            {"file",
-                [&] {
-                    take_path(shell, BufferKind::code, what);
-                    load_file(shell, what, shell.code_buffer);
-                }},
+            {"file", [&] { open_path(shell, what); }},
             {"page", [&] { show_page(what); }},
             {"port",
                 [&] {
                     ComboBox& port = shell.form.combCommPort;
-                    choose_item(shell, port, static_cast<int>(port.items().size()) - 1);
+                    if (what == "simulated")
+                        choose_item(shell, port, static_cast<int>(port.items().size()) - 1);
+                    else
+                        add_port(shell, what);
                 }},
             {"power", [&] { ports.chip().power(what == "on"); }},
             {"click", [&] { click(shell, *shell.form.controls.find_full(what)); }},
+            {"set",
+                [&] {
+                    const std::size_t sign = what.find('=');
+                    set(*shell.form.controls.find_full(what.substr(0, sign)), what.substr(sign + 1));
+                }},
             {"tick", [&] { set_checked(shell, static_cast<CheckBox&>(*shell.form.controls.find_full(what)), true); }},
             {"size",
                 [&] {
                     const QStringList sides = to_qt(what).split('x');
                     window->resize(sides[0].toInt(), sides[1].toInt());
                 }},
+            {"close",
+                [&] {
+                    if (QWidget* box = QApplication::activeModalWidget())
+                        box->close();
+                }},
             {"wait", [] {}},
-            {"shot", [&] { window->grab().save(to_qt(what)); }},
+            {"shot",
+                [&] {
+                    // With five bits a colour the few shades of a window fit a palette, and the file is a third.
+                    constexpr int smallest = 0;
+                    const QImage image = window->grab()
+                                             .toImage()
+                                             .convertToFormat(QImage::Format_RGB555)
+                                             .convertToFormat(QImage::Format_RGB32)
+                                             .convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither);
+                    image.save(to_qt(what), "PNG", smallest);
+                }},
         };
         const auto found = steps.find(step);
         if (found == steps.end())
@@ -112,7 +149,7 @@ struct Studio {
     }
 
     QtLoop loop;
-    PortsWithTarget ports{loop, {}};
+    PortsWithTarget ports;
     QtDialogs dialogs;
     MemoryStore settings;
     Shell shell;
