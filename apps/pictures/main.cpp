@@ -121,8 +121,13 @@ struct Studio {
             {"screen", [&] { window->screen()->grabWindow(0).save(to_qt(what)); }}, // with what a window manager adds
             {"shot",
                 [&] {
+                    // With five bits a colour the few shades of a window fit a palette, and the file is a third.
                     constexpr int smallest = 0;
-                    const QImage image = window->grab().toImage().convertToFormat(QImage::Format_RGB888);
+                    const QImage image = window->grab()
+                                             .toImage()
+                                             .convertToFormat(QImage::Format_RGB555)
+                                             .convertToFormat(QImage::Format_RGB32)
+                                             .convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither);
                     image.save(to_qt(what), "PNG", smallest);
                 }},
         };
