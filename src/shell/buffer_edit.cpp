@@ -138,6 +138,39 @@ std::optional<DumpByte> highlighted_byte(const TextBox& box)
     return dump_byte_at(box.text(), static_cast<std::size_t>(box.sel_start()));
 }
 
+void put_digit(Shell& shell, FileBuffer& buffer, const DigitEdit& edit, std::uint8_t value)
+{
+    buffer.data[static_cast<std::size_t>(edit.address)] = value;
+    vscFile_Change(shell, index_of(buffer.kind));
+    show_stretch(shell, buffer, edit.address, edit.address);
+    TextBox& dump = controls_of(shell, buffer.kind).dump;
+    highlight(dump, static_cast<std::size_t>(dump.sel_start()) + (edit.low_digit ? 1 : 0));
+}
+
+void undo_edit(Shell& shell, FileBuffer& buffer)
+{
+    EditHistory& history = shell.loader.history[index_of(buffer.kind)];
+    if (history.done.empty() || !shell.job_may_change())
+        return;
+    const DigitEdit edit = history.done.back();
+    history.done.pop_back();
+    history.undone.push_back(edit);
+    shell.loader.edited[index_of(buffer.kind)] = edit.was_edited;
+    put_digit(shell, buffer, edit, edit.before);
+}
+
+void redo_edit(Shell& shell, FileBuffer& buffer)
+{
+    EditHistory& history = shell.loader.history[index_of(buffer.kind)];
+    if (history.undone.empty() || !shell.job_may_change())
+        return;
+    const DigitEdit edit = history.undone.back();
+    history.undone.pop_back();
+    history.done.push_back(edit);
+    shell.loader.edited[index_of(buffer.kind)] = true;
+    put_digit(shell, buffer, edit, edit.after);
+}
+
 } // namespace
 
 void highlight_digit(TextBox& box)
@@ -150,10 +183,16 @@ void highlight_digit(TextBox& box)
         box.select(box.sel_start(), 0);
 }
 
+bool changes_bytes(std::string_view key) { return key.size() == 1 || key == undo_key || key == redo_key; }
+
 void press_edit_key(Shell& shell, FileBuffer& buffer, std::string_view key)
 {
     if (key.size() == 1)
         key_press(shell, buffer, key[0]);
+    else if (key == undo_key)
+        undo_edit(shell, buffer);
+    else if (key == redo_key)
+        redo_edit(shell, buffer);
     else
         key_down(shell, buffer, key);
 }
@@ -200,9 +239,14 @@ void key_press(Shell& shell, FileBuffer& buffer, char key)
     const int caret = controls.dump.sel_start();
     std::string text = controls.dump.text();
     text[static_cast<std::size_t>(caret)] = upper_case({&key, 1})[0];
-    buffer.data[static_cast<std::size_t>(byte->address)] =
-        static_cast<std::uint8_t>(hex_number(std::string_view{text}.substr(byte->digits, 2)));
+    std::uint8_t& value = buffer.data[static_cast<std::size_t>(byte->address)];
+    DigitEdit edit{byte->address, value, value, static_cast<std::size_t>(caret) != byte->digits,
+        shell.loader.edited[index_of(buffer.kind)]};
+    value = edit.after = static_cast<std::uint8_t>(hex_number(std::string_view{text}.substr(byte->digits, 2)));
+    shell.loader.history[index_of(buffer.kind)].done.push_back(edit);
+    shell.loader.history[index_of(buffer.kind)].undone.clear();
     shell.loader.edited[index_of(buffer.kind)] = true;
+    show_edited_sum(shell, buffer);
     controls.dump.set_text(text);
     controls.dump_twin.set_text(text);
     controls.dump.select(caret + 1, 0);
