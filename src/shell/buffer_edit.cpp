@@ -147,28 +147,20 @@ void put_digit(Shell& shell, FileBuffer& buffer, const DigitEdit& edit, std::uin
     highlight(dump, static_cast<std::size_t>(dump.sel_start()) + (edit.low_digit ? 1 : 0));
 }
 
-void undo_edit(Shell& shell, FileBuffer& buffer)
-{
-    EditHistory& history = shell.loader.history[index_of(buffer.kind)];
-    if (history.done.empty() || !shell.job_may_change())
-        return;
-    const DigitEdit edit = history.done.back();
-    history.done.pop_back();
-    history.undone.push_back(edit);
-    shell.loader.edited[index_of(buffer.kind)] = edit.was_edited;
-    put_digit(shell, buffer, edit, edit.before);
-}
+enum class Step { back, again };
 
-void redo_edit(Shell& shell, FileBuffer& buffer)
+void take_step(Shell& shell, FileBuffer& buffer, Step step)
 {
     EditHistory& history = shell.loader.history[index_of(buffer.kind)];
-    if (history.undone.empty() || !shell.job_may_change())
+    const bool back = step == Step::back;
+    std::vector<DigitEdit>& from = back ? history.done : history.undone;
+    if (from.empty() || !shell.job_may_change())
         return;
-    const DigitEdit edit = history.undone.back();
-    history.undone.pop_back();
-    history.done.push_back(edit);
-    shell.loader.edited[index_of(buffer.kind)] = true;
-    put_digit(shell, buffer, edit, edit.after);
+    const DigitEdit edit = from.back();
+    from.pop_back();
+    (back ? history.undone : history.done).push_back(edit);
+    shell.loader.edited[index_of(buffer.kind)] = !back || edit.was_edited;
+    put_digit(shell, buffer, edit, back ? edit.before : edit.after);
 }
 
 } // namespace
@@ -190,9 +182,9 @@ void press_edit_key(Shell& shell, FileBuffer& buffer, std::string_view key)
     if (key.size() == 1)
         key_press(shell, buffer, key[0]);
     else if (key == undo_key)
-        undo_edit(shell, buffer);
+        take_step(shell, buffer, Step::back);
     else if (key == redo_key)
-        redo_edit(shell, buffer);
+        take_step(shell, buffer, Step::again);
     else
         key_down(shell, buffer, key);
 }
