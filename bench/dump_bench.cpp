@@ -15,7 +15,7 @@ namespace {
 
 constexpr int pages = 200;
 constexpr std::int32_t last_address = 0xFFFF;
-const QSize size{520, 720}; // of a tall window
+const QSize size{700, 720}; // of a tall window, with room for the characters
 
 struct NoPorts final : vrk::PortDriver {
     std::vector<vrk::PortInfo> list() override { return {}; }

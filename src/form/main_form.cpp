@@ -110,7 +110,13 @@ void register_controls(MainForm& form)
     all.add(form.LabFileCheckSum, "LabFileCheckSum");
     all.add(form.txtFileCheckSum, "txtFileCheckSum");
     all.add(form.txtDataFileCheckSum, "txtDataFileCheckSum");
+    all.add(form.labEditedCheckSum, "labEditedCheckSum");
     all.add(form.Label7, "Label7");
+    all.add(form.LabDumpAddress, "LabDumpAddress");
+    all.add(form.texDumpAddress, "texDumpAddress");
+    all.add(form.LabDumpFind, "LabDumpFind");
+    all.add(form.texDumpFind, "texDumpFind");
+    all.add(form.labDumpFound, "labDumpFound");
     all.add(form.LabEdit_Clew, "LabEdit_Clew");
 
     all.add(form.fraAuto_Increase, "fraAuto_Increase");
@@ -238,6 +244,9 @@ void register_controls(MainForm& form)
     all.add(form.fraAboutHardWare, "fraAboutHardWare");
     all.add(form.LabAboutHardWare, "LabAboutHardWare");
     all.add(form.mnuTitle, "mnuTitle");
+    all.add(form.mnuRecentTitle, "mnuRecentTitle");
+    all.add(form.mnuRecentFile, "mnuRecentFile");
+    all.add(form.mnuRecentProject, "mnuRecentProject");
     all.add(form.mnuLanguage, "mnuLanguage");
     all.add(form.mnuAbout, "mnuAbout");
 

@@ -129,7 +129,13 @@ struct MainForm {
     Label LabFileCheckSum[2];
     TextBox txtFileCheckSum;
     TextBox txtDataFileCheckSum;
+    Label labEditedCheckSum[2]; // of the bytes as a hand has left them
     Label Label7[3]; // 1 and 2: effective length of the code and of the EEPROM file
+    Label LabDumpAddress[2]; // of the fields of each dump: an address to go to, what to look for, and the answer
+    TextBox texDumpAddress[2];
+    Label LabDumpFind[2];
+    TextBox texDumpFind[2];
+    Label labDumpFound[2];
     Label LabEdit_Clew; // how to edit a buffer; there for a while after each edit
 
     // Serial numbers.
@@ -268,7 +274,10 @@ struct MainForm {
     Label LabAboutHardWare;
 
     // The menu.
-    Label mnuTitle[3]; // of the tools, the languages and the help
+    Label mnuTitle[4]; // of the tools, the languages, the help and the files
+    Label mnuRecentTitle[2]; // of the two lists
+    Button mnuRecentFile[8]; // the newest first; the caption is the path
+    Button mnuRecentProject[8];
     OptionButton mnuLanguage[2]; // of the next start: 0: Chinese, 1: English
     Button mnuAbout;
 

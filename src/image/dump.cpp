@@ -67,18 +67,33 @@ std::int64_t end_of_dump(std::int64_t size, std::int32_t first, std::int32_t las
 
 std::optional<Selection> number_selection(const AutoIncrease& record, std::int32_t first, std::int64_t end)
 {
+    return stretch_selection(record.address + 1 - record.bytes, record.address, first, end);
+}
+
+std::optional<Selection> stretch_selection(std::int32_t from, std::int32_t to, std::int32_t first, std::int64_t end)
+{
     const std::int32_t line_first = line_of(first);
-    const std::int64_t number_first =
-        std::max<std::int64_t>(std::int64_t{record.address} + 1 - record.bytes, line_first);
-    const std::int64_t number_last = std::min<std::int64_t>(record.address, end - 1);
-    if (number_first > number_last)
+    const std::int64_t first_seen = std::max(from, line_first);
+    const std::int64_t last_seen = std::min<std::int64_t>(to, end - 1);
+    if (first_seen > last_seen)
         return std::nullopt;
     const auto place = [line_first](std::int64_t address) {
         const std::int64_t offset = address - line_first;
         return static_cast<int>(
             offset / bytes_per_line * dump_line_size + dump_data_column + offset % bytes_per_line * dump_byte_size);
     };
-    return Selection{place(number_first), place(number_last) + 2 - place(number_first)};
+    return Selection{place(first_seen), place(last_seen) + 2 - place(first_seen)};
+}
+
+std::string dump_characters(std::string_view line)
+{
+    std::string characters;
+    for (std::size_t pair = dump_data_column; pair + 1 < line.size() && is_hex(line.substr(pair, 2));
+         pair += dump_byte_size) {
+        const char character = static_cast<char>(pair_value(line[pair], line[pair + 1]));
+        characters += character >= ' ' && character <= '~' ? character : '.';
+    }
+    return characters;
 }
 
 std::optional<std::int32_t> dump_line_address(std::string_view line)

@@ -31,6 +31,8 @@ struct Selection {
     int length;
 };
 std::optional<Selection> number_selection(const AutoIncrease& record, std::int32_t first, std::int64_t end);
+// The same of any bytes, from `from` to `to`.
+std::optional<Selection> stretch_selection(std::int32_t from, std::int32_t to, std::int32_t first, std::int64_t end);
 
 // The byte that has one of its two digits at a position of a dump. Nothing: another thing stands there.
 struct DumpByte {
@@ -38,6 +40,9 @@ struct DumpByte {
     std::size_t digits; // position of the first one
 };
 std::optional<DumpByte> dump_byte_at(std::string_view text, std::size_t position);
+
+// The bytes of a line, with its end or without, as characters: a full stop for those that are none of plain text.
+std::string dump_characters(std::string_view line);
 
 // The address that a line of a dump begins with: the five digits in front of its first three blanks.
 std::optional<std::int32_t> dump_line_address(std::string_view line);

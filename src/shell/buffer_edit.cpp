@@ -138,6 +138,31 @@ std::optional<DumpByte> highlighted_byte(const TextBox& box)
     return dump_byte_at(box.text(), static_cast<std::size_t>(box.sel_start()));
 }
 
+void put_digit(Shell& shell, FileBuffer& buffer, const DigitEdit& edit, std::uint8_t value)
+{
+    buffer.data[static_cast<std::size_t>(edit.address)] = value;
+    vscFile_Change(shell, index_of(buffer.kind));
+    show_stretch(shell, buffer, edit.address, edit.address);
+    TextBox& dump = controls_of(shell, buffer.kind).dump;
+    highlight(dump, static_cast<std::size_t>(dump.sel_start()) + (edit.low_digit ? 1 : 0));
+}
+
+enum class Step { back, again };
+
+void take_step(Shell& shell, FileBuffer& buffer, Step step)
+{
+    EditHistory& history = shell.loader.history[index_of(buffer.kind)];
+    const bool back = step == Step::back;
+    std::vector<DigitEdit>& from = back ? history.done : history.undone;
+    if (from.empty() || !shell.job_may_change())
+        return;
+    const DigitEdit edit = from.back();
+    from.pop_back();
+    (back ? history.undone : history.done).push_back(edit);
+    shell.loader.edited[index_of(buffer.kind)] = !back || edit.was_edited;
+    put_digit(shell, buffer, edit, back ? edit.before : edit.after);
+}
+
 } // namespace
 
 void highlight_digit(TextBox& box)
@@ -150,10 +175,16 @@ void highlight_digit(TextBox& box)
         box.select(box.sel_start(), 0);
 }
 
+bool changes_bytes(std::string_view key) { return key.size() == 1 || key == undo_key || key == redo_key; }
+
 void press_edit_key(Shell& shell, FileBuffer& buffer, std::string_view key)
 {
     if (key.size() == 1)
         key_press(shell, buffer, key[0]);
+    else if (key == undo_key)
+        take_step(shell, buffer, Step::back);
+    else if (key == redo_key)
+        take_step(shell, buffer, Step::again);
     else
         key_down(shell, buffer, key);
 }
@@ -200,9 +231,14 @@ void key_press(Shell& shell, FileBuffer& buffer, char key)
     const int caret = controls.dump.sel_start();
     std::string text = controls.dump.text();
     text[static_cast<std::size_t>(caret)] = upper_case({&key, 1})[0];
-    buffer.data[static_cast<std::size_t>(byte->address)] =
-        static_cast<std::uint8_t>(hex_number(std::string_view{text}.substr(byte->digits, 2)));
+    std::uint8_t& value = buffer.data[static_cast<std::size_t>(byte->address)];
+    DigitEdit edit{byte->address, value, value, static_cast<std::size_t>(caret) != byte->digits,
+        shell.loader.edited[index_of(buffer.kind)]};
+    value = edit.after = static_cast<std::uint8_t>(hex_number(std::string_view{text}.substr(byte->digits, 2)));
+    shell.loader.history[index_of(buffer.kind)].done.push_back(edit);
+    shell.loader.history[index_of(buffer.kind)].undone.clear();
     shell.loader.edited[index_of(buffer.kind)] = true;
+    show_edited_sum(shell, buffer);
     controls.dump.set_text(text);
     controls.dump_twin.set_text(text);
     controls.dump.select(caret + 1, 0);

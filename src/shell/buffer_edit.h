@@ -13,8 +13,13 @@ namespace vrk {
 // reach, nothing stays selected.
 void highlight_digit(TextBox& box);
 
+constexpr std::string_view undo_key = "CtrlZ";
+constexpr std::string_view redo_key = "CtrlY";
+bool changes_bytes(std::string_view key); // one that is of no use while the job is sealed
+
 // A whole keystroke in the box of a buffer: "PageUp", "PageDown", "Up", "Down", "Left", "Right",
-// "Home" and "End" in the line, "CtrlHome" and "CtrlEnd" in the buffer, or one character. All others do nothing.
+// "Home" and "End" in the line, "CtrlHome" and "CtrlEnd" in the buffer, the two above, or one character. All others do
+// nothing. Digits typed since the bytes came in can be taken back one by one, and be done again.
 void press_edit_key(Shell& shell, FileBuffer& buffer, std::string_view key);
 
 void key_down(

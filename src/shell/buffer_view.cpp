@@ -3,10 +3,16 @@
 #include "form/main_form.h"
 
 #include "image/dump.h"
+#include "image/load.h"
 #include "shell/messages.h"
 #include "shell/serial_numbers.h"
 
+#include "platform/text_number.h"
+
 #include <algorithm>
+#include <numeric>
+#include <optional>
+#include <span>
 #include <string>
 
 namespace vrk {
@@ -21,6 +27,7 @@ constexpr int lines_left_at_bottom = 3; // the lowest stand of the bar still sho
 //                                   Chinese                English
 constexpr Text code_length_label = { "程序文件有效长度：", "Effective length of code file: " };
 constexpr Text data_length_label = { "数据文件有效长度：", "Effective length of data file: " };
+constexpr Text edited_sum_label  = { "修改后: ",          "Edited: " };
 // clang-format on
 
 std::string length_text(const Shell& shell, const Text& label, const FileBuffer& buffer)
@@ -48,17 +55,19 @@ BufferControls controls_of(Shell& shell, BufferKind kind)
     MainForm& form = shell.form;
     if (kind == BufferKind::code) {
         return {form.txtAP_FileStart, form.cheClearAP_Buffer, form.txtFileCheckSum, form.Frame7,
-            "Program File: ", form.txtBuffer2, form.txtBuffer, form.vscFile[0], form.Label7[1]};
+            "Program File: ", form.txtBuffer2, form.txtBuffer, form.vscFile[0], form.Label7[1],
+            form.labEditedCheckSum[0]};
     }
     return {form.txtDataFileStart, form.cheClearDataBuffer, form.txtDataFileCheckSum, form.frmDataFlash,
-        "Data File: ", form.tetDataFlash2, form.txtDataFlash1, form.vscFile[1], form.Label7[2]};
+        "Data File: ", form.tetDataFlash2, form.txtDataFlash1, form.vscFile[1], form.Label7[2],
+        form.labEditedCheckSum[1]};
 }
 
 void clear_buffer(Shell& shell, std::uint8_t fill, FileBuffer& buffer)
 {
     empty_buffer(fill, buffer);
     ++shell.loader.acts[index_of(buffer.kind)];
-    shell.loader.edited[index_of(buffer.kind)] = false;
+    forget_edits(shell, buffer.kind);
     if (buffer.kind == BufferKind::code) {
         shell.file_loaded = false;
         shell.loader.code_is_project = false;
@@ -71,6 +80,26 @@ void clear_buffer(Shell& shell, std::uint8_t fill, FileBuffer& buffer)
     controls.path_frame.set_caption(controls.path_caption);
     controls.checksum.set_text("");
     show_effective_lengths(shell);
+}
+
+void forget_edits(Shell& shell, BufferKind kind)
+{
+    shell.loader.edited[index_of(kind)] = false;
+    forget_history(shell, kind);
+}
+
+void forget_history(Shell& shell, BufferKind kind) { shell.loader.history[index_of(kind)] = {}; }
+
+void show_edited_sum(Shell& shell, const FileBuffer& buffer)
+{
+    Label& label = controls_of(shell, buffer.kind).edited_sum;
+    if (!shell.loader.edited[index_of(buffer.kind)])
+        return label.set_caption("");
+    const auto first = static_cast<std::size_t>(std::max(buffer.view_low, 0));
+    const auto end = static_cast<std::size_t>(std::clamp(buffer.view_high, -1, buffer.last()) + 1);
+    const std::span<const std::uint8_t> bytes{buffer.data.data() + std::min(first, end), end - std::min(first, end)};
+    const std::string sum = checksum_text(std::accumulate(bytes.begin(), bytes.end(), 0));
+    label.set_caption(std::string{in_language(shell, edited_sum_label)} + std::string{trimmed(sum)} + "*");
 }
 
 void show_effective_lengths(Shell& shell)
@@ -93,6 +122,7 @@ void render(Shell& shell, const FileBuffer& buffer, std::int32_t first_address, 
     const auto number = number_selection(record, first_address, end_of_dump(size, first_address, last_address, lines));
     if (record.valid && number)
         controls.dump.select(number->start, number->length);
+    show_edited_sum(shell, buffer);
 }
 
 AddressRange shown_range(Shell& shell, const FileBuffer& buffer)
@@ -134,6 +164,22 @@ void show_from(Shell& shell, const FileBuffer& buffer, std::int32_t address)
     set_scroll_range(shell, buffer);
     controls_of(shell, buffer.kind).bar.set_value((address - shown_range(shell, buffer).first) / bytes_per_line);
     vscFile_Change(shell, index_of(buffer.kind));
+}
+
+void show_stretch(Shell& shell, const FileBuffer& buffer, std::int32_t first, std::int32_t last)
+{
+    TextBox& dump = controls_of(shell, buffer.kind).dump;
+    const auto place = [&]() -> std::optional<Selection> {
+        const auto top = dump_line_address(dump.text());
+        if (!top || first < *top)
+            return std::nullopt;
+        const auto lines = static_cast<std::int64_t>(dump.text().size() + dump_line_size - 1) / dump_line_size;
+        return stretch_selection(first, last, *top, *top + lines * bytes_per_line);
+    };
+    if (!place())
+        show_from(shell, buffer, first);
+    if (const auto found = place())
+        dump.select(found->start, found->length);
 }
 
 } // namespace vrk

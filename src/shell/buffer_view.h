@@ -24,12 +24,20 @@ struct BufferControls {
     TextBox& dump_twin;
     ScrollBar& bar;
     Label& length;
+    Label& edited_sum;
 };
 BufferControls controls_of(Shell& shell, BufferKind kind);
 
 // Back to an empty image: fills the buffer, forgets the load, redraws the view from address 0. Clearing the code buffer
 // also clears file_loaded; clearing the EEPROM buffer leaves it, since the flag speaks of a code file.
 void clear_buffer(Shell& shell, std::uint8_t fill, FileBuffer& buffer);
+
+// The bytes are those of a load again: no hand has changed them, and there is nothing to undo.
+void forget_edits(Shell& shell, BufferKind kind);
+// Something else than a hand has changed the bytes, a serial number for one: an undo would put old ones back.
+void forget_history(Shell& shell, BufferKind kind);
+// Beside the checksum of the load, which stays: that of the bytes as they are, once a hand has changed some of them.
+void show_edited_sum(Shell& shell, const FileBuffer& buffer);
 
 // Writes the effective length, high + 1, behind the two labels; a buffer without a load shows the bare label.
 void show_effective_lengths(Shell& shell);
@@ -49,5 +57,7 @@ void vscFile_Change(Shell& shell, int index);
 void update_view(Shell& shell, const FileBuffer& buffer);
 // The same, with the line of that address as the first one shown, as far as the bar goes.
 void show_from(Shell& shell, const FileBuffer& buffer, std::int32_t address);
+// Highlights what of the bytes from `first` to `last` is in view; scrolls where the first of them is not.
+void show_stretch(Shell& shell, const FileBuffer& buffer, std::int32_t first, std::int32_t last);
 
 } // namespace vrk

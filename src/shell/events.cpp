@@ -6,6 +6,7 @@
 #include "shell/buffer_edit.h"
 #include "shell/buffer_view.h"
 #include "shell/device.h"
+#include "shell/dump_search.h"
 #include "shell/file_watch.h"
 #include "shell/help_texts.h"
 #include "shell/kept_settings.h"
@@ -20,6 +21,7 @@
 #include "shell/press.h"
 #include "shell/project.h"
 #include "shell/rc_boxes.h"
+#include "shell/recent.h"
 #include "shell/serial_numbers.h"
 #include "shell/settings.h"
 #include "shell/shrink.h"
@@ -99,6 +101,8 @@ constexpr EventRow events[] = {
     { "com_TJXZ_help",      [](Shell& shell, int) { show_help(shell, Help::board); } },
     { "comDebugHelp",       [](Shell& shell, int index) { comDebugHelp_Click(shell, index); } },
     { "comMastWindow",      [](Shell& shell, int) { comMastWindow_Click(shell); } },
+    { "mnuRecentFile",      [](Shell& shell, int index) { mnuRecentFile_Click(shell, index); } },
+    { "mnuRecentProject",   [](Shell& shell, int index) { mnuRecentProject_Click(shell, index); } },
     { "mnuLanguage",        [](Shell& shell, int) { mnuLanguage_Click(shell); } },
     { "mnuAbout",           [](Shell& shell, int) { mnuAbout_Click(shell); } },
     { "TabStrip1",          [](Shell& shell, int) { TabStrip1_Click(shell); } },
@@ -260,6 +264,10 @@ Touch press_key(Shell& shell, Control& control, std::string_view key)
         send_key(shell, key);
     if (&control == &shell.form.texDebugFind && key == "Enter")
         comDebugFind_Click(shell);
+    if (control.name == "texDumpAddress" && key == "Enter")
+        go_to_address(shell, static_cast<BufferKind>(control.index));
+    if (control.name == "texDumpFind" && key == "Enter")
+        find_in_dump(shell, static_cast<BufferKind>(control.index));
     arm_save_after(shell, control);
     return Touch::taken;
 }

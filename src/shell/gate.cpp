@@ -1,5 +1,7 @@
 #include "shell/gate.h"
 
+#include "shell/buffer_edit.h"
+
 #include <algorithm>
 
 namespace vrk {
@@ -11,6 +13,7 @@ constexpr std::string_view free_while_running[] = {
     "comStop_Download", "com_Demo_Stop",
     // to look at
     "TabStrip1", "TabStrip2", "vscFile", "txtBuffer", "txtBuffer2", "txtDataFlash1", "tetDataFlash2", "textMsg",
+    "texDumpAddress", "texDumpFind",
     // looked at when the next press comes
     "cekReloadFile", "cekReloadFileWhileFileChange", "cekReloadFileWhileFileChange1",
     // the terminal's own
@@ -44,7 +47,7 @@ Touch may_touch(const Shell& shell, const Control& control)
 
 Touch may_press(const Shell& shell, const Control& control, std::string_view key)
 {
-    if (shell.running && key.size() == 1 && is_one_of(dumps, control.name))
+    if (shell.running && changes_bytes(key) && is_one_of(dumps, control.name))
         return Touch::busy;
     return may_touch(shell, control);
 }

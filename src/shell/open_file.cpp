@@ -9,6 +9,7 @@
 #include "shell/event_service.h"
 #include "shell/kept_settings.h"
 #include "shell/messages.h"
+#include "shell/recent.h"
 #include "shell/screen_report.h"
 #include "shell/serial_numbers.h"
 
@@ -142,7 +143,7 @@ void tell_end(Shell& shell, LoadEnd end, const std::string& path, Asker asker)
 void take_over(Shell& shell, Loaded& loaded, FileBuffer& buffer)
 {
     buffer = std::move(loaded.buffer);
-    shell.loader.edited[index_of(buffer.kind)] = false;
+    forget_edits(shell, buffer.kind);
     shell.file_loaded = true;
     if (buffer.kind == BufferKind::code)
         shell.loader.code_is_project = false;
@@ -229,7 +230,9 @@ Chosen load_chosen(Shell& shell, const std::string& path, FileBuffer& buffer, co
         return Chosen::project;
     const bool had_numbers = numbers_in_use(shell).any();
     const BufferControls controls = controls_of(shell, buffer.kind);
-    if (!load_file(shell, path, buffer) && controls.path_frame.caption() == path_caption(controls, path))
+    if (load_file(shell, path, buffer))
+        note_recent(shell, Recent::file, path);
+    else if (controls.path_frame.caption() == path_caption(controls, path))
         controls.path_frame.set_caption(caption_before);
     if (had_numbers && !numbers_in_use(shell).any())
         append_message(shell, numbers_off);
@@ -294,12 +297,14 @@ bool reload_code_file(Shell& shell, Asker asker)
     if (shell.loader.code_is_project || shell.loader.code_path.empty())
         return true; // what the project holds is in the buffer
     const FileBuffer before = shell.code_buffer;
+    const bool was_edited = shell.loader.edited[index_of(before.kind)];
     const NumbersInUse numbers = numbers_in_use(shell);
     const std::string path = shell.loader.code_path; // a copy: the load may serve events
     if (load(shell, path, shell.code_buffer, {true, asker}) && put_numbers_back(shell, numbers))
         return true;
     append_message(shell, not_loaded_again);
     shell.code_buffer = before;
+    shell.loader.edited[index_of(before.kind)] = was_edited;
     shell.file_loaded = true;
     keep_numbers(shell, numbers);
     update_view(shell, shell.code_buffer);

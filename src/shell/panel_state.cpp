@@ -62,6 +62,8 @@ constexpr PanelRow panel_rows[] = {
     { "comStoreFile",        single, "1000" },
     { "comStop_Download",    single, "0101" },
     { "comTJXZ",             single, "1000" },
+    { "mnuRecentFile",       each,   "1000" },
+    { "mnuRecentProject",    each,   "1010" },
     { "comMastWindow",       single, "1000" },
     { "Read24C512",          single, "1000" },
     { "comSendUserCode",     single, "1000" },

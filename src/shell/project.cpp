@@ -9,6 +9,7 @@
 #include "shell/panel_state.h"
 #include "shell/project_file.h"
 #include "shell/project_values.h"
+#include "shell/recent.h"
 #include "shell/serial_numbers.h"
 #include "shell/store_file.h"
 
@@ -146,6 +147,7 @@ void take_image(Shell& shell, const ProjectImage& image, FileBuffer& buffer, con
         buffer.high = static_cast<std::int32_t>(image.bytes.size()) - 1;
         buffer.view_high = buffer.high;
         buffer.loaded = true;
+        forget_edits(shell, buffer.kind);
         update_view(shell, buffer);
     }
     if (!image.sum_is_right)
@@ -185,7 +187,8 @@ void save_project(Shell& shell, const std::string& chosen)
         content.data = loaded_bytes(shell.data_buffer);
     const std::string text = project_text(content);
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-    write_or_tell(shell, path, {bytes, text.size()}, not_saved);
+    if (write_or_tell(shell, path, {bytes, text.size()}, not_saved))
+        note_recent(shell, Recent::project, path);
 }
 
 void comOpenBatchFile_Click(Shell& shell)
@@ -205,15 +208,16 @@ void open_project(Shell& shell, const std::string& chosen)
     const auto text = read_project_file(path);
     if (!text)
         return show_box(shell, in_language(shell, not_found));
-    take_project(shell, *text);
+    if (take_project(shell, *text))
+        note_recent(shell, Recent::project, path);
 }
 
-void take_project(Shell& shell, std::string_view text)
+bool take_project(Shell& shell, std::string_view text)
 {
     const Project project = parse_project(text);
     const std::string* model = model_of(shell, project);
     if (model == nullptr || !select_model(shell, *model))
-        return;
+        return false;
     clear_job(shell);
     apply_project_values(shell, project);
     take_image(shell, project.code, shell.code_buffer, wrong_code_sum);
@@ -225,6 +229,7 @@ void take_project(Shell& shell, std::string_view text)
     shell.file_loaded = project.code.found;
     shell.loader.code_is_project = project.code.found;
     set_locked(shell, true);
+    return true;
 }
 
 void comLockOptions_Click(Shell& shell) { set_locked(shell, true); }

@@ -20,6 +20,6 @@ void save_project(Shell& shell, const std::string& path);
 
 // Until it is clear that the file is a project of a model in the catalogue nothing has changed but the name shown.
 void open_project(Shell& shell, const std::string& path);
-void take_project(Shell& shell, std::string_view text); // the same from what was read
+bool take_project(Shell& shell, std::string_view text); // the same from what was read; false: nothing has changed
 
 } // namespace vrk

@@ -149,6 +149,13 @@ void scroll_to_number(Shell& shell, const NumberSide& side)
     vscFile_Change(shell, index_of(side.record.kind));
 }
 
+// Into the buffer, over what a hand may have typed there.
+bool put_number(Shell& shell, const NumberSide& side)
+{
+    forget_history(shell, side.record.kind);
+    return stamp(side.record, side.buffer);
+}
+
 // The box of a number that cannot be used comes off again: ticked, it would promise what no chip gets.
 void take_up(Shell& shell, const NumberSide& side)
 {
@@ -169,7 +176,7 @@ void box_clicked(Shell& shell, const NumberSide& side)
         take_up(shell, side);
     }
     if (side.record.valid) {
-        stamp(side.record, side.buffer);
+        put_number(shell, side);
         update_view(shell, side.buffer);
         scroll_to_number(shell, side);
     } else if (was_in_use) {
@@ -183,7 +190,7 @@ bool move_valid(Shell& shell, const NumberSide& side)
         return true;
     side.record.next_value = advanced_value(side.record);
     side.fields[next_field].set_text(side.record.next_value);
-    const bool stamped = stamp(side.record, side.buffer);
+    const bool stamped = put_number(shell, side);
     vscFile_Change(shell, index_of(side.record.kind));
     save_side(shell, side);
     return stamped;
@@ -272,7 +279,7 @@ bool put_numbers_back(Shell& shell, const NumbersInUse& numbers)
         side.box.set_value(true);
         read_records(shell);
         side.record.valid = all_fits(shell, side);
-        const bool stamped = side.record.valid && stamp(side.record, side.buffer);
+        const bool stamped = side.record.valid && put_number(shell, side);
         if (stamped)
             update_view(shell, side.buffer);
         return stamped;

@@ -14,6 +14,7 @@
 #include "shell/option_pins.h"
 #include "shell/ports.h"
 #include "shell/press.h"
+#include "shell/recent.h"
 #include "shell/screen_report.h"
 #include "shell/serial_numbers.h"
 #include "shell/settings.h"
@@ -91,6 +92,7 @@ void start_up(Shell& shell)
     clear_buffer(shell, 0, shell.code_buffer);
     clear_buffer(shell, 0, shell.data_buffer);
     load_settings(shell);
+    load_recent(shell);
     show_language_choice(shell);
     show_terminal_port(shell);
     load_increase_settings(shell);

@@ -57,13 +57,14 @@ void comStoreFile_Click(Shell& shell)
         not_written);
 }
 
-void write_or_tell(Shell& shell, const std::string& path, std::span<const std::uint8_t> bytes, const Text& unchanged)
+bool write_or_tell(Shell& shell, const std::string& path, std::span<const std::uint8_t> bytes, const Text& unchanged)
 {
     const auto fault = write_whole_file(path, bytes);
     if (!fault)
-        return;
+        return true;
     const Text& what = fault->in_place ? not_confirmed : unchanged;
     show_box(shell, std::string{in_language(shell, what)} + "\n" + path + "\n" + fault->reason);
+    return false;
 }
 
 } // namespace vrk

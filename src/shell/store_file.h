@@ -13,7 +13,8 @@ namespace vrk {
 // Takes start and length from the page, asks for the file and writes it; a range or a file that cannot be is told.
 void comStoreFile_Click(Shell& shell);
 
-// Writes a file whole. One that is not surely on the disk is told: `unchanged` where what stood there still does.
-void write_or_tell(Shell& shell, const std::string& path, std::span<const std::uint8_t> bytes, const Text& unchanged);
+// Writes a file whole. False: it is not surely on the disk, and the user has been told; `unchanged` where what stood
+// there still does.
+bool write_or_tell(Shell& shell, const std::string& path, std::span<const std::uint8_t> bytes, const Text& unchanged);
 
 } // namespace vrk

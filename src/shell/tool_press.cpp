@@ -93,6 +93,7 @@ void show_memory(Shell& shell, const MemoryRead& memory)
     FileBuffer& code = shell.code_buffer;
     if (memory.line_lost)
         clear_buffer(shell, 0, code);
+    forget_edits(shell, code.kind);
     std::copy(memory.pages.begin(), memory.pages.end(), code.data.begin());
     if (memory.result == Result::good) {
         code.high = 0xFFFF;
@@ -163,6 +164,7 @@ void comTJXZ_Click(Shell& shell)
         return;
     const std::size_t count = std::min(outcome.kept.size(), shell.code_buffer.data.size());
     std::copy_n(outcome.kept.begin(), count, shell.code_buffer.data.begin());
+    forget_history(shell, BufferKind::code);
     put_numbers_back(shell, numbers_in_use(shell)); // the board's places are open; a download of our own fills them
     update_view(shell, shell.code_buffer);
 }

@@ -38,6 +38,7 @@ public:
     QLineEdit* line(TextBox& control);
     QLineEdit* number(TextBox& control, NumberField field);
     QPlainTextEdit* pane(TextBox& control); // several lines, fixed-width, read-only
+    QPlainTextEdit* bind_pane(TextBox& control, QPlainTextEdit* widget); // one that paints more than the text
     QPlainTextEdit* report(TextBox& control); // the same, with the tones of what was said
     QCheckBox* check(CheckBox& control);
     QRadioButton* option(OptionButton& control);
@@ -62,7 +63,6 @@ public:
     Shell& shell() { return shell_; }
 
 private:
-    QPlainTextEdit* bind_pane(TextBox& control, QPlainTextEdit* widget);
     void changed();
     void after(const Control& control, Touch touch); // a hand: what was refused shows the control as it is
     void press(Button& control, QPushButton& widget);

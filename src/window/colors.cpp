@@ -34,6 +34,21 @@ QColor tone_color(Tone tone, const QPalette& palette)
     return palette.color(QPalette::Text);
 }
 
+QColor number_veil(const QPalette& palette)
+{
+    constexpr float share = 0.3F;
+    QColor color = palette.color(QPalette::Active, QPalette::Highlight);
+    color.setAlphaF(share);
+    return color;
+}
+
+QColor left_out_veil(const QPalette& palette)
+{
+    QColor color = palette.color(QPalette::Base);
+    color.setAlphaF(static_cast<float>(1 - note_share));
+    return color;
+}
+
 QColor note_color(const QPalette& palette)
 {
     return between(palette.color(QPalette::Active, QPalette::WindowText), palette.color(QPalette::Window), note_share);

@@ -5,11 +5,13 @@
 #include "image/dump.h"
 #include "shell/buffer_view.h"
 #include "shell/events.h"
+#include "shell/written_range.h"
 
 #include <QEvent>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QTextBlock>
 #include <QWheelEvent>
@@ -41,12 +43,16 @@ constexpr KeyRow key_rows[] = {
 constexpr KeyRow control_key_rows[] = {
     {Qt::Key_Home, "CtrlHome"},
     {Qt::Key_End, "CtrlEnd"},
+    {Qt::Key_Z, "CtrlZ"},
+    {Qt::Key_Y, "CtrlY"},
 };
 
 // Null: the key has no name of its own.
 const char* name_of(const QKeyEvent& key)
 {
     const bool control = key.modifiers().testFlag(Qt::ControlModifier);
+    if (control && key.key() == Qt::Key_Z && key.modifiers().testFlag(Qt::ShiftModifier))
+        return "CtrlY";
     const auto rows = control ? std::span<const KeyRow>{control_key_rows} : std::span<const KeyRow>{key_rows};
     const auto found = std::ranges::find(rows, key.key(), &KeyRow::key);
     return found == rows.end() ? nullptr : found->name;
@@ -135,8 +141,9 @@ DumpView::DumpView(Binder& binder, int index)
     : shell_(binder.shell())
     , index_(index)
     , box_(index == 0 ? shell_.form.txtBuffer2 : shell_.form.tetDataFlash2)
-    , pane_(binder.pane(box_))
+    , pane_(new DumpPane)
 {
+    binder.bind_pane(box_, pane_);
     auto* address = binder.line(shell_.form.txtBufferAddress[index == 0 ? 0 : 2]);
     auto* columns = binder.line(shell_.form.txtBufferAddress[index == 0 ? 1 : 3]);
     for (QLineEdit* head : {address, columns}) {
@@ -186,6 +193,7 @@ void DumpView::show_dump()
             text.chop(1);
         show_lines(*pane_, text.split('\n'));
     }
+    show_marks();
     const int end = pane_->document()->characterCount() - 1;
     const int first = std::min(place_in_pane(shown_, box_.sel_start()), end);
     const int last = std::min(place_in_pane(shown_, box_.sel_start() + box_.sel_length()), end);
@@ -196,6 +204,21 @@ void DumpView::show_dump()
     cursor.setPosition(last);
     cursor.setPosition(first, QTextCursor::KeepAnchor);
     pane_->setTextCursor(cursor);
+}
+
+void DumpView::show_marks()
+{
+    const BufferKind kind = static_cast<BufferKind>(index_);
+    const FileBuffer& code = shell_.code_buffer;
+    const FileBuffer& eeprom = shell_.data_buffer;
+    const MarkedFor now{shell_.selected.mcu_name, code.low, code.high, eeprom.high, eeprom.loaded};
+    if (now != marked_for_) {
+        marked_for_ = now;
+        written_ = written_range(shell_, kind);
+    }
+    const AutoIncrease& record = increase_of(shell_, kind);
+    const AddressRange number{record.address + 1 - record.bytes, record.address};
+    pane_->set_marks(written_, record.valid ? number : AddressRange{});
 }
 
 void DumpView::fit_lines()
@@ -276,6 +299,42 @@ bool DumpView::eventFilter(QObject* watched, QEvent* event)
         break;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+// The keys are those of the page that is in view.
+QWidget* make_search_row(Binder& binder, int index)
+{
+    MainForm& form = binder.shell().form;
+    auto* row = new QWidget;
+    QLineEdit* address = binder.number(form.texDumpAddress[index], NumberField::hexadecimal);
+    QLineEdit* what = binder.line(form.texDumpFind[index]);
+    address->setFixedWidth(9 * address->fontMetrics().averageCharWidth());
+    what->setMaximumWidth(24 * what->fontMetrics().averageCharWidth());
+    auto* layout = row_of({binder.label(form.LabDumpAddress[index]), address, binder.label(form.LabDumpFind[index]),
+        what, binder.path(form.labDumpFound[index])});
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setStretch(3, 1);
+    layout->setStretch(4, 1);
+    row->setLayout(layout);
+
+    const std::pair<QLineEdit*, TextBox*> fields[] = {
+        {address, &form.texDumpAddress[index]}, {what, &form.texDumpFind[index]}};
+    for (const auto& [field, box] : fields) {
+        field->setToolTip(to_qt(box->hint()));
+        QObject::connect(field, &QLineEdit::returnPressed, row,
+            [&binder, text = box] { press_key(binder.shell(), *text, "Enter"); });
+    }
+    const auto go_to = [row](const QKeySequence& key, QLineEdit* field) {
+        QObject::connect(new QShortcut(key, row), &QShortcut::activated, field, [field] {
+            field->setFocus(Qt::ShortcutFocusReason);
+            field->selectAll();
+        });
+    };
+    go_to(QKeySequence("Ctrl+G"), address);
+    go_to(QKeySequence("Ctrl+F"), what);
+    QObject::connect(new QShortcut(QKeySequence("F3"), row), &QShortcut::activated, row,
+        [&binder, box = &form.texDumpFind[index]] { press_key(binder.shell(), *box, "Enter"); });
+    return row;
 }
 
 QLabel* make_edit_hint(Binder& binder)

@@ -3,11 +3,12 @@
 #pragma once
 
 #include "window/binder.h"
+#include "window/dump_pane.h"
 
-#include <QPlainTextEdit>
 #include <QWidget>
 
 #include <string>
+#include <tuple>
 
 namespace vrk {
 
@@ -15,6 +16,8 @@ class DumpView final : public QWidget {
 public:
     // index: 0 the code buffer, 1 the EEPROM buffer
     DumpView(Binder& binder, int index);
+
+    void show_marks(); // after a change of what goes into the chip
 
 private:
     void show_dump();
@@ -28,10 +31,17 @@ private:
     Shell& shell_;
     int index_;
     TextBox& box_;
-    QPlainTextEdit* pane_;
+    DumpPane* pane_;
+    // What the range of a download goes by: the model, and what is loaded for it.
+    using MarkedFor = std::tuple<std::string, std::int32_t, std::int32_t, std::int32_t, bool>;
+    MarkedFor marked_for_;
+    AddressRange written_;
     std::string shown_; // the text of the box that stands in the pane
     int wheel_rest_ = 0; // of a notch, in eighths of a degree
 };
+
+// The line below a dump: an address to go to, what to look for, and what came of it.
+QWidget* make_search_row(Binder& binder, int index);
 
 // The line that tells how to edit; it keeps its place while it is hidden.
 QLabel* make_edit_hint(Binder& binder);

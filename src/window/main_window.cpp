@@ -5,6 +5,7 @@
 #include "shell/about.h"
 #include "shell/events.h"
 #include "shell/messages.h"
+#include "shell/open_path.h"
 #include "shell/settings.h"
 #include "shell/start_up.h"
 #include "window/colors.h"
@@ -26,9 +27,11 @@
 #include <QHBoxLayout>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QScreen>
 #include <QSplitter>
 #include <QTimer>
+#include <QUrl>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -80,6 +83,13 @@ QWidget* in_width_of_its_own(QWidget* contents)
     return area;
 }
 
+// Empty: none, or more than one.
+std::string one_file_of(const QMimeData& dragged)
+{
+    const QList<QUrl> urls = dragged.urls();
+    return urls.size() == 1 ? from_qt(urls.front().toLocalFile()) : std::string{};
+}
+
 } // namespace
 
 MainWindow::MainWindow(Shell& shell)
@@ -105,6 +115,7 @@ MainWindow::MainWindow(Shell& shell)
     follow_title();
     binder_.follow(shell_.form.comMastWindow, [this] { show_shrunk(); });
     shell_.on_unload = [this] { close(); };
+    setAcceptDrops(true);
 }
 
 // Where it stood when it was last used, as far as that can be reached. No larger than the screens together, whatever is
@@ -338,6 +349,14 @@ QWidget* MainWindow::make_buffers()
         pages->add(page);
     layout->addWidget(pages, 1);
     layout->addWidget(make_edit_hint(binder_));
+    // Model and files decide what a download writes.
+    const Control* const deciding[] = {&shell_.form.txtDevice, &shell_.form.Label7[1], &shell_.form.Label7[2]};
+    for (const Control* control : deciding) {
+        binder_.follow(*control, [this] {
+            for (DumpView* dump : dumps_)
+                dump->show_marks();
+        });
+    }
     return part;
 }
 
@@ -408,12 +427,15 @@ QWidget* MainWindow::make_buffer_page(int index)
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(caption);
-    layout->addWidget(new DumpView(binder_, index), 1);
+    dumps_.push_back(new DumpView(binder_, index));
+    layout->addWidget(dumps_.back(), 1);
+    layout->addWidget(make_search_row(binder_, index));
 
     QLineEdit* checksum = binder_.line(code ? shell_.form.txtFileCheckSum : shell_.form.txtDataFileCheckSum);
     checksum->setReadOnly(true);
     checksum->setMaximumWidth(18 * checksum->fontMetrics().averageCharWidth());
     auto* foot = row_of({binder_.label(shell_.form.LabFileCheckSum[index]), checksum});
+    foot->addWidget(binder_.label(shell_.form.labEditedCheckSum[index]));
     foot->addSpacing(12);
     foot->addWidget(binder_.label(shell_.form.Label7[index + 1]));
     foot->addStretch(1);
@@ -435,6 +457,19 @@ void MainWindow::closeEvent(QCloseEvent* event)
         ask_before_closing();
     else
         close_request(shell_);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (may_drop(shell_, one_file_of(*event->mimeData())) == Touch::taken)
+        event->acceptProposedAction();
+}
+
+// Behind the drop: a box that asks something must not hold up the program that the file comes from.
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    event->acceptProposedAction();
+    QTimer::singleShot(0, this, [this, path = one_file_of(*event->mimeData())] { drop_file(shell_, path); });
 }
 
 // The box lets the sequence go on underneath: a chip that is being written does not wait for an answer.

@@ -8,8 +8,11 @@
 #include <QMainWindow>
 
 #include <memory>
+#include <vector>
 
 namespace vrk {
+
+class DumpView;
 
 class MainWindow final : public QMainWindow {
 public:
@@ -43,12 +46,15 @@ private:
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
     Shell& shell_;
     bool narrow_ = false; // shrunk to the download group, or on its way there or back
     Binder binder_;
     OptionPanel option_panel_;
     std::unique_ptr<DeviceBox> device_box_;
+    std::vector<DumpView*> dumps_; // of both buffers
 };
 
 } // namespace vrk

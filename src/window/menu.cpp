@@ -8,6 +8,8 @@
 #include <QActionGroup>
 #include <QMenu>
 
+#include <span>
+
 namespace vrk {
 
 namespace {
@@ -62,11 +64,34 @@ void add_command(QMenu* menu, Shell& shell, Button& button)
         add_entry(menu, shell, button), &QAction::triggered, menu, [&shell, &button] { click(shell, button); });
 }
 
+// A path is not read as a key, and a long one keeps its ends.
+void add_recent(QMenu* menu, Shell& shell, const Label& title, std::span<Button> entries)
+{
+    constexpr int widest = 60; // characters
+    QMenu* list = menu->addMenu(to_qt(title.caption()));
+    list->setObjectName(to_qt(title.full_name()));
+    for (Button& entry : entries) {
+        add_command(list, shell, entry);
+        QAction* action = list->actions().constLast();
+        QObject::connect(list, &QMenu::aboutToShow, action, [action, list, &entry] {
+            const QFontMetrics metrics = list->fontMetrics();
+            const int room = widest * metrics.averageCharWidth();
+            action->setText(metrics.elidedText(to_qt(entry.caption()), Qt::ElideMiddle, room).replace("&", "&&"));
+            action->setVisible(entry.visible());
+        });
+    }
+    QObject::connect(menu, &QMenu::aboutToShow, list,
+        [list, entries] { list->menuAction()->setEnabled(entries.front().visible()); });
+}
+
 } // namespace
 
 void make_menus(QMenuBar& bar, Shell& shell)
 {
     MainForm& form = shell.form;
+    QMenu* files = add_menu(bar, form.mnuTitle[3], 'F');
+    add_recent(files, shell, form.mnuRecentTitle[0], form.mnuRecentFile);
+    add_recent(files, shell, form.mnuRecentTitle[1], form.mnuRecentProject);
     add_tick(add_menu(bar, form.mnuTitle[0], 'T'), shell, form.mnuProduction);
     add_choice(add_menu(bar, form.mnuTitle[1], 'L'), shell, form.mnuLanguage);
     add_command(add_menu(bar, form.mnuTitle[2], 'H'), shell, form.mnuAbout);

@@ -1,4 +1,4 @@
-// The menu: what a bench or a workshop does without, the language, and what the program is.
+// The menu: the files of the last days, what a bench or a workshop does without, the language, and what the program is.
 #pragma once
 
 #include "shell/shell.h"

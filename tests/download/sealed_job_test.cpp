@@ -91,7 +91,8 @@ TEST(Gate, RefusesWhatMakesUpAJobWhileASequenceRuns)
     bench.end_well();
     EXPECT_EQ(taken,
         "comStop_Download textMsg cekReloadFile cekReloadFileWhileFileChange TabStrip1 TabStrip2 txtBuffer txtBuffer2 "
-        "txtDataFlash1 tetDataFlash2 vscFile(0) cekReloadFileWhileFileChange1 com_Demo_Stop ImgSplitter com_Debug_COM "
+        "txtDataFlash1 tetDataFlash2 vscFile(0) texDumpAddress(0) texDumpFind(0) cekReloadFileWhileFileChange1 "
+        "com_Demo_Stop ImgSplitter com_Debug_COM "
         "com_Debug_Baud com_Debug_DataBits com_Debug_ParityCheck com_Debug_StopBits che_AutoOpenPort texReceive "
         "optReceiveHex(0) combDebugCodePage comDebugClear(0) texSend che_DebugTime texDebugFind comDebugFind "
         "optHexSend(0) texSendCycle texSpreadSend(0) cheSpreadHex(0) texSpreadSendCycle ");

@@ -2,6 +2,7 @@
 
 #include "image/dump.h"
 #include "shell/buffer_bench.h"
+#include "shell/events.h"
 #include "shell/open_file.h"
 
 using namespace vrk;
@@ -380,4 +381,140 @@ TEST(DumpKeys, InADumpWithoutBytesDoNothing)
         bench.press(key);
         EXPECT_EQ(bench.box().sel_length(), 0) << key;
     }
+}
+
+namespace {
+
+// A number in the middle of the file, switched on as its box does it.
+void switch_number_on(EditBench& bench)
+{
+    for (const auto& [field, text] : {std::pair{0, "0103"}, {1, "2"}, {2, "0001"}, {3, "1"}})
+        bench.form.text_box("texAuto_Increase", field).set_text(text);
+    set_checked(bench.shell, bench.form.check_box("cheAuto_Increase"), true);
+}
+
+} // namespace
+
+TEST(UndoOfEdits, TakesDigitsBackOneByOneAndDoesThemAgain)
+{
+    EditBench bench;
+    bench.confirmed();
+    bench.click(place(1, 2));
+    bench.press("c");
+    bench.press("d");
+    bench.press("CtrlZ");
+    EXPECT_EQ(bench.code.data[0x12], 0xCB);
+    EXPECT_EQ(bench.box().sel_start(), place(1, 2, 1)) << "where the digit has changed";
+    EXPECT_EQ(bench.box().sel_length(), 1);
+    bench.press("CtrlZ");
+    bench.press("CtrlZ"); // once too often
+    EXPECT_EQ(bench.code.data[0x12], 'k');
+    EXPECT_EQ(bench.box().text().substr(line, 20), "000010   6B 6B 6B 6B");
+    EXPECT_FALSE(bench.shell.loader.edited[0]);
+    bench.press("CtrlY");
+    bench.press("CtrlY");
+    bench.press("CtrlY");
+    EXPECT_EQ(bench.code.data[0x12], 0xCD);
+    EXPECT_TRUE(bench.shell.loader.edited[0]);
+}
+
+TEST(UndoOfEdits, ComesIntoViewFromElsewhere)
+{
+    EditBench bench;
+    bench.confirmed();
+    bench.click(place(0, 1));
+    bench.press("0");
+    bench.scroll(0x80);
+    bench.press("CtrlZ");
+    EXPECT_EQ(bench.first_address(), "000000");
+    EXPECT_EQ(bench.box().sel_start(), place(0, 1));
+}
+
+TEST(UndoOfEdits, WhatIsTypedAfterAnUndoCannotBeDoneAgain)
+{
+    EditBench bench;
+    bench.confirmed();
+    bench.click(place(0, 0));
+    bench.press("1");
+    bench.press("CtrlZ");
+    bench.press("2");
+    bench.press("CtrlY");
+    EXPECT_EQ(bench.code.data[0], 0x2B);
+}
+
+TEST(UndoOfEdits, NothingIsTakenBackWhileTheJobIsSealed)
+{
+    EditBench bench;
+    bench.confirmed();
+    bench.click(place(0, 0));
+    bench.press("1");
+    bench.shell.locked = true;
+    bench.press("CtrlZ");
+    EXPECT_EQ(bench.code.data[0], 0x1B);
+    bench.shell.locked = false;
+    bench.shell.running = true;
+    bench.press("CtrlZ");
+    EXPECT_EQ(bench.code.data[0], 0x1B);
+    EXPECT_EQ(press_key(bench.shell, bench.form.text_box("txtBuffer2"), "CtrlZ"), Touch::busy);
+    bench.shell.running = false;
+    EXPECT_EQ(press_key(bench.shell, bench.form.text_box("txtBuffer2"), "CtrlZ"), Touch::taken);
+    EXPECT_EQ(bench.code.data[0], 'k');
+}
+
+TEST(UndoOfEdits, EndsAtALoadAClearAndASerialNumber)
+{
+    EditBench bench;
+    bench.confirmed();
+    const auto edited_then = [&](auto act) {
+        bench.click(place(0, 0));
+        bench.press("1");
+        EXPECT_EQ(bench.shell.loader.history[0].done.size(), 1U);
+        act();
+        const auto before = bench.code.data;
+        bench.press("CtrlZ");
+        EXPECT_EQ(bench.code.data, before);
+    };
+    edited_then([&] { load_file(bench.shell, bench.folder + "/k.bin", bench.code); });
+    edited_then([&] { switch_number_on(bench); });
+    EXPECT_TRUE(bench.form.check_box("cheAuto_Increase").value());
+    EXPECT_TRUE(bench.shell.loader.edited[0]) << "the hand's byte is still there";
+    edited_then([&] { clear_buffer(bench.shell, 0, bench.code); });
+}
+
+TEST(EditedSum, FollowsEachEditBesideTheChecksumOfTheFile)
+{
+    EditBench bench;
+    bench.confirmed();
+    bench.shell.language_is_english = true;
+    const Label& sum = bench.form.label("labEditedCheckSum", 0);
+    const std::string of_the_file = bench.form.text_box("txtFileCheckSum").text();
+    EXPECT_EQ(sum.caption(), "");
+    bench.click(place(0, 0));
+    bench.press("7"); // 6B to 7B: 10 more than 6B000
+    EXPECT_EQ(sum.caption(), "Edited: 006B010H*");
+    bench.press("0");
+    EXPECT_EQ(sum.caption(), "Edited: 006B005H*");
+    EXPECT_EQ(bench.form.text_box("txtFileCheckSum").text(), of_the_file);
+    bench.press("CtrlZ");
+    bench.press("CtrlZ");
+    EXPECT_EQ(sum.caption(), "") << "as the file has brought it";
+    bench.press("CtrlY");
+    load_file(bench.shell, bench.folder + "/k.bin", bench.code);
+    EXPECT_EQ(sum.caption(), "");
+}
+
+TEST(EditedSum, StaysWhereAReloadCouldNotBeDone)
+{
+    EditBench bench;
+    bench.confirmed();
+    switch_number_on(bench);
+    bench.scroll(0);
+    bench.click(place(0, 0));
+    bench.press("7");
+    bench.form.text_box("texAuto_Increase", 2).set_text("x"); // does not fit into the fresh image
+    const std::string before = bench.form.label("labEditedCheckSum", 0).caption();
+    EXPECT_FALSE(reload_code_file(bench.shell));
+    EXPECT_EQ(bench.code.data[0], 0x7B);
+    EXPECT_EQ(bench.form.label("labEditedCheckSum", 0).caption(), before);
+    EXPECT_TRUE(bench.shell.loader.edited[0]);
 }

@@ -60,16 +60,19 @@ const std::set<std::string> latin_options = {
 
 // Nothing is told yet, or nothing belongs there.
 const std::set<std::string> empty_at_first = {"labKbyte", "labTimeLeft", "labLastVerdict", "labDebugFound",
-    "labDebugLines", "labDebugPort", "LabUserCode(5)", "Label2(6)", "Frame12", "Frame15", "Frame20", "Frame23",
-    "Label20", "fraAuto_Increase", "comDebugContinue(0)"};
+    "labDebugLines", "labDebugPort", "labEditedCheckSum(0)", "labEditedCheckSum(1)", "labDumpFound(0)",
+    "labDumpFound(1)", "LabUserCode(5)", "Label2(6)", "Frame12", "Frame15", "Frame20", "Frame23", "Label20",
+    "fraAuto_Increase", "comDebugContinue(0)"};
 
 bool may_be_empty(const Control& control)
 {
     const bool told_by_a_chip = control.name == "LabLock" && control.index >= 1 && control.index <= 14;
     const bool of_other_models = control.name.starts_with("LabOption") || control.name.starts_with("Option") ||
         control.name.starts_with("Picture") || control.name.starts_with("Label8");
+    const bool of_files = control.name == "mnuRecentFile" || control.name == "mnuRecentProject";
     const bool ticks_beside_a_field = control.name == "cheSpreadHex" || control.name == "optFillbyte";
-    return told_by_a_chip || of_other_models || ticks_beside_a_field || empty_at_first.contains(control.full_name());
+    return told_by_a_chip || of_other_models || of_files || ticks_beside_a_field ||
+        empty_at_first.contains(control.full_name());
 }
 
 struct Words {

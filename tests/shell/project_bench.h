@@ -75,7 +75,7 @@ struct ProjectBench : Bench {
     std::size_t boxes_read = 0;
 
     // Everything that a project keeps, and some more that it must leave alone, as text. The labels of the panel go by
-    // the models that were selected one after the other.
+    // the models that were selected one after the other, the menu by the projects that were opened.
     std::map<std::string, std::string> state()
     {
         std::map<std::string, std::string> all;
@@ -87,7 +87,8 @@ struct ProjectBench : Bench {
         for (const char* shown_only :
             {"txtBuffer", "txtBuffer2", "txtDataFlash1", "tetDataFlash2", "textMsg", "texBatchFileName", "Label2(6)"})
             all.erase(shown_only);
-        std::erase_if(all, [](const auto& one) { return one.first.starts_with("LabOption"); });
+        std::erase_if(all,
+            [](const auto& one) { return one.first.starts_with("LabOption") || one.first.starts_with("mnuRecent"); });
         return all;
     }
 
