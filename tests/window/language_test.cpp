@@ -75,7 +75,8 @@ TEST_P(BothLanguages, NameTheEntriesOfTheMenu)
             all << menu->text();
         return all;
     }();
-    EXPECT_EQ(titles, (QStringList{in("工具(&T)", "&Tools"), "&Language/语言", in("帮助(&H)", "&Help")}));
+    EXPECT_EQ(titles,
+        (QStringList{in("文件(&F)", "&File"), in("工具(&T)", "&Tools"), "&Language/语言", in("帮助(&H)", "&Help")}));
     auto* menu = bench.find<QMenu>("mnuTitle(1)");
     emit menu->aboutToShow();
     EXPECT_TRUE(bench.find<QAction>("mnuLanguage(0)")->isChecked()) << "nothing is stored";
