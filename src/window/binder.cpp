@@ -13,6 +13,7 @@
 #include <QKeyEvent>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -406,6 +407,8 @@ QTabBar* Binder::tabs(TabStrip& control)
     widget->setExpanding(false);
     widget->setElideMode(Qt::ElideNone); // where the strip is too narrow for all, it scrolls
     widget->setDrawBase(true);
+    for (QToolButton* scroll : widget->findChildren<QToolButton*>())
+        scroll->setFocusPolicy(Qt::NoFocus); // the arrow keys bring each tab into view
     connect(widget, &QTabBar::currentChanged, this,
         [this, &control](int tab) { after(control, choose_tab(shell_, control, tab)); });
     bind(control, widget, [&control, widget] { show_tabs(*widget, control); });

@@ -106,12 +106,16 @@ public:
     Shift shift;
 
 private:
+    bool says(const char* text) const { return report_.text().find(text) != std::string::npos; }
     void look()
     {
         const bool in = chip_.state_name() != "off";
-        const bool out_with_it = report_.text().find("will continue") != std::string::npos;
+        const bool out_with_it = says("will continue");
+        const bool unheard = chip_.state() == sim::Chip::State::user_code && !says("Program OK");
         if (in && out_with_it) {
             take_out();
+        } else if (in && unheard) {
+            chip_.power(false); // its short time to listen went by: once more
         } else if (!in && !out_with_it && shell_.running && shell_.port.is_open()) {
             if (shift.chips < wanted_)
                 chip_.power(true);
