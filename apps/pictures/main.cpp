@@ -6,7 +6,7 @@
 #include "isp/ports_with_target.h"
 #include "isp/target_panel.h"
 
-#include "form/main_form.h"
+#include "form/named_controls.h"
 #include "host/qt_dialogs.h"
 #include "host/qt_loop.h"
 #include "shell/events.h"
@@ -65,7 +65,7 @@ struct Studio {
 
     void show_page(const std::string& key)
     {
-        for (TabStrip* strip : {&shell.form.TabStrip1, &shell.form.TabStrip2}) {
+        for (TabStrip* strip : {&form.tabs("TabStrip1"), &form.tabs("TabStrip2")}) {
             if (const int tab = strip->find(key); tab >= 0)
                 choose_tab(shell, *strip, tab);
         }
@@ -88,25 +88,25 @@ struct Studio {
     void take(const std::string& step, const std::string& what)
     {
         const std::map<std::string, std::function<void()>> steps = {
-            {"model", [&] { choose_node(shell, shell.form.TreeViewDevice, what); }},
+            {"model", [&] { choose_node(shell, form.tree("TreeViewDevice"), what); }},
             {"file", [&] { open_path(shell, what); }},
             {"page", [&] { show_page(what); }},
             {"port",
                 [&] {
-                    ComboBox& port = shell.form.combCommPort;
+                    ComboBox& port = form.list("combCommPort");
                     if (what == "simulated")
                         choose_item(shell, port, static_cast<int>(port.items().size()) - 1);
                     else
                         add_port(shell, what);
                 }},
             {"power", [&] { ports.chip().power(what == "on"); }},
-            {"click", [&] { click(shell, *shell.form.controls.find_full(what)); }},
+            {"click", [&] { click(shell, *shell.controls.find_full(what)); }},
             {"set",
                 [&] {
                     const std::size_t sign = what.find('=');
-                    set(*shell.form.controls.find_full(what.substr(0, sign)), what.substr(sign + 1));
+                    set(*shell.controls.find_full(what.substr(0, sign)), what.substr(sign + 1));
                 }},
-            {"tick", [&] { set_checked(shell, static_cast<CheckBox&>(*shell.form.controls.find_full(what)), true); }},
+            {"tick", [&] { set_checked(shell, static_cast<CheckBox&>(*shell.controls.find_full(what)), true); }},
             {"size",
                 [&] {
                     const QStringList sides = to_qt(what).split('x');
@@ -155,6 +155,7 @@ struct Studio {
     QtDialogs dialogs;
     MemoryStore settings;
     Shell shell;
+    const NamedControls form{shell.controls};
     std::unique_ptr<MainWindow> window;
 };
 

@@ -1,6 +1,6 @@
 #include "shell/about.h"
 
-#include "form/main_form.h"
+#include "form/named_controls.h"
 
 #include "shell/buffer_view.h"
 #include "shell/messages.h"
@@ -31,7 +31,8 @@ std::string_view program_version() { return VRK_VERSION; }
 std::string window_title(Shell& shell)
 {
     std::string title = std::string{program_name} + " V" + std::string{program_version()};
-    for (const std::string& part : {file_in_title(shell), shell.form.txtDevice.text(), chosen_port(shell)}) {
+    for (const std::string& part :
+        {file_in_title(shell), NamedControls{shell.controls}.text_box("txtDevice").text(), chosen_port(shell)}) {
         if (!part.empty())
             title += " - " + part;
     }

@@ -50,6 +50,8 @@ constexpr Labelled labelled[] = {
     { "txtDataFileCheckSum",        -1, "LabFileCheckSum",     1, 1 },
     { "texAuto_Increase",            0, "LabAuto_Increase",    0, 4 },
     { "texData_Auto_Increase",       0, "LabData_Auto_Increase", 0, 4 },
+    { "texDumpAddress",              0, "LabDumpAddress",      0, 2 },
+    { "texDumpFind",                 0, "LabDumpFind",         0, 2 },
     { "txt_Start_Address",          -1, "LabStore",            0, 1 },
     { "txt_length",                 -1, "LabStore",            1, 1 },
     { "txtUserCode",                -1, "LabUserCode",         0, 1 },

@@ -1,6 +1,6 @@
 #include "window/verdict_field.h"
 
-#include "form/main_form.h"
+#include "form/named_controls.h"
 #include "window/colors.h"
 
 #include <QPainter>
@@ -95,16 +95,17 @@ QFont word_font(const QFont& font)
 VerdictField::VerdictField(Binder& binder)
     : shell_(binder.shell())
 {
-    binder.bind(shell_.form.labVerdict, this, [this] { show_verdict(); });
+    binder.bind(NamedControls{shell_.controls}.label("labVerdict"), this, [this] { show_verdict(); });
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
 void VerdictField::show_verdict()
 {
     state_ = shell_.verdict.now;
-    const QString word = to_qt(shell_.form.labVerdict.caption());
-    const QString last = to_qt(shell_.form.labLastVerdict.caption());
-    setAccessibleName(last.isEmpty() ? word : word + ". " + last);
+    const NamedControls form{shell_.controls};
+    word_ = to_qt(form.label("labVerdict").caption());
+    last_ = to_qt(form.label("labLastVerdict").caption());
+    setAccessibleName(last_.isEmpty() ? word_ : word_ + ". " + last_);
     update();
 }
 
@@ -142,12 +143,11 @@ void VerdictField::paintEvent(QPaintEvent*)
     painter.setPen(ink);
     painter.setFont(large);
     const int left = static_cast<int>(side) + 3 * inset;
-    painter.drawText(QRect(left, inset / 2, width() - left - inset, word_height), Qt::AlignLeft | Qt::AlignVCenter,
-        to_qt(shell_.form.labVerdict.caption()));
+    painter.drawText(
+        QRect(left, inset / 2, width() - left - inset, word_height), Qt::AlignLeft | Qt::AlignVCenter, word_);
     painter.setFont(font());
     painter.drawText(QRect(left, inset / 2 + word_height, width() - left - inset, fontMetrics().height()),
-        Qt::AlignLeft | Qt::AlignVCenter,
-        fontMetrics().elidedText(to_qt(shell_.form.labLastVerdict.caption()), Qt::ElideRight, width() - left - inset));
+        Qt::AlignLeft | Qt::AlignVCenter, fontMetrics().elidedText(last_, Qt::ElideRight, width() - left - inset));
 }
 
 } // namespace vrk

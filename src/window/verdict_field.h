@@ -23,6 +23,8 @@ private:
 
     Shell& shell_;
     VerdictState state_ = VerdictState::ready;
+    QString word_;
+    QString last_; // of the last chip
 };
 
 } // namespace vrk

@@ -189,7 +189,8 @@ TEST(Keyboard, TheTabKeyGoesDownTheStepsAndThenDownTheRightSide)
         "cheClearDataBuffer comLoadDataFile combCommPort comOtherPort cobBaudMax cobBaudMin cheTL "
         "Option0(1) Option1(1) Option2(0) Option3(0) Option4(0) Option5(1) comDownload(0) "
         "comDownload(1) textMsg txtWrite_OK_Count txtWrite_Bad_Count comClear_OK_Count "
-        "comMastWindow TabStrip2 txtBuffer2 txtFileCheckSum TabStrip1 Option8(1) Option10(1) "
+        "comMastWindow TabStrip2 txtBuffer2 texDumpAddress(0) texDumpFind(0) txtFileCheckSum TabStrip1 Option8(1) "
+        "Option10(1) "
         "Option11(1) Option12(0) comWDT_Prescalar(0) optBeepYes comDalay_ReDownLoad cekReloadFile "
         "cekReloadFileWhileFileChange ";
     EXPECT_EQ(names, wanted);
