@@ -119,7 +119,7 @@ void Core8052::run_timer(unsigned n, unsigned cycles)
     const unsigned overflow_bit = n == 0 ? 0x20U : 0x80U;
     if ((sfr(TCON) & run_bit) == 0)
         return;
-    const unsigned mode = sfr(TMOD) >> (4 * n) & 3U;
+    const unsigned mode = unsigned{sfr(TMOD)} >> (4 * n) & 3U;
     std::uint8_t& tl = sfr_[TL0 + n - 0x80U];
     std::uint8_t& th = sfr_[TH0 + n - 0x80U];
     for (unsigned i = 0; i < cycles; ++i) {
@@ -178,7 +178,7 @@ void Core8052::listen()
 bool Core8052::bit(std::uint8_t address)
 {
     const std::uint8_t byte = address < 0x80 ? low(0x20U + address / 8U) : low(address & 0xF8U);
-    return (direct(byte) >> (address & 7U) & 1U) != 0;
+    return (unsigned{direct(byte)} >> (address & 7U) & 1U) != 0;
 }
 
 void Core8052::set_bit(std::uint8_t address, bool on)

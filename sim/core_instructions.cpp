@@ -255,7 +255,7 @@ unsigned Core8052::execute(std::uint8_t opcode)
         break;
     case 0x33: { // RLC A
         const bool out = (a() & 0x80U) != 0;
-        a() = low(a() << 1U | (carry() ? 1U : 0));
+        a() = low(2U * a() + (carry() ? 1U : 0));
         set_carry(out);
         break;
     }
