@@ -6,6 +6,7 @@
 #include "shell/kept_settings.h"
 #include "shell/messages.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -31,22 +32,23 @@ constexpr Word words[] = {
 };
 // clang-format on
 
-constexpr Text last_chip = {"上一片: ", "Last chip: "};
 constexpr std::int64_t least_to_judge_pace_us = 500'000;
 
-std::string_view word_of(const Shell& shell, VerdictState state)
+} // namespace
+
+const Text& word_of(VerdictState state)
 {
-    for (const Word& word : words) {
-        if (word.state == state)
-            return in_language(shell, word.text);
-    }
-    return {};
+    const Word* found =
+        std::find_if(std::begin(words), std::end(words), [=](const Word& w) { return w.state == state; });
+    return found->text; // the table has them all
 }
+
+namespace {
 
 void show(Shell& shell, VerdictState state)
 {
     shell.verdict.now = state;
-    shell.form.labVerdict.set_caption(word_of(shell, state));
+    shell.form.labVerdict.set_caption(in_language(shell, word_of(state)));
     shell.form.labTimeLeft.set_caption("");
 }
 
@@ -89,7 +91,7 @@ void tell_verdict(Shell& shell, Result result, Judged judged, const std::string&
     if (!answered || judged != Judged::chip)
         return; // no chip was touched: the last one is still the last
     std::string last = std::string{in_language(shell, last_chip)};
-    last.append(word_of(shell, state)).append("  ").append(clock_text(shell.platform.loop.wall_time()));
+    last.append(in_language(shell, word_of(state))).append("  ").append(clock_text(shell.platform.loop.wall_time()));
     if (!number.empty())
         last.append("  ").append(number);
     shell.form.labLastVerdict.set_caption(last);

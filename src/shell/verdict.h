@@ -23,6 +23,9 @@ enum class VerdictState {
     not_done, // it ended before a target was worked on: the chip is as it was
 };
 
+const Text& word_of(VerdictState state);
+inline constexpr Text last_chip = {"上一片: ", "Last chip: "}; // and its word
+
 // What the word is about.
 enum class Judged {
     chip, // counted
