@@ -90,7 +90,6 @@ int main(int argc, char** argv)
     for (const std::string& port : options.ports)
         ports << QString::fromStdString(port);
     line::LineWindow window(terms, settings, how_many(options, settings), ports);
-    window.resize(1200, 720);
-    window.show();
+    window.showMaximized(); // read from three metres
     return QApplication::exec();
 }

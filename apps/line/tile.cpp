@@ -111,6 +111,7 @@ void Tile::show_lane()
     button_->setText(
         QString::number(process_.number()) + "  " + said(terms_.english, now.runs ? stop_text : start_text));
     ports_->setEnabled(!now.runs);
+    setToolTip(QString::fromStdString(now.advice)); // whole, where the tile is small
     setAccessibleName(
         QString::number(process_.number()) + ": " + said(terms_.english, word_of(now.state)) + ". " + line_below());
     update();
@@ -179,8 +180,12 @@ void Tile::paintEvent(QPaintEvent*)
         painter.fillRect(place.adjusted(2, 4, -3 - (place.width() - 5) * (100 - shown_.percent) / 100, -4), ink);
         place.moveTop(place.bottom() + 2);
     }
-    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
-        QFontMetrics(large).elidedText(line_below(), Qt::ElideMiddle, place.width()));
+    const QString below = line_below();
+    if (below.isEmpty())
+        place.moveBottom(place.top() - 1);
+    else
+        painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
+            QFontMetrics(large).elidedText(below, Qt::ElideMiddle, place.width()));
 
     QString counts = said(terms_.english, counts_text).arg(shown_.good).arg(shown_.bad);
     if (shown_.all() > 0)
@@ -191,8 +196,11 @@ void Tile::paintEvent(QPaintEvent*)
     painter.drawText(bottom, Qt::AlignLeft | Qt::AlignVCenter, counts);
 
     const QRect between(place.left(), place.bottom() + 2, place.width(), bottom.top() - place.bottom() - 4);
-    painter.setFont(large);
-    painter.drawText(between, Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, QString::fromStdString(shown_.advice));
+    const QString advice = QString::fromStdString(shown_.advice);
+    constexpr int how = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap;
+    const bool fits = QFontMetrics(large).boundingRect(between, how, advice).height() <= between.height();
+    painter.setFont(fits ? large : font());
+    painter.drawText(between, how, advice);
 }
 
 } // namespace vrk::line
