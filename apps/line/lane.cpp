@@ -35,6 +35,8 @@ void wait_for_next(Lane& lane)
 {
     if (lane.state == VerdictState::good || lane.state == VerdictState::bad)
         lane.last = lane.state;
+    if (lane.last != VerdictState::bad)
+        lane.advice.clear();
     lane.state = VerdictState::waiting;
     lane.percent = 0;
     lane.seconds_left = -1;

@@ -23,7 +23,7 @@ struct LaneOfTheLine : testing::Test {
         tells(R"({"event":"stage","stage":"writing"})");
         tells(R"({"event":"progress","percent":40,"seconds_left":3})");
     }
-    void ends_good() { tells(R"({"event":"result","result":"good","number":"0042","next":"","good":1,"bad":0})"); }
+    void ends_good() { tells(R"({"event":"result","result":"good","number":"0042","next":"Put the next one on.","good":1,"bad":0})"); }
     void ends_bad()
     {
         tells(
@@ -59,6 +59,7 @@ TEST_F(LaneOfTheLine, KeepsTheLastWordBelowWhileTheNextChipIsAwaited)
     EXPECT_EQ(lane.state, VerdictState::waiting) << "the next board has not been looked at";
     EXPECT_EQ(lane.last, VerdictState::good);
     EXPECT_EQ(lane.number, "0042");
+    EXPECT_EQ(lane.advice, "") << "that has been done, or not: nobody knows";
     works();
     EXPECT_EQ(lane.last, VerdictState::ready) << "another chip is in the fixture now";
     EXPECT_EQ(lane.number, "");
