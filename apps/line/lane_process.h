@@ -28,6 +28,7 @@ public:
 
     const Lane& lane() const { return lane_; }
     int number() const { return number_; }
+    qint64 process_id() const { return process_.processId(); } // 0: it does not run
 
     void start(const QString& port); // nothing happens while it runs
     void stop(); // as the stop button does: the port is closed, the chip in hand is not good

@@ -23,7 +23,10 @@ struct LaneOfTheLine : testing::Test {
         tells(R"({"event":"stage","stage":"writing"})");
         tells(R"({"event":"progress","percent":40,"seconds_left":3})");
     }
-    void ends_good() { tells(R"({"event":"result","result":"good","number":"0042","next":"Put the next one on.","good":1,"bad":0})"); }
+    void ends_good()
+    {
+        tells(R"({"event":"result","result":"good","number":"0042","next":"Put the next one on.","good":1,"bad":0})");
+    }
     void ends_bad()
     {
         tells(
