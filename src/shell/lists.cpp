@@ -40,16 +40,6 @@ Items port_names()
     return names;
 }
 
-Items all_pins()
-{
-    Items pins;
-    for (char port = '0'; port <= '3'; ++port) {
-        for (char bit = '0'; bit <= '7'; ++bit)
-            pins.push_back(std::string{"P"} + port + "." + bit);
-    }
-    return pins;
-}
-
 // The four lists that make up the setting of a line.
 void fill_line(Texts bauds, ComboBox& baud, ComboBox& parity, ComboBox& data, ComboBox& stop)
 {
@@ -82,7 +72,7 @@ void fill_lists(Shell& shell)
     shell.form.cobBaudMax.set_items(items(max_bauds));
     shell.form.cobBaudMin.set_items(items(min_bauds));
     shell.form.comDalay_ReDownLoad.set_items(items(repeat_delays_s));
-    shell.form.comb_WDT.set_items(all_pins());
+    shell.form.comb_WDT.set_items(all_pin_items());
     fill_option_lists(shell.form);
 
     shell.form.com_Debug_COM.set_items(port_names());
