@@ -16,9 +16,9 @@ struct Batch {
     McuRecord model;
     bool english = false;
     LineChoice line;
-    FileBuffer code{BufferKind::code};
+    FileBuffer code{BufferKind::code}; // as it was read: numbers are put into the jobs alone
     FileBuffer data{BufferKind::data};
-    AutoIncrease code_number{BufferKind::code}; // valid: in use, and stamped
+    AutoIncrease code_number{BufferKind::code}; // valid: in use
     AutoIncrease data_number{BufferKind::data};
     OptionChoices options;
     std::optional<std::string> watchdog_pin;
@@ -29,10 +29,11 @@ Job next_job(const Batch& batch); // of the chip that is to come
 
 // The number that the next chip gets; empty: none. Where both images have one, that of the code.
 std::string next_number(const Batch& batch);
-// After a good chip: the number behind it takes its place. False: there is none that fits, and no chip may follow.
+// After a good chip: the number behind it takes its place. False: it does not fit any more, and no chip may
+// follow.
 bool move_numbers(Batch& batch);
 
-// A wrong number or none: what is wrong with it. Nothing: it is in use and stands in its buffer.
-std::optional<Line> put_number_in_use(const McuRecord& model, AutoIncrease& number, FileBuffer& buffer);
+// Nothing: the number is in use. A Line: what is wrong with it.
+std::optional<Line> put_number_in_use(const McuRecord& model, AutoIncrease& number);
 
 } // namespace vrk

@@ -35,7 +35,7 @@ constexpr Text number_incomplete = { "编号需要地址、字节数和下一个
 constexpr Text one_number_each   = { "每个缓冲区只能有一个编号。",                             "There is one serial number a buffer at most." };
 constexpr Text only_next         = { "工程文件的编号只能指定下一个值。",                       "Of a project's serial number only the next value can be told." };
 constexpr Text no_number         = { "工程文件没有使用自动增量。",                             "The project has no serial number in use." };
-constexpr Text exclude_1         = { "这些选项不能同时选择: ",                                 "These options exclude each other: " };
+constexpr Text exclude_each_other= { "这些选项不能同时选择: ",                                 "These options exclude each other: " };
 constexpr Text no_code           = { "工程文件中没有程序代码。",                               "The project holds no code." };
 constexpr Text continue_anyway   = { "要继续吗？",                                             "Go on all the same?" };
 // clang-format on
@@ -111,11 +111,9 @@ AutoIncrease& number_of(Batch& batch, BufferKind kind)
     return kind == BufferKind::code ? batch.code_number : batch.data_number;
 }
 
-FileBuffer& buffer_of(Batch& batch, BufferKind kind) { return kind == BufferKind::code ? batch.code : batch.data; }
-
 Checked put_in_use(Batch& batch, BufferKind kind)
 {
-    if (const auto fault = put_number_in_use(batch.model, number_of(batch, kind), buffer_of(batch, kind)))
+    if (const auto fault = put_number_in_use(batch.model, number_of(batch, kind)))
         return Refusal{Result::number_refused, *fault};
     return std::nullopt;
 }
@@ -139,20 +137,26 @@ Checked take_numbers(const Recipe& recipe, Batch& batch)
 
 // ---- options
 
+std::string words_of(const OptionWish& wish) { return wish.name + "=" + wish.choice; }
+
+bool holds(const OptionSheet& sheet, const OptionWish& wish)
+{
+    const auto offered = sheet.offered();
+    return std::ranges::any_of(offered, [&](const OfferedOption& one) {
+        return upper_case(one.name) == upper_case(wish.name) && upper_case(one.chosen) == upper_case(wish.choice);
+    });
+}
+
+// One that a later one has changed again was not meant so.
 Checked take_options(const Recipe& recipe, OptionSheet& sheet)
 {
-    for (const OptionWish& wish : recipe.options) {
-        if (const auto fault = sheet.choose(wish.name, wish.choice))
+    for (auto wish = recipe.options.begin(); wish != recipe.options.end(); ++wish) {
+        if (const auto fault = sheet.choose(wish->name, wish->choice))
             return wrong_words(*fault);
-    }
-    // One that a later one has changed again was not meant so.
-    for (const OptionWish& wish : recipe.options) {
-        const auto offered = sheet.offered();
-        const auto now = std::ranges::find_if(
-            offered, [&](const OfferedOption& one) { return upper_case(one.name) == upper_case(wish.name); });
-        if (now != offered.end() && upper_case(now->chosen) != upper_case(wish.choice))
-            return wrong_words(
-                Line{exclude_1} + Line{wish.name + "=" + wish.choice + ", " + now->name + "=" + now->chosen});
+        const auto lost = std::find_if(
+            recipe.options.begin(), wish, [&](const OptionWish& earlier) { return !holds(sheet, earlier); });
+        if (lost != wish)
+            return wrong_words(Line{exclude_each_other} + Line{words_of(*lost) + ", " + words_of(*wish)});
     }
     return std::nullopt;
 }

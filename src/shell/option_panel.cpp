@@ -252,7 +252,8 @@ void option_button_click(Shell& shell, int strip, int index)
 {
     const int series = shell.selected.series;
     // The clock's button may have been let go again in between; the pin's has not.
-    const auto also = strip == 0 && !shell.form.Option0[0].value() ? std::nullopt : brings_along(series, {strip, index});
+    const auto also =
+        strip == 0 && !shell.form.Option0[0].value() ? std::nullopt : brings_along(series, {strip, index});
     if (also)
         option_groups(shell)[static_cast<std::size_t>(also->strip)][static_cast<std::size_t>(also->button)].set_value(
             true);
