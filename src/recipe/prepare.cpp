@@ -66,6 +66,26 @@ Result result_of(LoadEnd end)
     }
 }
 
+// The boxes of a load tell of wrong checksums, and a hand that presses them away has seen them. Here nobody has.
+struct SeenBoxes final : Boxes {
+    explicit SeenBoxes(Boxes& its_boxes)
+        : boxes(its_boxes)
+    {
+    }
+    void show_box(const Line& text, const Line& title) override
+    {
+        ++shown;
+        boxes.show_box(text, title);
+    }
+    bool ask(const Line& question, const Line& title) override
+    {
+        shown = 0; // whatever is answered, they have been decided on
+        return boxes.ask(question, title);
+    }
+    Boxes& boxes;
+    int shown = 0;
+};
+
 Loaded load_once(
     const FileBuffer& buffer, ImageFile& file, const McuRecord& model, bool end_record_wanted, Boxes& boxes)
 {
@@ -89,15 +109,18 @@ Checked load_file(
         const Result result = file.fault == FileFault::not_found ? Result::file_gone : Result::file_refused;
         return Refusal{result, *fault + Line{" " + path}};
     }
-    Loaded loaded = load_once(buffer, file, model, true, boxes);
+    SeenBoxes checksums(boxes);
+    Loaded loaded = load_once(buffer, file, model, true, checksums);
     if (loaded.end == LoadEnd::no_end_record && boxes.ask(Line{*end_text(loaded.end)} + "\n" + continue_anyway)) {
         file = open_image_file(path, buffer.data.size());
-        loaded = load_once(buffer, file, model, false, boxes);
+        loaded = load_once(buffer, file, model, false, checksums);
     }
     if (loaded.end != LoadEnd::done) {
         const Text* const why = end_text(loaded.end);
         return Refusal{result_of(loaded.end), why == nullptr ? Line{""} : Line{*why} + Line{" " + path}};
     }
+    if (checksums.shown > 0 && !boxes.ask(continue_anyway))
+        return Refusal{Result::file_refused, Line{""}};
     buffer = std::move(loaded.buffer);
     for (const RangeReport& report : loaded.reports)
         boxes.show_box(range_message(report, file.kind), range_title(report, file.kind));
