@@ -32,8 +32,6 @@ constexpr Word words[] = {
 };
 // clang-format on
 
-constexpr std::int64_t least_to_judge_pace_us = 500'000;
-
 } // namespace
 
 const Text& word_of(VerdictState state)
@@ -107,24 +105,16 @@ void settle_verdict(Shell& shell)
 
 void show_time_left(Shell& shell, const Progress& progress)
 {
-    if (progress.unit != Progress::Unit::byte)
-        return;
-    const std::int64_t now_us = shell.platform.loop.now_us();
-    const std::int64_t done = progress.before + progress.written_to - progress.first + 1;
-    const std::int64_t total = progress.before + progress.last - progress.first + 1 + progress.behind;
-    if (done <= 0)
-        shell.verdict.writing_since_us = now_us;
-    if (done <= 0 || done > total)
+    const auto figures = shell.verdict.pace.figures(progress, shell.platform.loop.now_us());
+    if (!figures)
         return;
     std::array<char, 32> text{};
-    const std::int64_t elapsed_us = now_us - shell.verdict.writing_since_us;
-    const int percent = static_cast<int>(done * 100 / total);
     int size = 0;
-    if (elapsed_us < least_to_judge_pace_us) {
-        size = std::snprintf(text.data(), text.size(), "%d %%", percent);
+    if (figures->seconds_left) {
+        const int left_s = *figures->seconds_left;
+        size = std::snprintf(text.data(), text.size(), "%d %%  %d:%02d", figures->percent, left_s / 60, left_s % 60);
     } else {
-        const auto left_s = static_cast<int>(elapsed_us * (total - done) / done / 1'000'000);
-        size = std::snprintf(text.data(), text.size(), "%d %%  %d:%02d", percent, left_s / 60, left_s % 60);
+        size = std::snprintf(text.data(), text.size(), "%d %%", figures->percent);
     }
     shell.form.labTimeLeft.set_caption({text.data(), static_cast<std::size_t>(size)});
 }

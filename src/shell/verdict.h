@@ -2,10 +2,9 @@
 // time, with the last chip's word kept below it, a count of good and bad, and how far the writing has come.
 #pragma once
 
-#include "report/report.h"
+#include "report/pace.h"
 #include "session/result.h"
 
-#include <cstdint>
 #include <string>
 
 namespace vrk {
@@ -35,7 +34,7 @@ enum class Judged {
 
 struct Verdict {
     VerdictState now = VerdictState::ready;
-    std::int64_t writing_since_us = 0;
+    Pace pace;
 };
 
 void start_verdict(Shell& shell); // nothing has been asked for

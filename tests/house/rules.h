@@ -149,7 +149,9 @@ inline const std::map<std::string, std::set<std::string>>& rooms_below()
             rooms[room] = rooms["session"];
             rooms[room].insert(room);
         }
-        so_far.insert({"link", "board", "inapp", "terminal", "monitor", "form"});
+        rooms["recipe"] = rooms["link"]; // from words to jobs
+        rooms["recipe"].insert("recipe");
+        so_far.insert({"recipe", "link", "board", "inapp", "terminal", "monitor", "form"});
         rooms["options"].erase("form"); // works on plain values
         for (const char* room : {"shell", "window"}) {
             so_far.insert(room);
