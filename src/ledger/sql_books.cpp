@@ -25,7 +25,8 @@ namespace {
 using Kind = BooksFault::Kind;
 
 constexpr int holder_locks = 86827584; // class of the server's locks by which holders live
-constexpr const char* open_states = "('reserved', 'at-work')";
+// The second half says to the database that its index of open numbers is enough.
+constexpr const char* held_states = "IN ('reserved', 'at-work') AND n.state <> 'spent'";
 
 QString text(std::string_view words) { return QString::fromUtf8(words.data(), qsizetype(words.size())); }
 QString text(NumberState state) { return text(word_of(state)); }
@@ -229,7 +230,9 @@ void SqlBooks::set_up_file()
     has_tables(base_); // what is no ledger of ours is not touched
     base_.run("PRAGMA synchronous = FULL");
     base_.run("PRAGMA foreign_keys = ON");
-    base_.run("PRAGMA journal_mode = WAL"); // one flush for a change; where there is none, the plain journal stays
+    // One flush for a change. Where there is none the plain journal stays; and of two programs that make a ledger at
+    // the same time one finds it held, and need not wait.
+    QSqlQuery(base_.database).exec("PRAGMA journal_mode = WAL");
 }
 
 std::optional<BooksFault> SqlBooks::open()
@@ -239,7 +242,8 @@ std::optional<BooksFault> SqlBooks::open()
         if (const std::string reason = kept_.make_folder(); !reason.empty())
             throw LedgerRefuses{{Kind::read_only, base_.where, reason}};
         {
-            const Writing possible(base_);
+            const Writing taken_back(base_); // never committed: it is seen whether it could be
+            base_.run("UPDATE vrk_ledger SET version = version");
         }
         take_in_kept();
     });
@@ -298,8 +302,8 @@ void SqlBooks::sweep(const QString& condition, const QVariantList& values)
 {
     QSqlQuery held =
         base_.run("SELECT n.id, n.state, h.id, h.host, h.boot, h.pid, h.started FROM numbers n JOIN holders h"
-                  " ON h.id = n.holder WHERE n.state IN " +
-                QString{open_states} + " AND h.id <> ?" + condition,
+                  " ON h.id = n.holder WHERE n.state " +
+                QString{held_states} + " AND h.id <> ?" + condition,
             QVariantList{qint64{holder_}} + values);
     std::vector<std::pair<std::int64_t, NumberState>> left;
     while (held.next()) {
@@ -337,7 +341,8 @@ SqlBooks::OpenOrder SqlBooks::open_order(const Order& order)
 SqlBooks::Choice SqlBooks::choose(const OpenOrder& open, const Order& order)
 {
     QSqlQuery back = base_.run(
-        "SELECT id, place FROM numbers WHERE order_id = ? AND state = 'free' ORDER BY id LIMIT 1", {qint64{open.id}});
+        "SELECT id, place FROM numbers WHERE order_id = ? AND state = 'free' AND state <> 'spent' ORDER BY id LIMIT 1",
+        {qint64{open.id}});
     if (back.next())
         return {back.value(0).toLongLong(), back.value(1).toLongLong()};
     AutoIncrease record = order.rule;
@@ -451,7 +456,7 @@ BooksAnswer<std::vector<NumberRow>> SqlBooks::numbers(const std::string& order, 
         Condition condition;
         condition.add("o.name = ?", order);
         if (!all)
-            condition.words += " AND n.state NOT IN ('spent', 'free')";
+            condition.words += " AND n.state <> 'spent' AND n.state <> 'free'";
         QSqlQuery found =
             base_.run("SELECT o.name, o.kind, n.value, n.state, n.changed, h.station FROM numbers n"
                       " JOIN number_orders o ON o.id = n.order_id LEFT JOIN holders h ON h.id = n.holder" +

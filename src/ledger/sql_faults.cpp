@@ -67,7 +67,7 @@ QSqlQuery LedgerBase::run(const char* statement, std::initializer_list<QVariant>
 QSqlQuery LedgerBase::run(const QString& statement, const QVariantList& values) const
 {
     QSqlQuery query(database);
-    query.setForwardOnly(true);
+    query.setForwardOnly(!server); // a server would forget its answer at the next question
     bool done = false;
     if (values.isEmpty()) {
         done = query.exec(statement);

@@ -44,7 +44,7 @@ struct LedgerBench : testing::Test {
         have_application();
         setenv("XDG_DATA_HOME", folder.path().toUtf8().constData(), 1);
         if (on_server())
-            by_hand(address(), "DROP SCHEMA public CASCADE; CREATE SCHEMA public");
+            by_hand(address(), "SET client_min_messages = error; DROP SCHEMA public CASCADE; CREATE SCHEMA public");
     }
 
     static bool on_server() { return std::getenv("VRK_LEDGER_SERVER") != nullptr; }
