@@ -200,12 +200,17 @@ std::vector<std::uint8_t> stamp_bytes(const AutoIncrease& record)
     return bytes;
 }
 
+std::string padded_value(const AutoIncrease& record, double value)
+{
+    const std::string digits = number_text(value);
+    if (record.system == AutoIncrease::hex)
+        return padded(digits, (record.bytes * 241 + 150) / 100); // as many as the bytes can hold, and one
+    return padded(digits, record.bytes * digits_per_byte(record.system));
+}
+
 std::string advanced_value(const AutoIncrease& record)
 {
-    const std::string sum = number_text(number_in(record.next_value) + record.increment);
-    if (record.system == AutoIncrease::hex)
-        return padded(sum, (record.bytes * 241 + 150) / 100); // as many decimal digits as the bytes can hold, and one
-    return padded(sum, record.bytes * digits_per_byte(record.system));
+    return padded_value(record, number_in(record.next_value) + record.increment);
 }
 
 Line place_text(PlaceFault fault, const McuRecord& model)

@@ -71,6 +71,8 @@ std::vector<std::uint8_t> stamp_bytes(const AutoIncrease& record);
 // has changed.
 bool stamp(const AutoIncrease& record, FileBuffer& buffer);
 
+// A value as the record shows it, padded with zeros to its width; digits above it are lost.
+std::string padded_value(const AutoIncrease& record, double value);
 // The value one increment further, padded with zeros to its width. Digits above the width are lost: the counter wraps.
 std::string advanced_value(const AutoIncrease& record);
 

@@ -115,6 +115,16 @@ FILE* fopen(const char* path, const char* mode) { return open_stream("fopen", pa
 FILE* fopen64(const char* path, const char* mode) { return open_stream("fopen64", path, mode); }
 ssize_t read(int handle, void* into, size_t size) { return on_handle<ssize_t>("read", handle, into, size); }
 ssize_t write(int handle, const void* from, size_t size) { return on_handle<ssize_t>("write", handle, from, size); }
+ssize_t pread64(int handle, void* into, size_t size, off64_t at)
+{
+    return on_handle<ssize_t>("pread64", handle, into, size, at);
+}
+ssize_t pwrite64(int handle, const void* from, size_t size, off64_t at)
+{
+    return on_handle<ssize_t>("pwrite64", handle, from, size, at);
+}
+int ftruncate64(int handle, off64_t size) noexcept { return on_handle<int>("ftruncate64", handle, size); }
+int fdatasync(int handle) { return on_handle<int>("fdatasync", handle); }
 int fsync(int handle) { return on_handle<int>("fsync", handle); }
 int close(int handle) // it is closed all the same: what fails is the last of the writing
 {
