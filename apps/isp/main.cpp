@@ -7,6 +7,7 @@
 
 #include "catalog/near_names.h"
 #include "catalog/ranges.h"
+#include "host/end_signals.h"
 #include "host/qt_dialogs.h"
 #include "host/qt_loop.h"
 #include "host/qt_settings.h"
@@ -146,6 +147,7 @@ int run_window(const Options& options)
     dialogs.parent = &window;
     new TargetPanel(window, ports, trial_model); // the window's own from then on
     window.show();
+    const EndSignals end_signals([&window] { window.leave(); });
     if (!options.file.empty()) // its boxes stand over the window
         loop.call_at(loop.now_us(), [&shell, &options] { open_path(shell, options.file); });
     return QApplication::exec();
