@@ -20,9 +20,11 @@
 #include "shell/ports.h"
 #include "shell/start_up.h"
 #include "window/main_window.h"
+#include "window/seen_choices.h"
 
 #include <QApplication>
 #include <QStandardPaths>
+#include <QStyle>
 
 #include <algorithm>
 #include <cstdlib>
@@ -143,6 +145,7 @@ int run_window(const Options& options)
     if (!trial_file.empty())
         begin_trial(shell, trial_file);
 
+    QApplication::setStyle(new SeenChoices(QApplication::style()->name()));
     MainWindow window(shell);
     dialogs.parent = &window;
     new TargetPanel(window, ports, trial_model); // the window's own from then on

@@ -4,7 +4,9 @@
 
 #include "shell/messages.h"
 #include "window/colors.h"
+#include "window/seen_choices.h"
 
+#include <QCheckBox>
 #include <QPlainTextEdit>
 #include <QSet>
 #include <QTextBlock>
@@ -88,6 +90,24 @@ TEST_P(Colors, OfADumpAreReadThroughItsMarks)
     const QColor base = palette.color(QPalette::Base);
     for (const QColor& veil : {number_veil(palette), left_out_veil(palette)})
         EXPECT_GE(contrast(through(veil, text), through(veil, base)), readable) << veil.name().toStdString();
+}
+
+// A box that was not ticked was a dark spot on a dark ground. What is no text has to stand out by 3 to 1.
+TEST_P(Colors, OfTheRimOfABoxStandOutFromTheWindow)
+{
+    SeenChoices style("Fusion");
+    QCheckBox box;
+    box.setStyle(&style);
+    box.setPalette(palette);
+    box.resize(box.sizeHint());
+    const QImage picture = box.grab().toImage();
+    double most = 1;
+    for (int x = 0; x < picture.width(); ++x)
+        most = std::max(most, contrast(picture.pixelColor(x, picture.height() / 2), palette.color(QPalette::Window)));
+    if (GetParam())
+        EXPECT_GE(most, 3);
+    else
+        EXPECT_GT(most, 1); // the style's own rim, as on every light desktop
 }
 
 // A report in which nothing is coloured would be read word by word.
