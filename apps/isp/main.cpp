@@ -7,6 +7,7 @@
 
 #include "catalog/near_names.h"
 #include "catalog/ranges.h"
+#include "host/end_signals.h"
 #include "host/qt_dialogs.h"
 #include "host/qt_loop.h"
 #include "host/qt_settings.h"
@@ -19,9 +20,11 @@
 #include "shell/ports.h"
 #include "shell/start_up.h"
 #include "window/main_window.h"
+#include "window/seen_choices.h"
 
 #include <QApplication>
 #include <QStandardPaths>
+#include <QStyle>
 
 #include <algorithm>
 #include <cstdlib>
@@ -142,10 +145,12 @@ int run_window(const Options& options)
     if (!trial_file.empty())
         begin_trial(shell, trial_file);
 
+    QApplication::setStyle(new SeenChoices(QApplication::style()->name()));
     MainWindow window(shell);
     dialogs.parent = &window;
     new TargetPanel(window, ports, trial_model); // the window's own from then on
     window.show();
+    const EndSignals end_signals([&window] { window.leave(); });
     if (!options.file.empty()) // its boxes stand over the window
         loop.call_at(loop.now_us(), [&shell, &options] { open_path(shell, options.file); });
     return QApplication::exec();

@@ -49,7 +49,7 @@ QString summary_of(const QString& pattern, const QString& what, const std::vecto
     std::uint32_t sum = 0;
     for (const std::uint8_t byte : flash)
         sum += byte;
-    return pattern.arg(what).arg(used).arg(flash.size()).arg(sum, 0, 16);
+    return pattern.arg(what).arg(used).arg(flash.size()).arg(QString::number(sum, 16).toUpper());
 }
 
 } // namespace

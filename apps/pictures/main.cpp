@@ -14,10 +14,12 @@
 #include "shell/ports.h"
 #include "shell/start_up.h"
 #include "window/main_window.h"
+#include "window/seen_choices.h"
 
 #include <QApplication>
 #include <QImage>
 #include <QScreen>
+#include <QStyle>
 #include <QStyleFactory>
 #include <QTimer>
 
@@ -170,6 +172,7 @@ int main(int argc, char** argv)
         QApplication::setPalette(dark_palette());
         ++first;
     }
+    QApplication::setStyle(new SeenChoices(QApplication::style()->name()));
     bool english = false;
     if (first < argc && (std::string_view{argv[first]} == "en" || std::string_view{argv[first]} == "zh"))
         english = std::string_view{argv[first++]} == "en";

@@ -41,7 +41,7 @@ inline constexpr Text hardware_text = {
     "  An RS-232 port needs a level converter; a USB adapter has to work at the supply voltage of the MCU.\n"
     "Power:\n"
     "  The boot loader listens for a moment after power-up only: press the button first, then power up the MCU.\n"
-    "  Before that the MCU must be without power altogether: its capacitors have to be discharged, and the serial\n"
+    "  Before that the MCU must be without power altogether, its capacitors discharged. The serial\n"
     "  lines can feed it through its pins. If they do, put some 300 ohms into TxD and RxD, or unplug the line.\n"
     "Clock and reset:\n"
     "  Models that run on a crystal need one that oscillates. The reset pin must not be held in reset.\n"

@@ -11,6 +11,7 @@
 #include <QEvent>
 #include <QFontDatabase>
 #include <QKeyEvent>
+#include <QProxyStyle>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <QToolButton>
@@ -111,6 +112,15 @@ void show_tabs(QTabBar& bar, const TabStrip& control)
     }
     bar.setCurrentIndex(control.selected());
 }
+
+// Little room beside the words of a tab: a screen of 1366 pixels then shows all of a strip.
+class CloseTabs final : public QProxyStyle {
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override
+    {
+        constexpr int beside = 4; // on either side
+        return metric == PM_TabBarTabHSpace ? 2 * beside : QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
 
 // In its window, which need not be the one in front: a worker may look at another for a moment.
 bool has_focus(const QWidget& widget) { return widget.window()->focusWidget() == &widget; }
@@ -404,6 +414,9 @@ QWidget* Binder::page(Frame& control, QLabel*& caption)
 QTabBar* Binder::tabs(TabStrip& control)
 {
     auto* widget = new QTabBar;
+    auto* style = new CloseTabs;
+    style->setParent(widget);
+    widget->setStyle(style);
     widget->setExpanding(false);
     widget->setElideMode(Qt::ElideNone); // where the strip is too narrow for all, it scrolls
     widget->setDrawBase(true);

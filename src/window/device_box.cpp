@@ -50,6 +50,7 @@ DeviceBox::DeviceBox(Binder& binder, QWidget* over)
     box_->setCursor(Qt::PointingHandCursor);
     box_->installEventFilter(this);
 
+    arrow_->setFixedWidth(box_->sizeHint().height() + 4); // a style makes every button as wide as a word
     arrow_->setFocusPolicy(Qt::TabFocus); // the tree goes when it loses the focus, and a click is to find it open
 
     tree_->setHeaderHidden(true);

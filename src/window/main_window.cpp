@@ -21,6 +21,7 @@
 #include "window/tool_pages.h"
 #include "window/verdict_field.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QGuiApplication>
@@ -457,6 +458,20 @@ void MainWindow::closeEvent(QCloseEvent* event)
         ask_before_closing();
     else
         close_request(shell_);
+}
+
+// A box may also come up while a sequence winds down; under it that would never end.
+void MainWindow::leave()
+{
+    if (!shell_.closing)
+        close_request(shell_);
+    constexpr int glance_ms = 50;
+    auto* boxes = new QTimer(this);
+    connect(boxes, &QTimer::timeout, this, [] {
+        if (QWidget* box = QApplication::activeModalWidget())
+            box->close();
+    });
+    boxes->start(glance_ms);
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)

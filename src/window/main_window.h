@@ -21,6 +21,8 @@ public:
     // Beside everything else, for programs that have more to show.
     void add_panel(QWidget* panel);
     Binder& binder() { return binder_; }
+    // The program has to end, and nobody is there to be asked: what runs is stopped, boxes go unanswered.
+    void leave();
 
 private:
     QWidget* make_left();

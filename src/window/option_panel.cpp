@@ -5,9 +5,11 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QScrollArea>
 
 #include <algorithm>
 #include <array>
+#include <numeric>
 
 namespace vrk {
 
@@ -17,6 +19,7 @@ constexpr std::size_t first_lower = 8; // strip
 constexpr std::size_t strip_count = 14;
 constexpr std::size_t most_buttons = 3; // of one strip
 constexpr int gap = 10;
+constexpr int as_wide_as_wanted = 10'000;
 
 // As the controls say, not as the screen shows: a page that is hidden is laid out all the same.
 bool is_shown(const QWidget* widget) { return widget != nullptr && !widget->isHidden(); }
@@ -32,6 +35,15 @@ void dim(QLabel& label, bool note)
     if (note)
         palette.setColor(QPalette::WindowText, note_color(label.window()->palette()));
     label.setPalette(palette);
+}
+
+// A label keeps the size that it has once wished for, its least width with it, until something makes it measure anew.
+void hold_to(QLabel& label, int least_width)
+{
+    if (label.minimumWidth() == least_width)
+        return;
+    label.setMinimumWidth(least_width);
+    label.setIndent(label.indent());
 }
 
 QHBoxLayout* row_of(QWidget* line) { return static_cast<QHBoxLayout*>(line->layout()); }
@@ -130,8 +142,21 @@ OptionPanel::Strip OptionPanel::make_strip(
     return strip;
 }
 
-// Labels of strips that have a choice share a column, and so do their first, second and third buttons. A strip without
-// one is a note: it takes the whole line, dimmed, and none if it has no words.
+// How wide the place is that the strips are shown in. It is looked at from then on.
+int OptionPanel::room_for(const Stack& strips)
+{
+    for (QWidget* around = strips.front().line->parentWidget(); around != nullptr; around = around->parentWidget()) {
+        if (auto* area = qobject_cast<QScrollArea*>(around)) {
+            area->viewport()->installEventFilter(this);
+            return area->viewport()->width();
+        }
+    }
+    return as_wide_as_wanted; // not in its place yet
+}
+
+// Labels of strips that have a choice share a column, and so do their first, second and third buttons, as long as there
+// is room for that; without it each strip is as wide as its own words. A strip without one is a note: it takes the
+// whole line, dimmed, and none if it has no words.
 void OptionPanel::align(Stack& strips, const std::vector<Guest>& guests)
 {
     for (const Guest& guest : guests) {
@@ -145,23 +170,37 @@ void OptionPanel::align(Stack& strips, const std::vector<Guest>& guests)
     }
 
     int label_width = 0;
+    int box_width = 0;
+    int longest = 0; // of what stands behind a label
     std::array<int, most_buttons> widths{};
     for (const Strip& strip : strips) {
         const bool hidden = strip.label->isHidden() || (strip.frame != nullptr && !strip.frame->visible());
         if (hidden || !has_choice(strip.buttons, strip.box))
             continue;
-        label_width = std::max(label_width, strip.label->sizeHint().width());
+        label_width = std::max(label_width, strip.label->fontMetrics().size(0, strip.label->text()).width());
+        const int box = is_shown(strip.box) ? gap + strip.box->sizeHint().width() : 0;
+        box_width = std::max(box_width, box);
+        int length = box;
         for (std::size_t i = 0; i < strip.buttons.size(); ++i) {
-            if (is_shown(strip.buttons[i]))
-                widths[i] = std::max(widths[i], strip.buttons[i]->sizeHint().width());
+            if (!is_shown(strip.buttons[i]))
+                continue;
+            const int width = gap + strip.buttons[i]->sizeHint().width();
+            widths[i] = std::max(widths[i], width);
+            length += width;
         }
+        longest = std::max(longest, length);
     }
+    const int room = room_for(strips);
+    if (std::accumulate(widths.begin(), widths.end(), label_width + box_width) > room)
+        widths = {};
+    if (label_width + longest > room)
+        label_width = 0;
     for (const Strip& strip : strips) {
         const bool note = !has_choice(strip.buttons, strip.box);
         dim(*strip.label, note);
-        strip.label->setMinimumWidth(note ? 0 : label_width);
+        hold_to(*strip.label, note ? 0 : label_width);
         for (std::size_t i = 0; i < strip.buttons.size(); ++i)
-            strip.buttons[i]->setMinimumWidth(note ? 0 : widths[i]);
+            strip.buttons[i]->setMinimumWidth(note ? 0 : std::max(widths[i] - gap, 0));
         if (strip.frame != nullptr)
             strip.line->setVisible(strip.frame->visible() && !(note && strip.label->text().isEmpty()));
     }
@@ -170,7 +209,8 @@ void OptionPanel::align(Stack& strips, const std::vector<Guest>& guests)
 bool OptionPanel::eventFilter(QObject* watched, QEvent* event)
 {
     // A caption has changed or a choice has come or gone: all of it is put in line once.
-    if (event->type() == QEvent::LayoutRequest)
+    // The place has another width: likewise.
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize)
         align_timer_.start(0);
     return QObject::eventFilter(watched, event);
 }

@@ -36,6 +36,7 @@ private:
 
     Strip make_strip(const Frame* frame, Label& label, std::span<OptionButton> buttons, ComboBox* box);
     void add_options(QVBoxLayout* stack, Stack& strips, std::size_t first, std::size_t end);
+    int room_for(const Stack& strips);
     void align(Stack& strips, const std::vector<Guest>& guests);
     bool eventFilter(QObject* watched, QEvent* event) override;
 

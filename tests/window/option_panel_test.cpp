@@ -6,6 +6,9 @@
 #include "shell/device.h"
 
 #include <QPainter>
+#include <QScrollArea>
+
+#include <set>
 
 using namespace vrk;
 
@@ -59,6 +62,35 @@ TEST_P(EveryPanel, ShowsAllItsTextsWhole)
     keep_picture(bench, panel_name({GetParam(), 0}));
     EXPECT_EQ(cut_off(*bench.window), "");
     EXPECT_EQ(outside(*bench.window), "");
+}
+
+// On a small screen the second choice of a strip had to be scrolled to. A page that came after a wider one kept some of
+// its columns.
+TEST(NarrowPanel, ShowsEveryChoiceOfStep4InTheWidthOfASmallScreen)
+{
+    for (const bool english : {true, false}) {
+        WindowBench bench("/dev/null", english);
+        auto* strips = bench.find<QWidget>("Picture2(0)")->parentWidget();
+        auto* area = qobject_cast<QScrollArea*>(strips->parentWidget()->parentWidget());
+        ASSERT_NE(area, nullptr);
+        for (const char* model : {"Alder-64", "Juniper-60Q", "Larch-12V", "Juniper-60Q"}) {
+            for (const int width : {1600, 1366, 1024, 1366}) {
+                bench.window->resize(width, 720);
+                choose(bench, model);
+                EXPECT_LE(strips->width(), area->viewport()->width()) << model << ", " << width << ", " << english;
+                EXPECT_EQ(cut_off(*strips), "") << model << ", " << width;
+            }
+            std::set<int> columns; // where the first choices stand
+            for (const char* first : {"Option0(0)", "Option2(0)", "Option3(0)"}) {
+                bench.window->resize(1900, 720);
+                QTest::qWait(100);
+                const auto* choice = bench.find<QWidget>(first);
+                if (choice->isVisible())
+                    columns.insert(choice->mapTo(strips, QPoint()).x());
+            }
+            EXPECT_LE(columns.size(), 1U) << model << ": there is room for columns";
+        }
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(OneModelOfEachPage, EveryPanel,

@@ -10,6 +10,15 @@
 
 namespace vrk {
 
+// A button with one sign may be narrower than its style would have it.
+inline bool has_room_for_a_sign(const QWidget& widget)
+{
+    constexpr int frame = 4; // on either side
+    const auto* button = qobject_cast<const QAbstractButton*>(&widget);
+    return button != nullptr && button->text().size() == 1 &&
+        button->width() >= button->fontMetrics().horizontalAdvance(button->text()) + 2 * frame;
+}
+
 inline std::string cut_off(const QWidget& window)
 {
     std::string found;
@@ -17,7 +26,8 @@ inline std::string cut_off(const QWidget& window)
         const bool has_text =
             qobject_cast<const QLabel*>(widget) != nullptr || qobject_cast<const QAbstractButton*>(widget) != nullptr;
         const bool is_arrow = qobject_cast<const QTabBar*>(widget->parentWidget()) != nullptr;
-        if (widget->isVisible() && has_text && !is_arrow && widget->width() < widget->sizeHint().width())
+        if (widget->isVisible() && has_text && !is_arrow && !has_room_for_a_sign(*widget) &&
+            widget->width() < widget->sizeHint().width())
             found += widget->objectName().toStdString() + " " + std::to_string(widget->width()) + " of " +
                 std::to_string(widget->sizeHint().width()) + "\n";
     }
