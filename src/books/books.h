@@ -68,7 +68,7 @@ struct GivenNumber {
 struct ChipEnd {
     std::vector<GivenNumber> numbers;
     bool good = false; // the numbers are spent; else they go back
-    std::optional<ChipRecord> record; // its key is given by the books
+    std::optional<ChipRecord> record; // its key and its user are given by the books
 };
 
 // Where the end of a chip stands now.
