@@ -2,6 +2,7 @@
 // with its boot loader or with user code, a user program for a terminal and a monitor to look at, an off-line board.
 #include "command_line.h"
 #include "rehearsal/chip_of_model.h"
+#include "target/fixture.h"
 #include "target/programmer_board.h"
 #include "target/serve.h"
 #include "target/user_programs.h"
@@ -57,6 +58,8 @@ struct Options {
     std::string flash;
     std::string data;
     bool at_once = false;
+    std::string refused_block;
+    FixtureWords fixture;
 };
 
 void describe(CLI::App& app, Options& options)
@@ -73,6 +76,12 @@ void describe(CLI::App& app, Options& options)
     add("--flash", options.flash, "FILE", "at the end, writes the chip's flash there");
     add("--data", options.data, "FILE", "at the end, writes the data flash there");
     app.add_flag("--at-once", options.at_once, "the chip takes no time of its own: only the wire does");
+    add("--refuse-block", options.refused_block, "HEX", "the chip takes no block with this address in it");
+    add("--fixture", options.fixture.pause_ms, "MS",
+        "a fixture of a line: chips come by themselves, MS after one another");
+    add("--chips", options.fixture.chips, "FILE",
+        "a line is added there for each chip of the fixture that was written");
+    add("--peek", options.fixture.peek, "HEX:N", "and in that line stand N bytes of its flash from this address on");
     app.add_flag("--demo", options.demo, "a chip with a downloader in its user code");
     add("--deaf-to", options.deaf_to, "HEX", "the downloader hears no frame with one of these codes, as 'B3 B4'");
     add("--command", options.command, "HEX", "user code in front waits for this command, as '12 34 AB'");
@@ -152,9 +161,8 @@ int refuse(const std::string& why)
 }
 
 // The target itself, or with user code in front of it where a command is wanted. False: it could not be served.
-bool serve_behind_command(sim::Target& target, const Options& options, const LineSettings& line)
+bool serve_behind_command(sim::PosixLoop& loop, sim::Target& target, const Options& options, const LineSettings& line)
 {
-    sim::PosixLoop loop;
     if (options.command.empty())
         return serve(loop, target, {options.link, false, {}});
     sim::UserCode user_code(target, line, bytes_in(options.command));
@@ -191,7 +199,8 @@ int serve_demo(const Options& options)
     constexpr int always = 1'000'000;
     for (const std::uint8_t code : bytes_in(options.deaf_to))
         demo.deaf_to[code] = always;
-    if (!serve_behind_command(demo, options, *line))
+    sim::PosixLoop loop;
+    if (!serve_behind_command(loop, demo, options, *line))
         return 1;
     tell_complaints(demo.violations());
     std::cout << "runs the code: " << (demo.runs_code() ? "yes" : "no") << std::endl;
@@ -210,9 +219,15 @@ int serve_boot_loader(const Options& options, const McuTable& table)
     if (!line)
         return refuse(fault);
     sim::Chip chip(*setup);
+    if (!options.refused_block.empty())
+        chip.refuse_block(static_cast<std::uint32_t>(std::strtoul(options.refused_block.c_str(), nullptr, 16)));
+    sim::PosixLoop loop;
+    Fixture fixture(loop, chip);
+    if (!options.fixture.pause_ms.empty() && !fixture.begin(options.fixture, fault))
+        return refuse(fault);
     chip.on_state_change.push_back(
         [](sim::Chip::State state) { std::cout << "state: " << sim::state_name(state) << std::endl; });
-    if (!serve_behind_command(chip, options, *line))
+    if (!serve_behind_command(loop, chip, options, *line))
         return 1;
     tell_complaints(chip.violations());
     std::cout << option_rows(chip) << std::endl;

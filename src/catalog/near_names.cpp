@@ -51,22 +51,29 @@ std::optional<std::string> model_named(const McuTable& table, std::string_view n
     return found;
 }
 
-std::vector<std::string> names_near(const McuTable& table, std::string_view name)
+std::vector<std::string> words_near(const std::vector<std::string>& words, std::string_view word)
 {
-    const std::string wanted = upper_case(trimmed(name));
+    const std::string wanted = upper_case(trimmed(word));
     const std::size_t most_edits = std::max<std::size_t>(2, wanted.size() / 3);
-    std::vector<std::pair<std::size_t, std::string>> all; // edits, name
-    for_each_name(table, [&](const std::string& one) {
+    std::vector<std::pair<std::size_t, std::string>> all; // edits, word
+    for (const std::string& one : words) {
         const std::size_t edits = edits_between(wanted, upper_case(one));
         if (edits <= most_edits)
             all.push_back({edits, one});
-    });
+    }
     std::sort(all.begin(), all.end());
     all.erase(std::unique(all.begin(), all.end()), all.end()); // a few names stand in two families
-    std::vector<std::string> names;
+    std::vector<std::string> near;
     for (std::size_t i = 0; i < std::min(all.size(), most_names); ++i)
-        names.push_back(all[i].second);
-    return names;
+        near.push_back(all[i].second);
+    return near;
+}
+
+std::vector<std::string> names_near(const McuTable& table, std::string_view name)
+{
+    std::vector<std::string> names;
+    for_each_name(table, [&names](const std::string& one) { names.push_back(one); });
+    return words_near(names, name);
 }
 
 std::string unknown_model_text(const McuTable& table, std::string_view name)

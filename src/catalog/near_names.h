@@ -1,4 +1,5 @@
-// A model by a name that a hand has typed outside of the window, where there is no tree to pick from.
+// A model by a name that a hand has typed outside of the window, where there is no tree to pick from; and what comes
+// near any word that was typed.
 #pragma once
 
 #include "catalog/mcu_table.h"
@@ -12,6 +13,9 @@ namespace vrk {
 
 // As the catalogue writes it, whatever letters the hand has written large. Nothing: there is no such model.
 std::optional<std::string> model_named(const McuTable& table, std::string_view name);
+
+// Up to five of the words that a hand may have meant, the likeliest first, and none twice.
+std::vector<std::string> words_near(const std::vector<std::string>& words, std::string_view word);
 
 // Up to five names that a hand may have meant, the likeliest first; none where nothing comes near.
 std::vector<std::string> names_near(const McuTable& table, std::string_view name);

@@ -46,7 +46,7 @@ std::vector<PortInfo> QtPorts::list()
         const bool known =
             std::any_of(ports.begin(), ports.end(), [&](const PortInfo& port) { return port.path == path; });
         if (!known)
-            ports.push_back({path, path, description_of(info)});
+            ports.push_back({path, path, description_of(info), info.serialNumber().toStdString()});
     }
     return ports;
 }

@@ -125,6 +125,13 @@ FieldFault counts_fault(std::string_view bytes, std::string_view increment)
     return fits ? FieldFault::none : FieldFault::increment_too_large;
 }
 
+std::int16_t record_number(std::string_view text)
+{
+    constexpr double least = std::numeric_limits<std::int16_t>::min();
+    constexpr double most = std::numeric_limits<std::int16_t>::max();
+    return static_cast<std::int16_t>(std::clamp(round_half_even(number_in(text)), least, most));
+}
+
 FieldFault address_fault(std::string_view address)
 {
     return consists_of("0123456789ABCDEFabcdef", trimmed(address)) ? FieldFault::none : FieldFault::address_no_number;

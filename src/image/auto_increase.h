@@ -46,6 +46,7 @@ enum class FieldFault {
 };
 FieldFault counts_fault(std::string_view bytes, std::string_view increment);
 FieldFault address_fault(std::string_view address);
+std::int16_t record_number(std::string_view text); // of bytes and increment, rounded and held to 16 bits
 const Text& field_text(FieldFault fault); // of a fault, not of none
 
 // What is wrong with the place of a number. The bytes from address + 1 - bytes to address must lie in the model.

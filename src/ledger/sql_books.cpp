@@ -415,7 +415,7 @@ std::optional<BooksFault> SqlBooks::begin_work(std::span<const GivenNumber> numb
     });
 }
 
-bool SqlBooks::write_end(const ChipEnd& end)
+bool SqlBooks::write_end(const ClosedChip& end)
 {
     bool all_were_its_own = true;
     for (const GivenNumber& number : end.numbers) {
@@ -432,9 +432,9 @@ bool SqlBooks::write_end(const ChipEnd& end)
     return all_were_its_own;
 }
 
-EndKept SqlBooks::end_chip(const ChipEnd& ended)
+EndKept SqlBooks::end_chip(const ClosedChip& ended)
 {
-    ChipEnd end = ended;
+    ClosedChip end = ended;
     const std::string key = new_key().toStdString();
     if (end.record) {
         end.record->chip = key;

@@ -406,4 +406,11 @@ void leave_isp(Session& session)
         session.loop.yield();
 }
 
+void let_chip_go(Session& session)
+{
+    leave_isp(session);
+    session.drop_counts();
+    session.close();
+}
+
 } // namespace vrk

@@ -19,5 +19,7 @@ bool read_status(Session& session, const Job& job);
 
 // Sends the chip into user code: the short frame 82, then 100 ms for it to leave. Not ended by a stop.
 void leave_isp(Session& session);
+// The same, and the port is free for the next chip.
+void let_chip_go(Session& session);
 
 } // namespace vrk

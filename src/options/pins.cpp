@@ -14,4 +14,14 @@ constexpr const char* pins[] = {"P1.0", "P1.1", "P1.2", "P1.3", "P1.4", "P1.5", 
 
 std::vector<std::string> option_pin_items() { return {std::begin(pins), std::end(pins)}; }
 
+std::vector<std::string> all_pin_items()
+{
+    std::vector<std::string> all;
+    for (char port = '0'; port <= '3'; ++port) {
+        for (char bit = '0'; bit <= '7'; ++bit)
+            all.push_back(std::string{"P"} + port + "." + bit);
+    }
+    return all;
+}
+
 } // namespace vrk

@@ -7,5 +7,6 @@
 namespace vrk {
 
 std::vector<std::string> option_pin_items();
+std::vector<std::string> all_pin_items(); // "P0.0" to "P3.7": of those the boot loader feeds a watchdog by one
 
 } // namespace vrk

@@ -79,6 +79,7 @@ struct PortInfo {
     std::string path; // what open() takes: a device, a link to one, a pseudo terminal
     std::string caption; // what the user reads
     std::string description; // what the device says that it is; empty: nothing
+    std::string serial_number{}; // of the adapter; empty: it tells none
 };
 
 class PortDriver {

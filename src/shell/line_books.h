@@ -1,8 +1,8 @@
 // The books of a line at the form: what the line wishes for, and the number that the ledger would give next in the
-// place of the next value. How one chip goes through the books tells line/chip_in_books.h.
+// place of the next value. How one chip goes through the books tells bookkeeping/chip_in_books.h.
 #pragma once
 
-#include "line/chip_in_books.h"
+#include "bookkeeping/chip_in_books.h"
 #include "shell/shell.h"
 
 namespace vrk {

@@ -5,9 +5,12 @@
 #include "options/codec.h"
 #include "options/pins.h"
 #include "options/rc_setting.h"
+#include "session/line_items.h"
 
+#include <cstdint>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vrk {
@@ -18,8 +21,6 @@ using Items = std::vector<std::string>;
 using Texts = std::span<const char* const>;
 
 // clang-format off
-constexpr const char* max_bauds[]       = { "115200", "57600", "38400", "28800", "19200", "14400", "12800", "11520", "9600", "4800", "2400", "1200" };
-constexpr const char* min_bauds[]       = { "115200", "57600", "38400", "28800", "19200", "14400", "9600", "4800", "2400", "1200" };
 constexpr const char* demo_bauds[]      = { "115200", "57600", "38400", "28800", "19200", "14400", "12800", "11520", "9600", "4800", "2400" };
 constexpr const char* terminal_bauds[]  = { "256000", "128000", "115200", "57600", "38400", "28800", "19200", "14400", "9600", "4800", "2400", "1200", "600" };
 constexpr const char* parities[]        = { "Even", "Odd", "None" };
@@ -32,6 +33,14 @@ constexpr int terminal_ports = 16;
 
 Items items(Texts texts) { return {texts.begin(), texts.end()}; }
 
+Items items(std::span<const std::int32_t> bauds)
+{
+    Items texts;
+    for (const std::int32_t baud : bauds)
+        texts.push_back(std::to_string(baud));
+    return texts;
+}
+
 Items port_names()
 {
     Items names;
@@ -40,20 +49,10 @@ Items port_names()
     return names;
 }
 
-Items all_pins()
-{
-    Items pins;
-    for (char port = '0'; port <= '3'; ++port) {
-        for (char bit = '0'; bit <= '7'; ++bit)
-            pins.push_back(std::string{"P"} + port + "." + bit);
-    }
-    return pins;
-}
-
 // The four lists that make up the setting of a line.
-void fill_line(Texts bauds, ComboBox& baud, ComboBox& parity, ComboBox& data, ComboBox& stop)
+void fill_line(Items bauds, ComboBox& baud, ComboBox& parity, ComboBox& data, ComboBox& stop)
 {
-    baud.set_items(items(bauds));
+    baud.set_items(std::move(bauds));
     parity.set_items(items(parities));
     data.set_items(items(data_bits));
     stop.set_items(items(stop_bits));
@@ -80,19 +79,19 @@ void fill_option_lists(MainForm& form)
 void fill_lists(Shell& shell)
 {
     shell.form.cobBaudMax.set_items(items(max_bauds));
-    shell.form.cobBaudMin.set_items(items(min_bauds));
+    shell.form.cobBaudMin.set_items(items(contact_bauds));
     shell.form.comDalay_ReDownLoad.set_items(items(repeat_delays_s));
-    shell.form.comb_WDT.set_items(all_pins());
+    shell.form.comb_WDT.set_items(all_pin_items());
     fill_option_lists(shell.form);
 
     shell.form.com_Debug_COM.set_items(port_names());
-    fill_line(terminal_bauds, shell.form.com_Debug_Baud, shell.form.com_Debug_ParityCheck,
+    fill_line(items(terminal_bauds), shell.form.com_Debug_Baud, shell.form.com_Debug_ParityCheck,
         shell.form.com_Debug_DataBits, shell.form.com_Debug_StopBits);
-    fill_line(max_bauds, shell.form.cobUserCodeBaud, shell.form.cobUserCodeParity, shell.form.cobUserCodeDataBits,
-        shell.form.cobUserCodeStopBits);
-    fill_line(demo_bauds, shell.form.cob_DEMO_DownLoad_Baud, shell.form.cob_DEMO_DownLoad_Parity,
+    fill_line(items(max_bauds), shell.form.cobUserCodeBaud, shell.form.cobUserCodeParity,
+        shell.form.cobUserCodeDataBits, shell.form.cobUserCodeStopBits);
+    fill_line(items(demo_bauds), shell.form.cob_DEMO_DownLoad_Baud, shell.form.cob_DEMO_DownLoad_Parity,
         shell.form.cob_DEMO_DownLoad_DataBits, shell.form.cob_DEMO_DownLoad_StopBits);
-    fill_line(max_bauds, shell.form.cob_DEMO_UserCode_Baud, shell.form.cob_DEMO_UserCode_Parity,
+    fill_line(items(max_bauds), shell.form.cob_DEMO_UserCode_Baud, shell.form.cob_DEMO_UserCode_Parity,
         shell.form.cob_DEMO_UserCode_DataBits, shell.form.cob_DEMO_UserCode_StopBits);
 }
 

@@ -4,8 +4,7 @@
 
 #include "shell/option_choices.h"
 
-#include "catalog/attributes.h"
-#include "link/negotiate.h"
+#include "link/seal_job.h"
 #include "platform/text_number.h"
 
 namespace vrk {
@@ -24,17 +23,6 @@ LineChoice line_of(const Shell& shell)
     return line;
 }
 
-// What of a number stands in its buffer; nothing where none was stamped.
-void add_number(
-    std::vector<StampedNumber>& numbers, const AutoIncrease& record, const FileBuffer& buffer, std::int32_t flash_first)
-{
-    const std::int32_t first = record.address + 1 - record.bytes;
-    if (!record.valid || record.bytes <= 0 || first < 0 || record.address > buffer.last())
-        return;
-    const auto begin = buffer.data.begin() + first;
-    numbers.push_back({flash_first + first, {begin, begin + record.bytes}});
-}
-
 // Third field of the option byte text.
 bool guards_block_1(const std::string& text)
 {
@@ -51,42 +39,29 @@ std::string chosen_port_path(const Shell& shell)
     return port < shell.port_paths.size() ? shell.port_paths[port] : std::string{};
 }
 
-JobImage image_of(const FileBuffer& buffer)
-{
-    return {buffer.data, buffer.low, buffer.high, buffer.view_high, buffer.loaded};
-}
-
 std::vector<StampedNumber> stamped_numbers(const Shell& shell)
 {
-    std::vector<StampedNumber> numbers;
-    add_number(numbers, shell.code_increase, shell.code_buffer, 0);
-    add_number(numbers, shell.data_increase, shell.data_buffer, shell.selected.eeprom_first);
-    return numbers;
+    return stamped_numbers(
+        shell.selected, {shell.code_buffer, shell.code_increase}, {shell.data_buffer, shell.data_increase});
 }
 
 Job make_job(Shell& shell)
 {
-    Job job;
-    job.model = shell.selected;
-    job.model_name = trimmed(shell.form.txtDevice.text());
-    job.english = shell.language_is_english;
-    job.line = line_of(shell);
-
-    job.code = image_of(shell.code_buffer);
-    job.data = image_of(shell.data_buffer);
-    job.numbers = stamped_numbers(shell);
-
-    const OptionChoices choices = read_option_choices(shell);
-    if (option_group(shell.selected.series))
-        shell.options = encode_options(shell.selected.series, choices);
-    job.options = shell.options;
-    job.double_speed = choices.holds("Double_speed_YES");
-    job.guards_block_1 = guards_block_1(shell.option_byte_text);
+    JobChoices choices{.model = shell.selected,
+        .model_name = std::string{trimmed(shell.form.txtDevice.text())},
+        .english = shell.language_is_english,
+        .line = line_of(shell),
+        .code = {shell.code_buffer, shell.code_increase},
+        .data = {shell.data_buffer, shell.data_increase},
+        .options = read_option_choices(shell),
+        .guards_block_1 = guards_block_1(shell.option_byte_text),
+        .watchdog_pin = std::nullopt,
+        .rc_target_mhz = number_in(shell.form.com_RC_frequency[5].text())};
     if (shell.form.opt_ISP_DEMO_WDT[1].value())
-        job.watchdog_pin = watchdog_pin_code(shell.form.comb_WDT.text());
-
-    job.calibrate_rc = series_is_15_16(shell.selected.series);
-    job.rc_target_mhz = number_in(shell.form.com_RC_frequency[5].text());
+        choices.watchdog_pin = shell.form.comb_WDT.text();
+    const Job job = seal_job(choices);
+    if (option_group(shell.selected.series))
+        shell.options = job.options;
     return job;
 }
 

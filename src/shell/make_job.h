@@ -11,7 +11,6 @@ Job make_job(Shell& shell);
 
 // Parts of it that other jobs have, too.
 std::string chosen_port_path(const Shell& shell); // of step 3; empty: none
-JobImage image_of(const FileBuffer& buffer);
 std::vector<StampedNumber> stamped_numbers(const Shell& shell);
 
 } // namespace vrk

@@ -3,6 +3,8 @@
 #include "form/main_form.h"
 
 #include "image/load.h"
+#include "image/load_messages.h"
+#include "image/project_read.h"
 #include "image/range_messages.h"
 #include "platform/text_number.h"
 #include "shell/buffer_view.h"
@@ -30,16 +32,8 @@ constexpr const char* file_filter = "(*.hex, *.bin)|*.hex;*.bin|(*.bin)|*.bin|(*
 constexpr const char* section = "Settings";
 
 //                               Chinese                                   English
-constexpr Text file_not_found = {"Can not find the file./找不到文件", "Can not find the file."};
-constexpr Text no_data = {"文件中没有数据。", "The file contains no data."};
 constexpr Text numbers_off = {"打开文件后自动增量已关闭，需要时请重新启用。",
     "Opening a file has switched the automatic increment off. Switch it on again where it is wanted."};
-constexpr Text is_utf16 = {
-    "文件是 UTF-16 文本，请另存为 ASCII 或 UTF-8。", "The file is UTF-16 text. Please save it as ASCII or UTF-8."};
-constexpr Text changed_meanwhile = {
-    "读取文件时文件发生了变化，请重新打开。", "The file has changed while it was read. Please open it again."};
-constexpr Text no_end_record = {"HEX 文件没有结束记录，可能还没有写完。",
-    "The HEX file has no end record: it may not have been written to its end."};
 constexpr Text not_loaded_again = {
     "文件未能重新加载，未下载。", "The file could not be loaded again. Nothing was programmed."};
 
@@ -50,34 +44,13 @@ struct Manner {
     Asker asker = Asker::hand;
 };
 
-// Of a file that is larger than any that can be meant: its size and the limit.
-Line too_large(std::uintmax_t size)
-{
-    const std::string bytes = std::to_string(size);
-    const std::string limit = std::to_string(ImageFile::most_bytes);
-    Line line;
-    line.zh = "文件太大: " + bytes + " 字节。最大允许 " + limit + " 字节 (64 MB)。";
-    line.en = "The file is too large: " + bytes + " bytes. At most " + limit + " bytes (64 MB) can be opened.";
-    return line;
-}
-
 // False: the user has been told why the file is of no use.
 bool is_usable(const ImageFile& file, Boxes& boxes)
 {
-    switch (file.fault) {
-    case FileFault::none:
-        return true;
-    case FileFault::not_found:
-        boxes.show_box(file_not_found);
-        break;
-    case FileFault::too_large:
-        boxes.show_box(too_large(file.size), file.path);
-        break;
-    case FileFault::utf16:
-        boxes.show_box(is_utf16, file.path);
-        break;
-    }
-    return false;
+    const std::optional<Line> why = fault_text(file);
+    if (why)
+        boxes.show_box(*why, file.fault == FileFault::not_found ? "" : file.path);
+    return !why;
 }
 
 const FileRole& role_of(BufferKind kind) { return roles[index_of(kind)]; }
@@ -105,29 +78,9 @@ void show_path(Shell& shell, BufferKind kind, const std::string& path)
     controls.path_frame.set_caption(path_caption(controls, path));
 }
 
-// Why a load has left the buffer as it was; null where it has not, or the user knows.
-const Text* reason_of(LoadEnd end)
-{
-    switch (end) {
-    case LoadEnd::no_data:
-        return &no_data;
-    case LoadEnd::unreadable:
-        return &file_not_found;
-    case LoadEnd::changed:
-        return &changed_meanwhile;
-    case LoadEnd::no_end_record:
-        return &no_end_record;
-    case LoadEnd::done:
-    case LoadEnd::refused:
-    case LoadEnd::overtaken:
-        break;
-    }
-    return nullptr;
-}
-
 void tell_end(Shell& shell, LoadEnd end, const std::string& path, Asker asker)
 {
-    const Text* const reason = reason_of(end);
+    const Text* const reason = end_text(end);
     if (reason == nullptr)
         return;
     if (asker == Asker::watch)
@@ -218,8 +171,6 @@ bool load(Shell& shell, const std::string& path, FileBuffer& buffer, const Manne
 }
 
 } // namespace
-
-bool names_project(const std::string& path) { return upper_case(path).find(".VRK") != std::string::npos; }
 
 // The file that was chosen in the buffer's dialog, whose path stands over the buffer already. Where it brings nothing
 // in, what stood there before stands there again: nobody is to take the old image for the new file. A buffer that was

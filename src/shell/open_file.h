@@ -11,7 +11,6 @@ namespace vrk {
 // What a click on comLoadFile or comLoadDataFile brought. A file of which nothing could be loaded leaves its path in
 // the settings alone, for the next dialog; over the buffer stands what the buffer holds. A project (".VRK" in its path)
 // may be chosen in either dialog and is left to the caller; its path stands in shell.loader.current_path.
-bool names_project(const std::string& path);
 enum class Chosen { nothing, file, project };
 Chosen comLoadFile_Click(Shell& shell);
 Chosen comLoadDataFile_Click(Shell& shell);

@@ -5,6 +5,7 @@
 #include "catalog/attributes.h"
 #include "options/codec.h"
 #include "options/fixed_options.h"
+#include "options/panel_rules.h"
 #include "options/voltage_texts.h"
 #include "platform/text_number.h"
 #include "shell/messages.h"
@@ -28,11 +29,6 @@ constexpr Text double_speed_label = {"Double speed / 双倍速:", "         Doub
 constexpr Text double_speed_note = {"注:一旦烧录双倍速,由编程器擦除整个芯片才可恢复为单倍速", ""};
 constexpr Text aspen_note = {"双倍速、加密位只能由编程器擦除、读、写。", ""};
 
-constexpr std::int32_t internal_clock_below =
-    13312; // code size of the older families' models that start without crystal
-constexpr std::int32_t all_strips_from = 14336; // smaller ones have no choices on their code and data area's ends
-constexpr int last_strip_of_small = 2;
-constexpr int second_stack = 8; // the first strip of the lower stack
 constexpr int no_low_voltage_item = 15;
 
 bool is_older_newer(int series) { return series >= 3 && series <= 5; }
@@ -97,19 +93,13 @@ void show_pin_group(Shell& shell)
     shell.form.Picture7.set_visible(shown);
 }
 
-bool strip_is_shown(const Shell& shell, int strip)
-{
-    const bool small = is_older_newer(shell.selected.series) && shell.selected.ap_last < all_strips_from;
-    return !small || strip <= last_strip_of_small || strip >= second_stack;
-}
-
 void show_strips(Shell& shell, int page)
 {
     for (int row = 0; row < shell.option_table.filled_rows(page); ++row) {
         if (shell.option_table.cell(page, row, OptionColumn::control) != "LabOption")
             continue;
         const int strip = static_cast<int>(number_in(shell.option_table.cell(page, row, OptionColumn::index)));
-        shell.form.Picture2[strip].set_visible(strip_is_shown(shell, strip));
+        shell.form.Picture2[strip].set_visible(strip_is_offered(shell.selected, strip));
     }
 }
 
@@ -142,7 +132,7 @@ void build_from_page(Shell& shell)
     } else if (series == 1) {
         show_note(shell, aspen_note);
     }
-    if (is_older_newer(series) && shell.selected.ap_last < internal_clock_below)
+    if (starts_on_internal_oscillator(shell.selected))
         shell.form.Option0[0].set_value(true);
 }
 
@@ -255,24 +245,18 @@ void enable_number_fields(Shell& shell)
 
 void change_low_voltage_default(Shell& shell, std::string_view node_key)
 {
-    const int series = shell.selected.series;
-    const int page = option_page_of_series(series).page;
-    const int row = find_key(shell.option_table, page, "LowU_Reset_YES_Clew");
-    if (!is_older_newer(series) || shell.language_is_english || row < 0)
-        return;
-    const bool high = node_key.ends_with("Series") || series == 5;
-    shell.option_table.set_cell(page, row + 1, OptionColumn::value, high ? "1" : "0");
-    shell.option_table.set_cell(page, row + 3, OptionColumn::value, high ? "0" : "1");
+    set_low_voltage_default(shell.option_table, shell.selected, shell.language_is_english, node_key);
 }
 
 void option_button_click(Shell& shell, int strip, int index)
 {
     const int series = shell.selected.series;
-    const bool reset_pin_is_bound_to_clock = series >= 7 && !series_is_rc_group(series);
-    if (strip == 0 && index == 0 && reset_pin_is_bound_to_clock && shell.form.Option0[0].value())
-        shell.form.Option1[1].set_value(true); // the internal oscillator needs the pin as RESET
-    if (strip == 1 && index == 0 && reset_pin_is_bound_to_clock)
-        shell.form.Option0[1].set_value(true);
+    // The clock's button may have been let go again in between; the pin's has not.
+    const auto also =
+        strip == 0 && !shell.form.Option0[0].value() ? std::nullopt : brings_along(series, {strip, index});
+    if (also)
+        option_groups(shell)[static_cast<std::size_t>(also->strip)][static_cast<std::size_t>(also->button)].set_value(
+            true);
     if (strip == 9 && series < 3)
         enable_watchdog_rows(shell);
     if (strip >= 9 && strip <= 13 && series >= 3)

@@ -85,14 +85,6 @@ void count_down_to_next(Shell& shell)
     }
 }
 
-void let_chip_go(Shell& shell, Session& session)
-{
-    leave_isp(session);
-    session.drop_counts();
-    session.close();
-    show_port_lamp(shell, false);
-}
-
 // The numbers that the ledger has given, where the ones shown stood. False: one does not fit there.
 bool put_drawn_numbers(Shell& shell)
 {
@@ -137,7 +129,8 @@ Result program_next_chip(Shell& shell, bool repeat)
     show_success(shell, count);
     const bool another = repeat && shell.number_for_next;
     session.stop_requested = session.stop_requested || !another;
-    let_chip_go(shell, session);
+    let_chip_go(session);
+    show_port_lamp(shell, false);
     numbers_fit(shell);
     tell_settings_fault(shell);
     if (another)

@@ -13,6 +13,7 @@
 #include "shell/serial_numbers.h"
 #include "shell/store_file.h"
 
+#include "image/project_read.h"
 #include "platform/text_number.h"
 
 #include <algorithm>
@@ -36,14 +37,6 @@ constexpr Text no_code_file    = { "Please open code file./请打开应用程序
 constexpr Text not_saved       = { "工程文件无法保存，原有文件没有改变。",               "The project file can not be saved. A former file is as it was." };
 constexpr Text replace_it      = { "文件已存在，要替换吗(Y/N)? \n",                        "The file exists already. Do you want to replace it (Y/N)?\n" };
 constexpr Text is_code_file    = { "工程文件不能覆盖已打开的程序文件。",                   "The project can not take the place of the open code file." };
-constexpr Text not_found       = { "Can not find the file./找不到文件",                "Can not find the file." };
-constexpr Text old_version     = { "您使用的是旧版本的工程文件，打开文件后请仔细核对各选项是否正确。",
-                                   "What you are using is an old project file, carefully check each options please." };
-constexpr Text refused_version = { "非常抱歉，本程序不支持 1.1 版本的工程文件。",
-                                   "Sorry, the current program does not support Ver1.1 project files." };
-constexpr Text no_model        = { "找不到 MCU 型号: ",                                "Can not find the MCU type: " };
-constexpr Text wrong_code_sum  = { "应用程序代码校验和错。",                            "The check sum of code file is incorrect." };
-constexpr Text wrong_data_sum  = { "EEPROM 文件校验和错。",                            "The check sum of EEPROM file is incorrect." };
 constexpr Text check_number    = { "    您打开的工程文件启用了自动增量功能，请检查自动增量“下一个值(10进制)”的数值是否正确。\n"
                                    "若要修改“下一个值(10进制)”，请先点击“允许修改参数和选项”按钮。",
                                    "The project file has atomatic increment function. \n"
@@ -91,14 +84,14 @@ std::span<const std::uint8_t> loaded_bytes(const FileBuffer& buffer)
 const std::string* model_of(Shell& shell, const Project& project)
 {
     if (project.version == Project::Version::old)
-        show_box(shell, in_language(shell, old_version));
+        show_box(shell, in_language(shell, project_text_of::old_version));
     if (project.version == Project::Version::refused) {
-        show_box(shell, in_language(shell, refused_version));
+        show_box(shell, in_language(shell, project_text_of::refused_version));
         return nullptr;
     }
     const std::string* model = project.find("MCU_Type");
     if (model == nullptr || model->empty()) {
-        show_box(shell, in_language(shell, no_model));
+        show_box(shell, in_language(shell, project_text_of::no_model));
         return nullptr;
     }
     return model;
@@ -207,7 +200,7 @@ void open_project(Shell& shell, const std::string& chosen)
     shell.form.texBatchFileName.set_text(path);
     const auto text = read_project_file(path);
     if (!text)
-        return show_box(shell, in_language(shell, not_found));
+        return show_box(shell, in_language(shell, project_text_of::not_found));
     if (take_project(shell, *text))
         note_recent(shell, Recent::project, path);
 }
@@ -220,9 +213,9 @@ bool take_project(Shell& shell, std::string_view text)
         return false;
     clear_job(shell);
     apply_project_values(shell, project);
-    take_image(shell, project.code, shell.code_buffer, wrong_code_sum);
+    take_image(shell, project.code, shell.code_buffer, project_text_of::wrong_code_sum);
     if (project.has_data)
-        take_image(shell, project.data, shell.data_buffer, wrong_data_sum);
+        take_image(shell, project.data, shell.data_buffer, project_text_of::wrong_data_sum);
     show_effective_lengths(shell);
     take_up_numbers(shell);
     // Only now: events have been served under the boxes, and half a job must not be downloaded.

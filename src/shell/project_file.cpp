@@ -1,6 +1,5 @@
 #include "shell/project_file.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -13,7 +12,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* folder_name = "VRK_Project";
 constexpr const char* probe_name = ".vrk_probe";
-constexpr std::uintmax_t longest_read = 16U << 20U; // the longest project has 0.3 MB
 
 // By trying: rights alone do not tell it, a medium may be read-only.
 bool can_write_in(const fs::path& folder)
@@ -49,23 +47,6 @@ void make_folder(const std::string& folder)
     std::error_code fault;
     if (!folder.empty())
         fs::create_directories(folder, fault);
-}
-
-std::optional<std::string> read_project_file(const std::string& path)
-{
-    std::error_code fault;
-    if (!fs::is_regular_file(path, fault)) // a device or a pipe may never end
-        return std::nullopt;
-    const std::uintmax_t size = fs::file_size(path, fault);
-    std::ifstream file{path, std::ios::binary};
-    if (fault || !file)
-        return std::nullopt;
-    std::string contents(static_cast<std::size_t>(std::min(size, longest_read)), '\0');
-    file.read(contents.data(), static_cast<std::streamsize>(contents.size()));
-    if (file.bad())
-        return std::nullopt;
-    contents.resize(static_cast<std::size_t>(file.gcount()));
-    return contents;
 }
 
 } // namespace vrk

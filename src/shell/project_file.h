@@ -1,11 +1,9 @@
-// Project files on the disk: where they lie, and how one is read.
+// Project files on the disk: where they lie.
 #pragma once
 
 #include "shell/loader_state.h"
 
-#include <optional>
 #include <string>
-#include <string_view>
 
 namespace vrk {
 
@@ -13,8 +11,5 @@ namespace vrk {
 // the program has told neither place.
 std::string project_folder(const LoaderState& places);
 void make_folder(const std::string& folder); // where it is missing; one that cannot be made shows at the first save
-
-// Nothing: there is no such file, or it cannot be read. Of one that is far too long for a project only the beginning.
-std::optional<std::string> read_project_file(const std::string& path);
 
 } // namespace vrk

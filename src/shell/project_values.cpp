@@ -1,74 +1,16 @@
 #include "shell/project_values.h"
 
+#include "image/project_keys.h"
 #include "options/codec.h"
+#include "options/option_sheet.h"
 #include "shell/option_choices.h"
 #include "shell/row_control.h"
 
 #include <algorithm>
-#include <charconv>
-#include <optional>
 
 namespace vrk {
 
 namespace {
-
-constexpr std::string_view model_key = "MCU_Type";
-
-// clang-format off
-// LVD_Reset_NO and LVD_Reset_YES have no place: the choices at low voltage are not part of a project.
-constexpr std::string_view option_keys[] = {
-    "Double_speed_YES",     "Double_speed_NO",
-    "Interior_Oscillate",   "Exterior_Oscillate",
-    "Half_Gain_YES",        "Half_Gain_NO",
-    "Disregard_P10_P11",    "P10_P11_00_Download",
-    "AUX_RAM_Enable_NO",    "AUX_RAM_Enable_YES",
-    "Reset_Close_WDT_NO",   "Reset_Close_WDT_YES",
-    "Clear_EEPROM_00H",     "Clear_EEPROM_FFH",     "Clear_EEPROM_Spite",
-    "Clear_Unused_AP_YES",  "Clear_Unused_AP_NO",
-    "Unchangeable_WDT_YES", "Unchangeable_WDT_NO",
-    "Power_On_Run_WDT_YES", "Power_On_Run_WDT_NO",
-    "Idle_Run_WDT_YES",     "Idle_Run_WDT_NO",
-    "LowU_Unwrite_YES",     "LowU_Unwrite_NO",
-    "LowU_Reset_YES",       "LowU_Reset_NO",
-    "WDT_Prescalar",
-    "EN810_200mS_YES",      "EN810_200mS_NO",
-    "P4_7_As_RESET_NO",     "P4_7_As_RESET_YES",
-    "P4_5_As_ALE_NO",       "P4_5_As_ALE_YES",
-    "RC30K_Divder",
-};
-
-// Files from before versions were written. Of a pair they may hold one choice only, the one that is not the default.
-constexpr std::string_view oldest_layout[26] = {
-    "VER",                  "MCU_Type",             "File_Name",            "AP_File_CheckSum",
-    "Auto_Increase_Enable", "Auto_Increase_Address","Auto_Increase_Bytes",  "Auto_Increase_Next",
-    "Auto_Increase",        "Auto_Increase_HEX",    "Auto_Increase_BCD",    "Auto_Increase_ASCII",
-    "Double_speed_YES",     "Double_speed_NO",      "Half_Gain_YES",        "Half_Gain_NO",
-    "Disregard_P10_P11",    "P10_P11_00_Download",  "AUX_RAM_Enable_NO",    "AUX_RAM_Enable_YES",
-    "Reset_Close_WDT_NO",   "Reset_Close_WDT_YES",  "Clear_EEPROM_FFH",     "Clear_EEPROM_Spite",
-    "P4_5_As_ALE_NO",       "buffer_check_sum",
-};
-constexpr std::string_view second_oldest_layout[26] = {
-    "VER",                  "MCU_Type",             "File_Name",            "AP_File_CheckSum",
-    "Auto_Increase_Enable", "Auto_Increase_Address","Auto_Increase_Bytes",  "Auto_Increase_Next",
-    "Auto_Increase",        "Auto_Increase_HEX",    "Auto_Increase_BCD",    "Auto_Increase_ASCII",
-    "Interior_Oscillate",   "Exterior_Oscillate",   "Disregard_P10_P11",    "P10_P11_00_Download",
-    "Clear_EEPROM_00H",     "Clear_EEPROM_Spite",   "Clear_Unused_AP_YES",  "Clear_Unused_AP_NO",
-    "LowU_Reset_YES",       "LowU_Reset_NO",        "Unchangeable_WDT_YES", "Power_On_Run_WDT_YES",
-    "Idle_Run_WDT_YES",     "buffer_check_sum",
-};
-struct OldLayout { int page; std::span<const std::string_view> keys; };
-constexpr OldLayout old_layouts[] = {
-//    page  keys
-    {  0,   oldest_layout },
-    {  2,   oldest_layout },
-    {  4,   second_oldest_layout },
-};
-
-struct OldName { std::string_view then; std::string_view now; };
-constexpr OldName old_names[] = {
-    { "AP_File_CheckSum", "File_Check_Sum" },
-};
-// clang-format on
 
 int page_of_model(const Shell& shell) { return option_page_of_series(shell.selected.series).page; }
 
@@ -97,24 +39,6 @@ std::string option_text(const Shell& shell, int page, int row)
 
 // ---- to the controls
 
-std::optional<int> whole_number(std::string_view text)
-{
-    int number = 0;
-    const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (fault != std::errc{} || end != text.data() + text.size())
-        return std::nullopt;
-    return number;
-}
-
-// Nothing: the text says neither.
-std::optional<bool> checked_by(std::string_view text)
-{
-    if (text == "True" || text == "False")
-        return text == "True";
-    const auto number = whole_number(text);
-    return number ? std::optional{*number != 0} : std::nullopt;
-}
-
 void write_checked(Control& control, bool checked)
 {
     // The choice of another button lets one go: a damaged file must not leave a pair without any choice.
@@ -126,10 +50,7 @@ void write_checked(Control& control, bool checked)
 // By its text, or by its number from 0.
 void write_item(ComboBox& box, const std::string& value)
 {
-    const auto item = std::ranges::find(box.items(), value);
-    const auto place =
-        item != box.items().end() ? std::optional{static_cast<int>(item - box.items().begin())} : whole_number(value);
-    if (place && *place >= 0 && *place < static_cast<int>(box.items().size()))
+    if (const auto place = item_by(box.items(), value))
         box.choose(*place);
 }
 
@@ -168,21 +89,7 @@ void apply_value(Shell& shell, std::string_view key, const std::string& value)
         write_row(shell, page, row, value);
 }
 
-std::string_view name_of_today(std::string_view key)
-{
-    const auto found = std::ranges::find(old_names, key, &OldName::then);
-    return found == std::end(old_names) ? key : found->now;
-}
-
 } // namespace
-
-std::span<const std::string_view> project_option_keys() { return option_keys; }
-
-std::span<const std::string_view> old_project_keys(int page)
-{
-    const auto found = std::ranges::find(old_layouts, page, &OldLayout::page);
-    return found == std::end(old_layouts) ? std::span<const std::string_view>{} : found->keys;
-}
 
 std::vector<ProjectValue> project_values(Shell& shell)
 {
@@ -192,7 +99,7 @@ std::vector<ProjectValue> project_values(Shell& shell)
         values.push_back({shell.option_table.cell(common, row, OptionColumn::key), text_of_row(shell, common, row)});
     snapshot_controls(shell);
     const int page = page_of_model(shell);
-    for (const std::string_view key : option_keys) {
+    for (const std::string_view key : project_option_keys()) {
         const int row = find_key(shell.option_table, page, key);
         if (row >= 0)
             values.push_back({std::string{key}, option_text(shell, page, row)});
@@ -202,13 +109,8 @@ std::vector<ProjectValue> project_values(Shell& shell)
 
 void apply_project_values(Shell& shell, const Project& project)
 {
-    const bool old = project.version == Project::Version::old;
-    const auto keys = old ? old_project_keys(page_of_model(shell)) : std::span<const std::string_view>{};
-    for (const auto& [key, value] : project.values) {
-        const bool listed = keys.empty() || std::ranges::find(keys, key) != keys.end();
-        if (listed && key != model_key)
-            apply_value(shell, old ? name_of_today(key) : std::string_view{key}, value);
-    }
+    for (const auto& [key, value] : values_in_use(project, page_of_model(shell)))
+        apply_value(shell, key, value);
 }
 
 } // namespace vrk

@@ -11,7 +11,6 @@
 #include "shell/option_panel.h"
 
 #include <algorithm>
-#include <limits>
 #include <string_view>
 
 namespace vrk {
@@ -59,13 +58,6 @@ NumberSide side_of(Shell& shell, BufferKind kind)
         form.texData_Auto_Increase, form.optData_Auto_Increase};
 }
 
-std::int16_t short_number(std::string_view text)
-{
-    constexpr double least = std::numeric_limits<std::int16_t>::min();
-    constexpr double most = std::numeric_limits<std::int16_t>::max();
-    return static_cast<std::int16_t>(std::clamp(round_half_even(number_in(text)), least, most));
-}
-
 int chosen_system(const OptionButton (&systems)[3])
 {
     for (int i = 0; i < 3; ++i) {
@@ -80,9 +72,9 @@ void read_record(const NumberSide& side)
     AutoIncrease& record = side.record;
     side.fields[address_field].set_text(upper_case(side.fields[address_field].text()));
     record.address = hex_address_5(side.fields[address_field].text());
-    record.bytes = short_number(side.fields[bytes_field].text());
+    record.bytes = record_number(side.fields[bytes_field].text());
     record.next_value = side.fields[next_field].text();
-    record.increment = short_number(side.fields[increment_field].text());
+    record.increment = record_number(side.fields[increment_field].text());
     record.system = static_cast<std::int16_t>(chosen_system(side.systems));
 }
 

@@ -7,6 +7,7 @@
 
 #include "catalog/attributes.h"
 #include "inapp/hex_pairs.h"
+#include "link/seal_job.h"
 #include "platform/text_number.h"
 
 namespace vrk {

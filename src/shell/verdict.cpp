@@ -6,6 +6,7 @@
 #include "shell/kept_settings.h"
 #include "shell/messages.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -31,22 +32,21 @@ constexpr Word words[] = {
 };
 // clang-format on
 
-constexpr Text last_chip = {"上一片: ", "Last chip: "};
-constexpr std::int64_t least_to_judge_pace_us = 500'000;
+} // namespace
 
-std::string_view word_of(const Shell& shell, VerdictState state)
+const Text& word_of(VerdictState state)
 {
-    for (const Word& word : words) {
-        if (word.state == state)
-            return in_language(shell, word.text);
-    }
-    return {};
+    const Word* found =
+        std::find_if(std::begin(words), std::end(words), [=](const Word& w) { return w.state == state; });
+    return found->text; // the table has them all
 }
+
+namespace {
 
 void show(Shell& shell, VerdictState state)
 {
     shell.verdict.now = state;
-    shell.form.labVerdict.set_caption(word_of(shell, state));
+    shell.form.labVerdict.set_caption(in_language(shell, word_of(state)));
     shell.form.labTimeLeft.set_caption("");
 }
 
@@ -90,7 +90,7 @@ void tell_verdict(Shell& shell, Result result, Judged judged, const std::string&
     if (!answered || judged != Judged::chip)
         return; // no chip was touched: the last one is still the last
     std::string last = std::string{in_language(shell, last_chip)};
-    last.append(word_of(shell, state)).append("  ").append(clock_text(shell.platform.loop.wall_time()));
+    last.append(in_language(shell, word_of(state))).append("  ").append(clock_text(shell.platform.loop.wall_time()));
     if (!number.empty())
         last.append("  ").append(number);
     shell.form.labLastVerdict.set_caption(last);
@@ -106,24 +106,16 @@ void settle_verdict(Shell& shell)
 
 void show_time_left(Shell& shell, const Progress& progress)
 {
-    if (progress.unit != Progress::Unit::byte)
-        return;
-    const std::int64_t now_us = shell.platform.loop.now_us();
-    const std::int64_t done = progress.before + progress.written_to - progress.first + 1;
-    const std::int64_t total = progress.before + progress.last - progress.first + 1 + progress.behind;
-    if (done <= 0)
-        shell.verdict.writing_since_us = now_us;
-    if (done <= 0 || done > total)
+    const auto figures = shell.verdict.pace.figures(progress, shell.platform.loop.now_us());
+    if (!figures)
         return;
     std::array<char, 32> text{};
-    const std::int64_t elapsed_us = now_us - shell.verdict.writing_since_us;
-    const int percent = static_cast<int>(done * 100 / total);
     int size = 0;
-    if (elapsed_us < least_to_judge_pace_us) {
-        size = std::snprintf(text.data(), text.size(), "%d %%", percent);
+    if (figures->seconds_left) {
+        const int left_s = *figures->seconds_left;
+        size = std::snprintf(text.data(), text.size(), "%d %%  %d:%02d", figures->percent, left_s / 60, left_s % 60);
     } else {
-        const auto left_s = static_cast<int>(elapsed_us * (total - done) / done / 1'000'000);
-        size = std::snprintf(text.data(), text.size(), "%d %%  %d:%02d", percent, left_s / 60, left_s % 60);
+        size = std::snprintf(text.data(), text.size(), "%d %%", figures->percent);
     }
     shell.form.labTimeLeft.set_caption({text.data(), static_cast<std::size_t>(size)});
 }

@@ -2,10 +2,9 @@
 // time, with the last chip's word kept below it, a count of good and bad, and how far the writing has come.
 #pragma once
 
-#include "report/report.h"
+#include "report/pace.h"
 #include "session/result.h"
 
-#include <cstdint>
 #include <string>
 
 namespace vrk {
@@ -23,6 +22,9 @@ enum class VerdictState {
     not_done, // it ended before a target was worked on: the chip is as it was
 };
 
+const Text& word_of(VerdictState state);
+inline constexpr Text last_chip = {"上一片: ", "Last chip: "}; // and its word
+
 // What the word is about.
 enum class Judged {
     chip, // counted
@@ -32,7 +34,7 @@ enum class Judged {
 
 struct Verdict {
     VerdictState now = VerdictState::ready;
-    std::int64_t writing_since_us = 0;
+    Pace pace;
 };
 
 void start_verdict(Shell& shell); // nothing has been asked for

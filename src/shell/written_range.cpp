@@ -1,5 +1,6 @@
 #include "shell/written_range.h"
 
+#include "link/seal_job.h"
 #include "session/image_writes.h"
 #include "shell/make_job.h"
 

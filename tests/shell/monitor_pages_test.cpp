@@ -28,10 +28,7 @@ struct MonitorPages : testing::Test {
             codes.push_back(heard.command);
         return codes;
     }
-    const std::vector<std::string>& list(const char* name) const
-    {
-        return dynamic_cast<ListBox&>(*bench.shell.controls.find(name)).items();
-    }
+    const std::vector<std::string>& list(const char* name) const { return bench.list(name); }
     std::string register_line(const std::string& name) const
     {
         for (const std::string& line : list("lst_debug1")) {

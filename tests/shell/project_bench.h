@@ -4,6 +4,7 @@
 #include "bench.h"
 
 #include "image/project_format.h"
+#include "image/project_keys.h"
 #include "options/codec.h"
 #include "shell/project.h"
 #include "shell/project_file.h"

@@ -9,19 +9,18 @@ namespace vrk {
 
 inline constexpr LineSettings terminal_line{115200, Parity::none, 8, 1}; // as the page has it at the start
 
-struct TerminalBench : Bench {
+struct SecondDevice : Bench {
     static constexpr const char* program_path = "board";
 
-    explicit TerminalBench(sim::UserProgram& its_program, bool english = true)
+    explicit SecondDevice(sim::Target& device, bool english = true)
         : Bench("Juniper-60Q", english)
-        , program(its_program)
     {
-        board.attach(program);
+        board.attach(device);
         ports.add(program_path, board, "board");
         run_for_ms(2000); // the list of ports is looked at now and then
         choose_port(program_path);
     }
-    ~TerminalBench() { ports.remove(program_path); } // before its wire goes
+    ~SecondDevice() { ports.remove(program_path); } // before its wire goes
     void choose_port(std::string_view path)
     {
         const auto found = std::find(shell.port_paths.begin(), shell.port_paths.end(), path);
@@ -34,6 +33,21 @@ struct TerminalBench : Bench {
         ASSERT_TRUE(is_open());
     }
     bool is_open() const { return shell.desk.terminal.has_port; }
+    const std::vector<std::string>& list(const char* name) const
+    {
+        return dynamic_cast<ListBox&>(*shell.controls.find(name)).items();
+    }
+
+    sim::Wire board{loop};
+};
+
+// The device is a user program that tells what it has heard.
+struct TerminalBench : SecondDevice {
+    explicit TerminalBench(sim::UserProgram& its_program, bool english = true)
+        : SecondDevice(its_program, english)
+        , program(its_program)
+    {
+    }
     void type(const char* box, std::string_view text) { type_text(shell, form.text_box(box), text); }
     void type_row(int row, std::string_view text, bool hex = false)
     {
@@ -63,7 +77,6 @@ struct TerminalBench : Bench {
     }
 
     sim::UserProgram& program;
-    sim::Wire board{loop};
     std::size_t heard_before = 0;
 };
 

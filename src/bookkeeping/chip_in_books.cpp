@@ -1,4 +1,4 @@
-#include "line/chip_in_books.h"
+#include "bookkeeping/chip_in_books.h"
 
 #include "books/sha256.h"
 #include "platform/text_number.h"
@@ -232,7 +232,7 @@ bool ChipInBooks::end(Result result)
 {
     ended_ = true;
     close_stage();
-    ChipEnd end{numbers_, result == Result::good, {}};
+    ClosedChip end{numbers_, result == Result::good, {}};
     if (wishes_.record && answered_)
         end.record = record_of(result);
     if (books_ == nullptr || (end.numbers.empty() && !end.record))

@@ -1,0 +1,12 @@
+// Where an adapter is plugged in. A lane is tied to the place and not to the device's number, so that it stays the same
+// fixture whatever was plugged in first today.
+#pragma once
+
+#include <QString>
+
+namespace vrk::line {
+
+// The name of the place (by-path) that leads to the device; the device itself where it has none.
+QString place_of(const QString& device);
+
+} // namespace vrk::line
