@@ -127,6 +127,7 @@ void register_controls(MainForm& form)
     all.add(form.texOrder, "texOrder");
     all.add(form.texStation, "texStation");
     all.add(form.texLedger, "texLedger");
+    all.add(form.mnuLog, "mnuLog");
     all.add(form.LabIncrease_Clew, "LabIncrease_Clew");
     all.add(form.frmAP_FileIncrease, "frmAP_FileIncrease");
     all.add(form.cheAuto_Increase, "cheAuto_Increase");

@@ -161,6 +161,8 @@ struct MainForm {
     TextBox texStation;
     TextBox texLedger; // a file, or a server's address; empty: the user's own file
 
+    Button mnuLog; // the records, in a window of their own
+
     // A range of the code buffer goes to a file.
     Frame Frame9;
     Label LabStore[2]; // of the start address and of the length

@@ -126,6 +126,7 @@ constexpr CaptionRow captions[] = {
     { "optData_Auto_Increase",          0, { "16进制", "HEX" } },
     { "optData_Auto_Increase",          1, { "十进制", "BCD" } },
     { "optData_Auto_Increase",          2, { "ASCII码", "ASCII" } },
+    { "mnuLog",                        -1, { "记录", "Log" } },
     { "fraLine",                       -1, { "生产线", "Line" } },
     { "cheLedger",                     -1, { "编号取自台账", "Numbers from the ledger" } },
     { "cheRecord",                     -1, { "记录每片芯片", "Record every chip" } },

@@ -44,11 +44,19 @@ LineWishes line_wishes(Shell& shell)
     return wishes;
 }
 
+Books* opened_books(Shell& shell)
+{
+    if (shell.books != nullptr && !shell.running) // a chip in hand has them where they are
+        shell.books->keep_at(shell.form.texLedger.text(), std::string{trimmed(shell.form.texStation.text())});
+    return shell.books;
+}
+
 bool numbers_from_ledger(const Shell& shell) { return shell.form.cheLedger.value() && numbers_in_use(shell).any(); }
 
 void enable_line_controls(Shell& shell)
 {
     MainForm& form = shell.form;
+    form.mnuLog.set_enabled(shell.books != nullptr);
     for (Control* control : std::initializer_list<Control*>{
              &form.cheLedger, &form.cheRecord, &form.texOrder, &form.texStation, &form.texLedger})
         control->set_enabled(shell.books != nullptr && !shell.running);

@@ -13,6 +13,9 @@ LineWishes line_wishes(Shell& shell);
 // The numbers in use come from the ledger.
 bool numbers_from_ledger(const Shell& shell);
 
+// Where the records are kept, for who looks at them; null: nowhere.
+Books* opened_books(Shell& shell);
+
 // They can be touched between sequences, where the program keeps books.
 void enable_line_controls(Shell& shell);
 
