@@ -1,7 +1,7 @@
 // The process of a lane: `vrk flash` in JSON. A process of its own, so that no adapter's fault reaches another lane.
 #pragma once
 
-#include "line/lane.h"
+#include "lanes/lane.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -10,7 +10,7 @@
 
 #include <functional>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 // What is the same for all lanes.
 struct LineTerms {
@@ -49,4 +49,4 @@ private:
     QByteArray words_; // of its last line to standard error
 };
 
-} // namespace vrk::line
+} // namespace vrk::lanes

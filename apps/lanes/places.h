@@ -4,9 +4,9 @@
 
 #include <QString>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 // The name of the place (by-path) that leads to the device; the device itself where it has none.
 QString place_of(const QString& device);
 
-} // namespace vrk::line
+} // namespace vrk::lanes

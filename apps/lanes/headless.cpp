@@ -1,6 +1,6 @@
-#include "line/headless.h"
+#include "lanes/headless.h"
 
-#include "line/texts.h"
+#include "lanes/texts.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -11,7 +11,7 @@
 #include <memory>
 #include <vector>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 namespace {
 
@@ -73,4 +73,4 @@ int run_headless(const LineTerms& terms, const QStringList& ports)
     return stopping ? interrupted_status : all_well ? 0 : 1;
 }
 
-} // namespace vrk::line
+} // namespace vrk::lanes

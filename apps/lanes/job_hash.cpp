@@ -1,9 +1,9 @@
-#include "line/job_hash.h"
+#include "lanes/job_hash.h"
 
 #include <QCryptographicHash>
 #include <QFile>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 QByteArray sha256_of_file(const QString& file)
 {
@@ -14,4 +14,4 @@ QByteArray sha256_of_file(const QString& file)
     return hash.result().toHex();
 }
 
-} // namespace vrk::line
+} // namespace vrk::lanes

@@ -6,7 +6,7 @@
 
 #include <memory>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 class Tones final {
 public:
@@ -24,4 +24,4 @@ private:
     std::unique_ptr<QAudioSink> sink_;
 };
 
-} // namespace vrk::line
+} // namespace vrk::lanes

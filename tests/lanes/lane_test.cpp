@@ -1,10 +1,10 @@
 // What a tile of the line says, from what its process tells and from how that ends.
-#include "line/lane.h"
+#include "lanes/lane.h"
 
 #include <gtest/gtest.h>
 
 using namespace vrk;
-using namespace vrk::line;
+using namespace vrk::lanes;
 
 namespace {
 

@@ -1,10 +1,10 @@
-#include "line/lane_process.h"
+#include "lanes/lane_process.h"
 
 #include <QSysInfo>
 
 #include <csignal>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 namespace {
 
@@ -101,4 +101,4 @@ void LaneProcess::changed()
         on_change();
 }
 
-} // namespace vrk::line
+} // namespace vrk::lanes

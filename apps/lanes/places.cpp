@@ -1,9 +1,9 @@
-#include "line/places.h"
+#include "lanes/places.h"
 
 #include <QDir>
 #include <QFileInfo>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 QString place_of(const QString& device)
 {
@@ -16,4 +16,4 @@ QString place_of(const QString& device)
     return device;
 }
 
-} // namespace vrk::line
+} // namespace vrk::lanes

@@ -1,7 +1,7 @@
 // vrk-line: one window of tiles, a lane for each port, one job for all.
 #include "command_line.h"
-#include "line/job_hash.h"
-#include "line/line_window.h"
+#include "lanes/job_hash.h"
+#include "lanes/line_window.h"
 
 #include "host/qt_settings.h"
 #include "host/qt_words.h"
@@ -68,9 +68,9 @@ int main(int argc, char** argv)
     describe(app, options);
     if (const auto status = parse_command_line(app, argc, argv))
         return *status;
-    line::LineTerms terms;
+    lanes::LineTerms terms;
     terms.job = QFileInfo(QString::fromStdString(options.job)).absoluteFilePath();
-    if (line::sha256_of_file(terms.job).isEmpty()) {
+    if (lanes::sha256_of_file(terms.job).isEmpty()) {
         std::cerr << "vrk-line: " << options.job << " cannot be read" << std::endl;
         return 2;
     }
@@ -89,7 +89,7 @@ int main(int argc, char** argv)
     QStringList ports;
     for (const std::string& port : options.ports)
         ports << QString::fromStdString(port);
-    line::LineWindow window(terms, settings, how_many(options, settings), ports);
+    lanes::LineWindow window(terms, settings, how_many(options, settings), ports);
     window.showMaximized(); // read from three metres
     return QApplication::exec();
 }

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 struct Lane {
     VerdictState state = VerdictState::ready;
@@ -41,4 +41,4 @@ struct Ending {
 // A chip that was in its hands then is not good.
 void lane_ended(Lane& lane, const Ending& ending, bool english);
 
-} // namespace vrk::line
+} // namespace vrk::lanes

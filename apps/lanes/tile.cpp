@@ -1,7 +1,7 @@
-#include "line/tile.h"
+#include "lanes/tile.h"
 
-#include "line/places.h"
-#include "line/texts.h"
+#include "lanes/places.h"
+#include "lanes/texts.h"
 #include "window/colors.h"
 #include "window/verdict_look.h"
 
@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 namespace {
 
@@ -203,4 +203,4 @@ void Tile::paintEvent(QPaintEvent*)
     painter.drawText(between, how, advice);
 }
 
-} // namespace vrk::line
+} // namespace vrk::lanes

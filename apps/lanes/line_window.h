@@ -2,8 +2,8 @@
 #pragma once
 
 #include "host/qt_ports.h"
-#include "line/tile.h"
-#include "line/tones.h"
+#include "lanes/tile.h"
+#include "lanes/tones.h"
 #include "platform/settings_store.h"
 
 #include <QGridLayout>
@@ -13,7 +13,7 @@
 #include <memory>
 #include <vector>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 class LineWindow final : public QWidget {
 public:
@@ -51,4 +51,4 @@ private:
     QLabel* message_;
 };
 
-} // namespace vrk::line
+} // namespace vrk::lanes

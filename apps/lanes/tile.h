@@ -2,7 +2,7 @@
 // and the counts. Its number is the key that starts and stops it.
 #pragma once
 
-#include "line/lane_process.h"
+#include "lanes/lane_process.h"
 #include "platform/serial_port.h"
 
 #include <QComboBox>
@@ -12,7 +12,7 @@
 #include <functional>
 #include <vector>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 class Tile final : public QWidget {
 public:
@@ -47,4 +47,4 @@ private:
     QPushButton* button_;
 };
 
-} // namespace vrk::line
+} // namespace vrk::lanes

@@ -4,8 +4,8 @@
 #include <QByteArray>
 #include <QString>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 QByteArray sha256_of_file(const QString& file); // in hexadecimal; empty: it cannot be read
 
-} // namespace vrk::line
+} // namespace vrk::lanes

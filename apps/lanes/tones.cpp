@@ -1,4 +1,4 @@
-#include "line/tones.h"
+#include "lanes/tones.h"
 
 #include <QApplication>
 #include <QMediaDevices>
@@ -7,7 +7,7 @@
 #include <initializer_list>
 #include <numbers>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 namespace {
 
@@ -65,4 +65,4 @@ void Tones::play(const QByteArray& samples)
     sink_->start(&playing_);
 }
 
-} // namespace vrk::line
+} // namespace vrk::lanes

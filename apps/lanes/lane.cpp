@@ -1,8 +1,8 @@
-#include "line/lane.h"
+#include "lanes/lane.h"
 
 #include <nlohmann/json.hpp>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 namespace {
 
@@ -119,4 +119,4 @@ void lane_ended(Lane& lane, const Ending& ending, bool english)
     }
 }
 
-} // namespace vrk::line
+} // namespace vrk::lanes

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 inline constexpr Text start_text = {"开始", "Start"};
 inline constexpr Text stop_text = {"停止", "Stop"};
@@ -31,4 +31,4 @@ inline QString said(bool english, const Text& text)
     return QString::fromUtf8(words.data(), static_cast<qsizetype>(words.size()));
 }
 
-} // namespace vrk::line
+} // namespace vrk::lanes

@@ -1,6 +1,6 @@
 // The line in a real window: eight lanes over pseudo terminals, each a process of its own. One is killed, one has
 // nothing in its fixture, one has a chip that refuses a block; the others go on.
-#include "line/line_window.h"
+#include "lanes/line_window.h"
 #include "window/target_process.h"
 
 #include <QApplication>
@@ -12,7 +12,7 @@
 #include <vector>
 
 using namespace vrk;
-using namespace vrk::line;
+using namespace vrk::lanes;
 
 namespace {
 
@@ -47,7 +47,8 @@ struct LineOfEight : testing::Test {
         window = std::make_unique<LineWindow>(terms, settings, lanes, ports);
         window->resize(1366, 768);
         window->show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        window->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     }
     QString job_file() const { return folder.filePath("job.VRK"); }
     QString chips_file(int lane) const { return folder.filePath("chips" + QString::number(lane)); }

@@ -1,7 +1,7 @@
-#include "line/line_window.h"
+#include "lanes/line_window.h"
 
-#include "line/job_hash.h"
-#include "line/texts.h"
+#include "lanes/job_hash.h"
+#include "lanes/texts.h"
 #include "window/icon.h"
 
 #include <QCloseEvent>
@@ -12,7 +12,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace vrk::line {
+namespace vrk::lanes {
 
 namespace {
 
@@ -208,4 +208,4 @@ void LineWindow::closeEvent(QCloseEvent* event)
     event->accept();
 }
 
-} // namespace vrk::line
+} // namespace vrk::lanes
