@@ -12,6 +12,7 @@
 #include "host/qt_loop.h"
 #include "host/qt_settings.h"
 #include "host/qt_words.h"
+#include "ledger/sql_books.h"
 #include "shell/device.h"
 #include "shell/events.h"
 #include "shell/language.h"
@@ -137,6 +138,9 @@ int run_window(const Options& options)
     PortsWithTarget ports(loop, {}, in_language(english, simulated_target));
     QtDialogs dialogs;
     Shell shell(Platform{loop, ports, dialogs, *settings});
+    SqlBooks books;
+    if (trial_file.empty()) // a first look leaves nothing behind
+        shell.books = &books;
     shell.language_is_english = english;
     shell.loader.application_dir = QApplication::applicationDirPath().toStdString();
     shell.loader.documents_dir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();

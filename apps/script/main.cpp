@@ -11,6 +11,7 @@
 #include "host/qt_loop.h"
 #include "host/qt_ports.h"
 #include "host/qt_settings.h"
+#include "ledger/sql_books.h"
 #include "shell/language.h"
 #include "shell/ports.h"
 #include "shell/start_up.h"
@@ -178,6 +179,8 @@ int run_for_real(const Options& options, SettingsStore& settings, LineSource& li
     QtPorts ports(options.ports);
     ScriptedDialogs dialogs;
     Shell shell(Platform{loop, ports, dialogs, settings});
+    SqlBooks books; // simulated chips get none: they would use up the numbers of real ones
+    shell.books = &books;
     shell.language_is_english = options.english;
     tell_places(shell.loader);
     start_up(shell);

@@ -6,9 +6,11 @@
 
 #include "catalog/ranges.h"
 #include "host/sha256.h"
+#include "ledger/sql_books.h"
 #include "recipe/prepare.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 
 namespace vrk {
@@ -20,6 +22,9 @@ struct FlashOptions {
     RecipeOptions recipe;
     FlashOrder order;
     std::string station;
+    std::string ledger; // its address; empty: the user's own file
+    bool keeps_books = false;
+    std::string number_order; // that the numbers are drawn for; empty: the file's name
     int chips = 0; // of --repeat
 };
 
@@ -33,6 +38,19 @@ RunBegin begin_of(const Batch& batch, const FlashOptions& options)
 {
     return {batch.line.port_path, batch.model.mcu_name, options.recipe.recipe.file, image_sha256(batch.code),
         batch.data.loaded ? image_sha256(batch.data) : std::string{}, options.station};
+}
+
+LineWishes wishes_of(const Batch& batch, const FlashOptions& options)
+{
+    LineWishes wishes;
+    wishes.record = options.keeps_books;
+    wishes.numbers = options.keeps_books && (batch.code_number.valid || batch.data_number.valid);
+    const std::filesystem::path file = std::filesystem::absolute(options.recipe.recipe.file).lexically_normal();
+    wishes.order = options.number_order.empty() ? file.stem().string() : options.number_order;
+    wishes.station = options.station;
+    wishes.job = file.string();
+    wishes.english = batch.english;
+    return wishes;
 }
 
 int flash_at(Place& place, Teller& teller, const Recipe& wanted, const FlashOptions& options)
@@ -51,7 +69,8 @@ int flash_at(Place& place, Teller& teller, const Recipe& wanted, const FlashOpti
     }
     Batch& batch = std::get<Batch>(prepared);
     teller.begin(begin_of(batch, options));
-    FlashRun run(place.loop, place.port, catalogue, teller);
+    SqlBooks books(options.ledger, options.station);
+    FlashRun run(place.loop, place.port, catalogue, teller, &books, wishes_of(batch, options));
     run.on_chip_awaited = [&] { place.chip_awaited(batch.model); };
     place.on_interrupt([&run] { run.stop(); });
     return run.run(batch, options.order).exit_code;
@@ -59,6 +78,8 @@ int flash_at(Place& place, Teller& teller, const Recipe& wanted, const FlashOpti
 
 int flash(const FlashOptions& options)
 {
+    if (options.keeps_books && options.talk.simulate && options.ledger.empty())
+        return refuse_words("--ledger needs an ADDRESS with --simulate: simulated chips would use up real numbers");
     const auto recipe = recipe_of(options.recipe);
     if (const Line* wrong = std::get_if<Line>(&recipe))
         return refuse_words(wrong->in(speaks_english(options.talk)));
@@ -85,7 +106,16 @@ Action describe_flash(CLI::App& app)
         ->type_name("N")
         ->check(CLI::Range(1, 1'000'000));
     app.add_option("--station", options->station, "the name of this station, for the records")->type_name("NAME");
-    return [options, repeat] {
+    const auto* ledger = app.add_option("--ledger", options->ledger,
+                                "each chip is recorded and its numbers are drawn there: a file or the address of a "
+                                "server; the user's own")
+                             ->type_name("[ADDRESS]")
+                             ->expected(0, 1);
+    app.add_option("--order", options->number_order, "the order that the numbers belong to: the file's name")
+        ->type_name("NAME")
+        ->needs(app.get_option("--ledger"));
+    return [options, repeat, ledger] {
+        options->keeps_books = ledger->count() > 0;
         options->order.chips = repeat->count() > 0 ? options->chips : 1;
         return flash(*options);
     };

@@ -6,6 +6,8 @@
 #include "session/image_writes.h"
 #include "session/shared_texts.h"
 
+#include <array>
+
 namespace vrk {
 
 namespace {
@@ -20,7 +22,7 @@ constexpr Text no_further_number = {
 bool ends_every_run(Result result)
 {
     return result == Result::stopped || result == Result::no_port || result == Result::port_gone ||
-        result == Result::number_outside;
+        result == Result::number_outside || result == Result::refused;
 }
 
 } // namespace
@@ -33,7 +35,8 @@ void FlashRun::stop()
 }
 
 // A chip that does not answer in time is as silent as one that never does.
-Result FlashRun::talk(const Job& job, const FlashOrder& order, ChipEnd& end, Batch& batch, bool last)
+Result FlashRun::talk(
+    const Job& job, const FlashOrder& order, ChipEnd& end, Batch& batch, ChipInBooks& report, bool last)
 {
     Session session(loop_, port_, catalogue_, job.model, job.line);
     session.stop_requested = stop_requested_;
@@ -46,18 +49,22 @@ Result FlashRun::talk(const Job& job, const FlashOrder& order, ChipEnd& end, Bat
             session.stop_requested = session.stop_requested || too_late;
         });
     }
-    Result result = program_one_chip(session, job, teller_);
+    report.seal(job, session);
+    Result result = program_one_chip(session, job, report);
     loop_.cancel(limit);
     end.seconds = teller_.seconds();
     end.take_facts(session);
     if (result == Result::stopped && too_late && !stop_requested_)
         result = Result::no_answer;
+    const bool in_books = report.end(result); // before anybody is told
     if (result == Result::good) {
         end.number = next_number(batch);
-        number_for_next_ = move_numbers(batch);
+        const bool moved = move_numbers(batch);
+        number_for_next_ = in_books && (moved || wishes_.numbers); // the ledger knows the next one better
     }
     if (result == Result::good || result == Result::off_frequency)
         report_success(session, job, teller_);
+    report.tell_books();
     if (result == Result::good) {
         session.stop_requested = session.stop_requested || last;
         let_chip_go(session);
@@ -69,13 +76,18 @@ Result FlashRun::talk(const Job& job, const FlashOrder& order, ChipEnd& end, Bat
 ChipEnd FlashRun::flash_chip(Batch& batch, const FlashOrder& order, bool last)
 {
     ChipEnd end;
+    ChipInBooks report(books_, wishes_, loop_, teller_);
+    if (!report.begin(std::array{&batch.code_number, &batch.data_number})) {
+        end.result = Result::refused;
+        return end;
+    }
     const Job job = next_job(batch);
     if (!numbers_can_be_written(job)) {
         teller_.show_box(number_outside, {});
         end.result = Result::number_outside;
         return end;
     }
-    end.result = talk(job, order, end, batch, last);
+    end.result = talk(job, order, end, batch, report, last);
     port_.close();
     return end;
 }

@@ -3,12 +3,14 @@
 
 #include "vrk/teller.h"
 
+#include "bookkeeping/chip_in_books.h"
 #include "catalog/mcu_table.h"
 #include "platform/port.h"
 #include "recipe/batch.h"
 #include "session/session.h"
 
 #include <functional>
+#include <utility>
 
 namespace vrk {
 
@@ -21,12 +23,15 @@ struct FlashOrder {
 
 class FlashRun {
 public:
-    // What it is given outlives it.
-    FlashRun(EventLoop& loop, Port& port, const McuTable& catalogue, Teller& teller)
+    // What it is given outlives it. The books may be none where nothing is wished of them.
+    FlashRun(EventLoop& loop, Port& port, const McuTable& catalogue, Teller& teller, Books* books = nullptr,
+        LineWishes wishes = {})
         : loop_(loop)
         , port_(port)
         , catalogue_(catalogue)
         , teller_(teller)
+        , books_(books)
+        , wishes_(std::move(wishes))
     {
     }
 
@@ -38,13 +43,15 @@ public:
 
 private:
     ChipEnd flash_chip(Batch& batch, const FlashOrder& order, bool last);
-    Result talk(const Job& job, const FlashOrder& order, ChipEnd& end, Batch& batch, bool last);
+    Result talk(const Job& job, const FlashOrder& order, ChipEnd& end, Batch& batch, ChipInBooks& report, bool last);
     void pause(int seconds);
 
     EventLoop& loop_;
     Port& port_;
     const McuTable& catalogue_;
     Teller& teller_;
+    Books* books_;
+    LineWishes wishes_;
     Session* session_ = nullptr; // while one goes on
     bool stop_requested_ = false;
     bool number_for_next_ = true;

@@ -15,6 +15,8 @@ constexpr Subcommand table[] = {
     { "ports",      "lists the serial ports, and which can be opened",                describe_ports },
     { "info",       "tells what a file of code or data holds",                        describe_info },
     { "diff",       "compares two images or two projects",                            describe_diff },
+    { "log",        "lists what the ledger knows of the chips that were programmed",  describe_log },
+    { "numbers",    "lists the numbers of the ledger that are open, and settles one", describe_numbers },
     { "completion", "writes the completion of these words for bash",                  describe_completion },
 };
 // clang-format on

@@ -27,6 +27,8 @@ Action describe_options(CLI::App& app);
 Action describe_ports(CLI::App& app);
 Action describe_info(CLI::App& app);
 Action describe_diff(CLI::App& app);
+Action describe_log(CLI::App& app);
+Action describe_numbers(CLI::App& app);
 Action describe_completion(CLI::App& app);
 
 // Statuses that are no result of a chip.

@@ -65,10 +65,10 @@ struct GivenNumber {
 };
 
 // How it ended for one chip.
-struct ChipEnd {
+struct ClosedChip {
     std::vector<GivenNumber> numbers;
     bool good = false; // the numbers are spent; else they go back
-    std::optional<ChipRecord> record; // its key is given by the books
+    std::optional<ChipRecord> record; // its key and its user are given by the books
 };
 
 // Where the end of a chip stands now.
@@ -136,7 +136,7 @@ public:
     virtual std::optional<BooksFault> begin_work(std::span<const GivenNumber> numbers) = 0;
     // Numbers and record in one step, on the disk when this returns: in the books, else in a file beside them, which
     // the next `open` takes in.
-    virtual EndKept end_chip(const ChipEnd& end) = 0;
+    virtual EndKept end_chip(const ClosedChip& end) = 0;
 
     // Open numbers, those whose station has died as unsure; `all`: every number ever begun. No order: of all orders.
     virtual BooksAnswer<std::vector<NumberRow>> numbers(const std::string& order, bool all) = 0;

@@ -10,7 +10,7 @@ namespace vrk {
 struct ChipRecord {
     std::string chip; // the record's own key, in no other record of any books
     std::string at; // local time of its end, "2025-03-09 17:04:59": sorts as time goes
-    std::string who;
+    std::string who; // the user of the system; the books know him
     std::string station;
     std::string port;
     std::string job; // the project's or the code file's path

@@ -120,6 +120,14 @@ void register_controls(MainForm& form)
     all.add(form.LabEdit_Clew, "LabEdit_Clew");
 
     all.add(form.fraAuto_Increase, "fraAuto_Increase");
+    all.add(form.fraLine, "fraLine");
+    all.add(form.cheLedger, "cheLedger");
+    all.add(form.cheRecord, "cheRecord");
+    all.add(form.LabLine, "LabLine");
+    all.add(form.texOrder, "texOrder");
+    all.add(form.texStation, "texStation");
+    all.add(form.texLedger, "texLedger");
+    all.add(form.mnuLog, "mnuLog");
     all.add(form.LabIncrease_Clew, "LabIncrease_Clew");
     all.add(form.frmAP_FileIncrease, "frmAP_FileIncrease");
     all.add(form.cheAuto_Increase, "cheAuto_Increase");

@@ -152,6 +152,17 @@ struct MainForm {
     TextBox texData_Auto_Increase[4];
     OptionButton optData_Auto_Increase[3];
 
+    // The books of a line.
+    Frame fraLine;
+    CheckBox cheLedger; // numbers come from the ledger
+    CheckBox cheRecord; // every chip is written down
+    Label LabLine[3]; // of the fields below, in their order
+    TextBox texOrder;
+    TextBox texStation;
+    TextBox texLedger; // a file, or a server's address; empty: the user's own file
+
+    Button mnuLog; // the records, in a window of their own
+
     // A range of the code buffer goes to a file.
     Frame Frame9;
     Label LabStore[2]; // of the start address and of the length

@@ -47,7 +47,7 @@ std::string KeptChips::make_folder() const
     return fault ? fault.message() : "";
 }
 
-std::string KeptChips::keep(const ChipEnd& end, const std::string& name, Disk& disk) const
+std::string KeptChips::keep(const ClosedChip& end, const std::string& name, Disk& disk) const
 {
     QJsonArray numbers;
     for (const GivenNumber& number : end.numbers)
@@ -71,7 +71,7 @@ QStringList KeptChips::files() const
     return paths;
 }
 
-std::optional<ChipEnd> KeptChips::read(const QString& path)
+std::optional<ClosedChip> KeptChips::read(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
@@ -79,7 +79,7 @@ std::optional<ChipEnd> KeptChips::read(const QString& path)
     const QJsonObject whole = QJsonDocument::fromJson(file.readAll()).object();
     if (!whole.contains("numbers"))
         return std::nullopt;
-    ChipEnd end;
+    ClosedChip end;
     end.good = whole["good"].toBool();
     for (const QJsonValue& number : whole["numbers"].toArray())
         end.numbers.push_back({number["id"].toInteger(), number["value"].toString().toStdString(),

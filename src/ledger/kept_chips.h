@@ -15,11 +15,11 @@ public:
 
     bool folder_is_there() const;
     std::string make_folder() const; // what went wrong, in the system's words; empty: it is there
-    std::string keep(const ChipEnd& end, const std::string& name, Disk& disk) const; // the same
+    std::string keep(const ClosedChip& end, const std::string& name, Disk& disk) const; // the same
     QStringList files() const; // paths, oldest first
 
     // Nothing: the file cannot be read or holds something else.
-    static std::optional<ChipEnd> read(const QString& file);
+    static std::optional<ClosedChip> read(const QString& file);
 
 private:
     QString folder_;

@@ -16,7 +16,9 @@
 #include <system_error>
 #include <type_traits>
 
+#include <pwd.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace vrk {
 
@@ -33,7 +35,11 @@ QString text(NumberState state) { return text(word_of(state)); }
 QString now() { return QDateTime::currentDateTime().toString("yyyy-MM-dd HH:mm:ss"); }
 QString new_key() { return QUuid::createUuid().toString(QUuid::WithoutBraces); }
 
-LedgerAddress address_of(const std::string& words) { return ledger_address(words); }
+std::string user_name()
+{
+    const passwd* user = ::getpwuid(::getuid());
+    return user != nullptr ? user->pw_name : std::to_string(::getuid());
+}
 
 QString folder_of_kept(const LedgerAddress& address)
 {
@@ -124,7 +130,7 @@ std::string rule_text(int bytes, int increment, int base)
 } // namespace
 
 SqlBooks::SqlBooks(const std::string& address, const std::string& station, Disk& disk)
-    : address_(address_of(address))
+    : address_(ledger_address(address))
     , station_(station)
     , disk_(disk)
     , kept_(folder_of_kept(address_))
@@ -137,7 +143,7 @@ SqlBooks::~SqlBooks() { disconnect(); }
 
 void SqlBooks::keep_at(const std::string& address, const std::string& station)
 {
-    const LedgerAddress wanted = address_of(address);
+    const LedgerAddress wanted = ledger_address(address);
     const bool same_place = wanted.file == address_.file && wanted.connection == address_.connection;
     if (same_place && station == station_)
         return;
@@ -409,7 +415,7 @@ std::optional<BooksFault> SqlBooks::begin_work(std::span<const GivenNumber> numb
     });
 }
 
-bool SqlBooks::write_end(const ChipEnd& end)
+bool SqlBooks::write_end(const ClosedChip& end)
 {
     bool all_were_its_own = true;
     for (const GivenNumber& number : end.numbers) {
@@ -426,12 +432,14 @@ bool SqlBooks::write_end(const ChipEnd& end)
     return all_were_its_own;
 }
 
-EndKept SqlBooks::end_chip(const ChipEnd& ended)
+EndKept SqlBooks::end_chip(const ClosedChip& ended)
 {
-    ChipEnd end = ended;
+    ClosedChip end = ended;
     const std::string key = new_key().toStdString();
-    if (end.record)
+    if (end.record) {
         end.record->chip = key;
+        end.record->who = user_name();
+    }
     auto written = answered([&] {
         connect(Purpose::write);
         Writing writing(base_);

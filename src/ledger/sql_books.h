@@ -31,7 +31,7 @@ public:
     BooksAnswer<std::string> next_number(const Order& order) override;
     BooksAnswer<GivenNumber> reserve(const Order& order) override;
     std::optional<BooksFault> begin_work(std::span<const GivenNumber> numbers) override;
-    EndKept end_chip(const ChipEnd& end) override;
+    EndKept end_chip(const ClosedChip& end) override;
     BooksAnswer<std::vector<NumberRow>> numbers(const std::string& order, bool all) override;
     std::optional<BooksFault> settle(const SettleWish& wish) override;
     BooksAnswer<std::vector<ChipRecord>> chips(const ChipFilter& filter) override;
@@ -63,7 +63,7 @@ private:
     void sweep(const QString& condition, const QVariantList& values);
     OpenOrder open_order(const Order& order);
     Choice choose(const OpenOrder& open, const Order& order);
-    bool write_end(const ChipEnd& end); // false: a number was not the chip's any more
+    bool write_end(const ClosedChip& end); // false: a number was not the chip's any more
 
     LedgerAddress address_;
     std::string station_;

@@ -15,7 +15,6 @@ constexpr CodeKind file_codes[] = { // of SQLite, the low byte of its result cod
     { "5",  Kind::busy },
     { "6",  Kind::busy },
     { "8",  Kind::read_only },
-    { "10", Kind::full },      // the system could not write; its words tell why
     { "11", Kind::no_ledger },
     { "13", Kind::full },
     { "14", Kind::unreachable },

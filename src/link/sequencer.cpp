@@ -133,6 +133,8 @@ Result tell_download(Session& session, const Job& job, Report& report)
         report.show_box(number_outside);
         return Result::number_outside;
     }
+    if (!report.may_erase())
+        return Result::refused;
     make_plan(session, job, report);
     if (const Result erased = erase_stage(session, report); erased != Result::good)
         return erased;

@@ -46,6 +46,8 @@ struct Report : Boxes {
     virtual void progress(const Progress& progress) = 0;
     virtual void port_is_open(bool open) = 0; // for the lamp
     virtual void options_read(const ChipStatus& status) = 0; // firmware and options of the chip, as decoded
+    // The chip is known, fits the job, and is erased next. False: it stays as it is, and it has been said why.
+    virtual bool may_erase() { return true; }
 };
 
 } // namespace vrk

@@ -11,6 +11,7 @@
 #include "shell/help_texts.h"
 #include "shell/kept_settings.h"
 #include "shell/language.h"
+#include "shell/line_books.h"
 #include "shell/messages.h"
 #include "shell/monitor_pages.h"
 #include "shell/open_file.h"
@@ -112,6 +113,7 @@ constexpr EventRow events[] = {
     { "tetDataFlash2",      [](Shell& shell, int) { highlight_digit(shell.form.tetDataFlash2); } },
     { "cheAuto_Increase",   [](Shell& shell, int) { cheAuto_Increase_Click(shell); } },
     { "cheData_Auto_Increase", [](Shell& shell, int) { cheData_Auto_Increase_Click(shell); } },
+    { "cheLedger",          [](Shell& shell, int) { cheLedger_Click(shell); } },
     { "comStoreFile",       [](Shell& shell, int) { comStoreFile_Click(shell); } },
     { "comSendUserCode",    [](Shell& shell, int) { comSendUserCode_Click(shell); } },
     { "com_Demo_DownLoad",  [](Shell& shell, int) { com_Demo_DownLoad_Click(shell, false); } },

@@ -13,7 +13,7 @@ constexpr std::string_view free_while_running[] = {
     "comStop_Download", "com_Demo_Stop",
     // to look at
     "TabStrip1", "TabStrip2", "vscFile", "txtBuffer", "txtBuffer2", "txtDataFlash1", "tetDataFlash2", "textMsg",
-    "texDumpAddress", "texDumpFind",
+    "texDumpAddress", "texDumpFind", "mnuLog",
     // looked at when the next press comes
     "cekReloadFile", "cekReloadFileWhileFileChange", "cekReloadFileWhileFileChange1",
     // the terminal's own

@@ -1,5 +1,6 @@
 #include "shell/panel_state.h"
 
+#include "shell/line_books.h"
 #include "shell/option_panel.h"
 #include "shell/option_pins.h"
 
@@ -106,6 +107,7 @@ void show_panel_state(Shell& shell)
     const std::int16_t state = panel_state(shell);
     for (const PanelRow& row : panel_rows)
         enable_row(shell, row, row.enabled[static_cast<std::size_t>(state)] == '1');
+    enable_line_controls(shell);
     enable_pin_choices(shell);
     enable_watchdog_pin(shell);
     enable_eeprom_controls(shell, state == panel::free && has_eeprom_buffer(shell.selected));

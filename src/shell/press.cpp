@@ -3,6 +3,7 @@
 #include "form/main_form.h"
 
 #include "shell/kept_settings.h"
+#include "shell/line_books.h"
 #include "shell/make_job.h"
 #include "shell/messages.h"
 #include "shell/open_file.h"
@@ -20,6 +21,7 @@
 #include "session/image_writes.h"
 #include "session/shared_texts.h"
 
+#include <array>
 #include <vector>
 
 namespace vrk {
@@ -83,23 +85,40 @@ void count_down_to_next(Shell& shell)
     }
 }
 
+// The numbers that the ledger has given, where the ones shown stood. False: one does not fit there.
+bool put_drawn_numbers(Shell& shell)
+{
+    bool fits = true;
+    for (const AutoIncrease* record : {&shell.code_increase, &shell.data_increase})
+        fits = fits && (!record->valid || put_next_value(shell, record->kind, record->next_value));
+    return fits;
+}
+
 Result program_next_chip(Shell& shell, bool repeat)
 {
+    ScreenReport screen(shell);
+    ChipInBooks report(shell.books, line_wishes(shell), shell.platform.loop, screen);
+    if (!report.begin(std::array{&shell.code_increase, &shell.data_increase}))
+        return Result::refused;
+    const bool stand_there = !numbers_from_ledger(shell) || put_drawn_numbers(shell);
     const Job job = make_job(shell);
-    ScreenReport report(shell);
-    if (!numbers_can_be_written(job)) {
+    if (!stand_there || !numbers_can_be_written(job)) {
         show_box(shell, in_language(shell, number_outside));
         return Result::number_outside;
     }
     Talk talk(shell, job.model, job.line);
     Session& session = talk.session;
+    report.seal(job, session);
     const Result result = program_one_chip(session, job, report);
     const std::vector<std::string> numbers = numbers_of_this_chip(shell);
+    const bool in_books = report.end(result);
     const std::string count = result == Result::good ? keep_books(shell) : "";
+    shell.number_for_next = shell.number_for_next && in_books;
     if (result == Result::good || result == Result::off_frequency)
         report_success(session, job, report);
     if (result == Result::good)
         say_numbers(numbers, report);
+    report.tell_books();
     tell_verdict(shell, result, Judged::chip, result == Result::good && !numbers.empty() ? numbers.front() : "");
     session.chip.target_ok = false;
     if (result == Result::wrong_model)
@@ -134,6 +153,7 @@ void run_download(Shell& shell, int row)
     if (!numbers_are_safe(shell))
         return;
     show_panel_state(shell);
+    shell.number_for_next = true;
     do
         shell.succeeded = program_next_chip(shell, row == repeat_row) == Result::good;
     while (shell.succeeded && row == repeat_row && shell.number_for_next && !shell.stop_requested);

@@ -6,6 +6,7 @@
 #include "platform/text_number.h"
 #include "shell/buffer_view.h"
 #include "shell/kept_settings.h"
+#include "shell/line_books.h"
 #include "shell/messages.h"
 #include "shell/option_panel.h"
 
@@ -178,14 +179,7 @@ void box_clicked(Shell& shell, const NumberSide& side)
 
 bool move_valid(Shell& shell, const NumberSide& side)
 {
-    if (!side.record.valid)
-        return true;
-    side.record.next_value = advanced_value(side.record);
-    side.fields[next_field].set_text(side.record.next_value);
-    const bool stamped = put_number(shell, side);
-    vscFile_Change(shell, index_of(side.record.kind));
-    save_side(shell, side);
-    return stamped;
+    return !side.record.valid || put_next_value(shell, side.record.kind, advanced_value(side.record));
 }
 
 void stop_side(const NumberSide& side)
@@ -209,8 +203,16 @@ void load_increase_settings(Shell& shell)
     load_side(shell, side_of(shell, BufferKind::data));
 }
 
-void cheAuto_Increase_Click(Shell& shell) { box_clicked(shell, side_of(shell, BufferKind::code)); }
-void cheData_Auto_Increase_Click(Shell& shell) { box_clicked(shell, side_of(shell, BufferKind::data)); }
+void cheAuto_Increase_Click(Shell& shell)
+{
+    box_clicked(shell, side_of(shell, BufferKind::code));
+    show_next_numbers(shell);
+}
+void cheData_Auto_Increase_Click(Shell& shell)
+{
+    box_clicked(shell, side_of(shell, BufferKind::data));
+    show_next_numbers(shell);
+}
 
 bool take_up_project_numbers(Shell& shell)
 {
@@ -247,6 +249,17 @@ bool numbers_are_safe(Shell& shell)
     return safe;
 }
 
+bool put_next_value(Shell& shell, BufferKind kind, const std::string& value)
+{
+    const NumberSide side = side_of(shell, kind);
+    side.record.next_value = value;
+    side.fields[next_field].set_text(value);
+    const bool stamped = put_number(shell, side);
+    vscFile_Change(shell, index_of(kind));
+    save_side(shell, side);
+    return stamped;
+}
+
 bool move_numbers(Shell& shell)
 {
     const bool code = move_valid(shell, side_of(shell, BufferKind::code));
@@ -255,7 +268,7 @@ bool move_numbers(Shell& shell)
 
 void use_up_numbers(Shell& shell)
 {
-    const bool moved = move_numbers(shell);
+    const bool moved = move_numbers(shell) && show_next_numbers(shell);
     const bool kept = keep_settings(shell);
     shell.number_for_next = moved && (kept || !numbers_in_use(shell).any());
 }

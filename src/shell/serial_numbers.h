@@ -27,7 +27,11 @@ bool numbers_are_safe(Shell& shell);
 // be written through. False: it does not fit any more, as numbers_fit will tell; what stands in the buffer belongs to a
 // chip that has it already.
 bool move_numbers(Shell& shell);
-// The same, on the disk before anybody is told of the chip. `number_for_next` tells whether another chip may follow.
+// The value that the next chip gets takes the place of what is shown, in the buffer, on the screen and in the settings.
+// False: it does not fit.
+bool put_next_value(Shell& shell, BufferKind kind, const std::string& value);
+// As move_numbers, from the ledger where the numbers come from it, and on the disk before anybody is told of the chip.
+// `number_for_next` tells whether another chip may follow.
 void use_up_numbers(Shell& shell);
 
 // Which numbers are switched on, to be put back into an image that has been loaded again. False: one does not fit any

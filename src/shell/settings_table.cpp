@@ -58,6 +58,12 @@ constexpr SettingRow rows[] = {
     { "com_RC_frequency_4",           "2",          "com_RC_frequency",            4,      Holds::place },
     { "com_RC_frequency_5",           "11.059",     "com_RC_frequency",            5,      Holds::item },
     { "txt_RC_frequency",             "128",        "txt_RC_frequency",            single, Holds::text },
+//  line
+    { "LedgerNumbers",                "0",          "cheLedger",                   single, Holds::check },
+    { "LedgerRecord",                 "0",          "cheRecord",                   single, Holds::check },
+    { "LedgerOrder",                  "",           "texOrder",                    single, Holds::text },
+    { "LedgerStation",                "",           "texStation",                  single, Holds::text },
+    { "LedgerAddress",                "",           "texLedger",                   single, Holds::text },
 };
 // clang-format on
 

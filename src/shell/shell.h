@@ -26,6 +26,7 @@
 
 namespace vrk {
 
+class Books; // books/books.h: the numbers and records of a line
 struct MainForm;
 
 struct Shell {
@@ -33,6 +34,7 @@ struct Shell {
     ~Shell();
 
     Platform platform;
+    Books* books = nullptr; // of the line; a program that has none keeps none
     bool language_is_english = false; // Chinese is the language in force
     const std::unique_ptr<MainForm> window_form;
     MainForm& form; // include form/main_form.h for its members

@@ -1,4 +1,5 @@
 #include "shell/start_up.h"
+#include "shell/line_books.h"
 
 #include "form/main_form.h"
 
@@ -96,6 +97,7 @@ void start_up(Shell& shell)
     show_language_choice(shell);
     show_terminal_port(shell);
     load_increase_settings(shell);
+    enable_line_controls(shell);
     cheAuto_Increase_Click(shell);
     cheData_Auto_Increase_Click(shell);
     keep_settings(shell); // nothing has changed yet, but a store that is refused says so before anybody relies on it

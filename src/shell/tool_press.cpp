@@ -4,6 +4,7 @@
 
 #include "shell/buffer_view.h"
 #include "shell/kept_settings.h"
+#include "shell/line_books.h"
 #include "shell/messages.h"
 #include "shell/open_file.h"
 #include "shell/panel_state.h"
@@ -40,7 +41,7 @@ bool job_can_be_made(Shell& shell)
 {
     if (shell.form.cekReloadFile.value() && !reload_code_file(shell))
         return false;
-    return numbers_fit(shell) && numbers_are_safe(shell);
+    return numbers_are_the_forms(shell) && numbers_fit(shell) && numbers_are_safe(shell);
 }
 
 bool command_is_sent(Shell& shell)

@@ -58,7 +58,8 @@ VerdictState state_of(Result result, Judged judged, bool answered)
         return result == Result::good ? VerdictState::done : VerdictState::not_done;
     if (result == Result::good)
         return VerdictState::good;
-    return answered ? VerdictState::bad : VerdictState::not_done;
+    const bool left_alone = judged == Judged::chip && result == Result::refused;
+    return answered && !left_alone ? VerdictState::bad : VerdictState::not_done;
 }
 
 void count_bad(Shell& shell)

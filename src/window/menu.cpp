@@ -4,6 +4,7 @@
 
 #include "shell/events.h"
 #include "window/binder.h"
+#include "window/log_window.h"
 
 #include <QActionGroup>
 #include <QMenu>
@@ -92,7 +93,10 @@ void make_menus(QMenuBar& bar, Shell& shell)
     QMenu* files = add_menu(bar, form.mnuTitle[3], 'F');
     add_recent(files, shell, form.mnuRecentTitle[0], form.mnuRecentFile);
     add_recent(files, shell, form.mnuRecentTitle[1], form.mnuRecentProject);
-    add_tick(add_menu(bar, form.mnuTitle[0], 'T'), shell, form.mnuProduction);
+    QMenu* tools = add_menu(bar, form.mnuTitle[0], 'T');
+    add_tick(tools, shell, form.mnuProduction);
+    QObject::connect(add_entry(tools, shell, form.mnuLog), &QAction::triggered, &bar,
+        [&bar, &shell] { show_log(shell, bar.window()); });
     add_choice(add_menu(bar, form.mnuTitle[1], 'L'), shell, form.mnuLanguage);
     add_command(add_menu(bar, form.mnuTitle[2], 'H'), shell, form.mnuAbout);
 }

@@ -43,6 +43,24 @@ QGroupBox* make_number_frame(Binder& binder, const NumberControls& number)
     return frame;
 }
 
+// The books of a line, out of the way below the numbers.
+QGroupBox* make_line_frame(Binder& binder)
+{
+    MainForm& form = binder.shell().form;
+    QGroupBox* frame = binder.frame(form.fraLine);
+    auto* grid = new QGridLayout(frame);
+    grid->setContentsMargins(6, 6, 6, 6);
+    grid->addWidget(binder.check(form.cheLedger), 0, 0, 1, 2);
+    grid->addWidget(binder.check(form.cheRecord), 0, 2, 1, 2);
+    grid->addWidget(binder.label(form.LabLine[0]), 1, 0);
+    grid->addWidget(binder.line(form.texOrder), 1, 1);
+    grid->addWidget(binder.label(form.LabLine[1]), 1, 2);
+    grid->addWidget(binder.line(form.texStation), 1, 3);
+    grid->addWidget(binder.label(form.LabLine[2]), 2, 0);
+    grid->addWidget(binder.line(form.texLedger), 2, 1, 1, 3);
+    return frame;
+}
+
 } // namespace
 
 QWidget* make_increase_page(Binder& binder)
@@ -63,6 +81,7 @@ QWidget* make_increase_page(Binder& binder)
         {form.frmDtat_FileIncrease, form.cheData_Auto_Increase, form.LabData_Auto_Increase, form.texData_Auto_Increase,
             form.optData_Auto_Increase}));
     layout->addLayout(frames);
+    layout->addWidget(make_line_frame(binder));
     layout->addStretch(1);
     return page;
 }

@@ -18,6 +18,7 @@ struct Watch {
     std::string folder;
     std::function<bool(const char* call)> fails;
     std::set<int> handles; // of the folder's files
+    int error = EIO;
 };
 Watch* watch = nullptr;
 
@@ -28,7 +29,7 @@ bool refused(const char* call)
     const bool fails = asked->fails(call);
     watch = asked;
     if (fails)
-        errno = EIO;
+        errno = asked->error;
     return fails;
 }
 
@@ -84,9 +85,9 @@ mode_t mode_of(int flags, std::va_list& arguments) { return (flags & O_CREAT) !=
 
 namespace vrk {
 
-FailingFiles::FailingFiles(const std::string& folder, std::function<bool(const char* call)> fails)
+FailingFiles::FailingFiles(const std::string& folder, std::function<bool(const char* call)> fails, int error)
 {
-    watch = new Watch{folder, std::move(fails), {}};
+    watch = new Watch{folder, std::move(fails), {}, error};
 }
 
 FailingFiles::~FailingFiles() { delete std::exchange(watch, nullptr); }

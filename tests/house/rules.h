@@ -152,11 +152,13 @@ inline const std::map<std::string, std::set<std::string>>& rooms_below()
         }
         rooms["books"] = rooms["image"]; // beside the session
         rooms["books"].insert("books");
+        rooms["bookkeeping"] = rooms["link"]; // a chip's way through the books
+        rooms["bookkeeping"].insert({"books", "bookkeeping"});
         rooms["ledger"] = rooms["books"];
         rooms["ledger"].insert("ledger");
         rooms["recipe"] = rooms["link"]; // from words to jobs
         rooms["recipe"].insert("recipe");
-        so_far.insert({"books", "recipe", "link", "board", "inapp", "terminal", "monitor", "form"});
+        so_far.insert({"books", "bookkeeping", "recipe", "link", "board", "inapp", "terminal", "monitor", "form"});
         rooms["options"].erase("form"); // works on plain values
         for (const char* room : {"shell", "window"}) {
             so_far.insert(room);

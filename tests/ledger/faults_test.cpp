@@ -88,6 +88,21 @@ TEST_F(Faults, ALedgerThatCanOnlyBeReadIsToldBeforeTheFirstChip)
     EXPECT_EQ(kind_of(read_only.reserve(order()).fault), Kind::read_only);
 }
 
+TEST_F(Faults, AFullDiskIsToldBeforeTheFirstChip)
+{
+    bool full = false;
+    const auto fails = [&full](const char* call) { return full && std::string_view{call} == "pwrite64"; };
+    const FailingFiles disk(folder.path().toStdString(), fails, ENOSPC);
+    ASSERT_FALSE(books.open());
+    chip(books, true);
+    full = true;
+    const auto refused = books.reserve(order());
+    EXPECT_EQ(kind_of(refused.fault), Kind::full);
+    EXPECT_NE(fault_text(*refused.fault).en.find("The disk is full"), std::string::npos);
+    full = false;
+    EXPECT_EQ(chip(books, true), "42");
+}
+
 TEST_F(Faults, AFolderThatCannotBeMadeIsToldBeforeTheFirstChip)
 {
     std::ofstream(in_folder("file")) << "x";

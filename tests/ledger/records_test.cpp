@@ -31,7 +31,9 @@ TEST_F(Records, ComeOutFieldByFieldAsTheyWentIn)
     const auto found = books.chips({}).value;
     ASSERT_EQ(found.size(), 1U);
     EXPECT_NE(found[0].chip, whole.chip) << "the books give the key";
+    EXPECT_NE(found[0].who, whole.who) << "and the user";
     whole.chip = found[0].chip;
+    whole.who = found[0].who;
     EXPECT_EQ(csv_line(found[0]), csv_line(whole));
 }
 

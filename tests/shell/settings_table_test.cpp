@@ -110,10 +110,11 @@ TEST(SettingsTable, IsWrittenUnderTheseKeys)
         "BeepYesNo", "Dalay_ReDownLoad", "Write_OK_Count", "Write_Bad_Count", "pin_for_485", "pin_address_for_485",
         "logic_of_control_485", "pin_External_WDT", "pin_address_External_WDT", "WDT_Prescalar", "com_RC_frequency_0",
         "com_RC_frequency_1", "com_RC_frequency_2", "com_RC_frequency_3", "com_RC_frequency_4", "com_RC_frequency_5",
-        "txt_RC_frequency", "MainLeft", "MainTop", "MainWidth", "MainHeight", "Frame24_Width", "DebugCOM", "DebugBaud",
-        "DebugDataBits", "DebugParity", "DebugStopBits", "DebugAutoOpenPort", "optHexSend_0", "optHexSend_1",
-        "texSendCycle", "texSendText", "texSpreadSendCycle", "UserCodeBaud", "UserCodeParity", "UserCodeDataBits",
-        "UserCodeStopBits", "ISP_DEMO_DownLoad_Baud", "ISP_DEMO_DownLoad_Parity", "ISP_DEMO_DownLoad_DataBits",
+        "txt_RC_frequency", "LedgerNumbers", "LedgerRecord", "LedgerOrder", "LedgerStation", "LedgerAddress",
+        "MainLeft", "MainTop", "MainWidth", "MainHeight", "Frame24_Width", "DebugCOM", "DebugBaud", "DebugDataBits",
+        "DebugParity", "DebugStopBits", "DebugAutoOpenPort", "optHexSend_0", "optHexSend_1", "texSendCycle",
+        "texSendText", "texSpreadSendCycle", "UserCodeBaud", "UserCodeParity", "UserCodeDataBits", "UserCodeStopBits",
+        "ISP_DEMO_DownLoad_Baud", "ISP_DEMO_DownLoad_Parity", "ISP_DEMO_DownLoad_DataBits",
         "ISP_DEMO_DownLoad_StopBits", "ISP_DEMO_UserCodeBaud", "ISP_DEMO_UserCodeParity", "ISP_DEMO_UserCodeDataBits",
         "ISP_DEMO_UserCodeStopBits"};
     for (int i = 0; i < 25; ++i) {
