@@ -74,18 +74,21 @@ bool LaneProcess::wait_for_end(int ms)
     return process_.state() == QProcess::NotRunning || process_.waitForFinished(ms);
 }
 
+// Line by line: a verdict that the next chip follows at once is heard and counted all the same.
 void LaneProcess::read()
 {
     input_ += process_.readAllStandardOutput();
     bool understood = true;
     for (qsizetype end = input_.indexOf('\n'); end >= 0; end = input_.indexOf('\n')) {
-        understood = understood &&
-            lane_told(lane_, std::string_view(input_.constData(), static_cast<std::size_t>(end)), terms_.english);
+        const Lane before = lane_;
+        const std::string_view line(input_.constData(), static_cast<std::size_t>(end));
+        understood = understood && lane_told(lane_, line, terms_.english);
         input_.remove(0, end + 1);
+        if (lane_ != before)
+            changed();
     }
     if (!understood)
         stop();
-    changed();
 }
 
 void LaneProcess::ended(Ending ending)

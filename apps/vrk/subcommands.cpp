@@ -9,6 +9,7 @@ namespace {
 // clang-format off
 constexpr Subcommand table[] = {
     { "flash",      "programs chips with a file or a project",                        describe_flash },
+    { "line",       "programs the chips of several fixtures at once",                 describe_line },
     { "check",      "reads firmware and options of the chip on the line",             describe_check },
     { "models",     "lists the models of the catalogue",                              describe_models },
     { "options",    "lists the options of a model, their choices and defaults",       describe_options },

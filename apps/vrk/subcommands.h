@@ -21,6 +21,7 @@ std::span<const Subcommand> subcommands();
 
 // Each one's routine describes its arguments and options on `app`.
 Action describe_flash(CLI::App& app);
+Action describe_line(CLI::App& app);
 Action describe_check(CLI::App& app);
 Action describe_models(CLI::App& app);
 Action describe_options(CLI::App& app);
