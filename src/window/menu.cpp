@@ -92,6 +92,8 @@ void make_menus(QMenuBar& bar, Shell& shell)
     QMenu* files = add_menu(bar, form.mnuTitle[3], 'F');
     add_recent(files, shell, form.mnuRecentTitle[0], form.mnuRecentFile);
     add_recent(files, shell, form.mnuRecentTitle[1], form.mnuRecentProject);
+    files->addSeparator();
+    add_command(files, shell, form.mnuCopyCommandLine);
     add_tick(add_menu(bar, form.mnuTitle[0], 'T'), shell, form.mnuProduction);
     add_choice(add_menu(bar, form.mnuTitle[1], 'L'), shell, form.mnuLanguage);
     add_command(add_menu(bar, form.mnuTitle[2], 'H'), shell, form.mnuAbout);
