@@ -1,14 +1,13 @@
 // vrk flash: programs chips.
 #include "vrk/flash_run.h"
+#include "vrk/image_sum.h"
 #include "vrk/place.h"
 #include "vrk/recipe_options.h"
 #include "vrk/subcommands.h"
 
 #include "catalog/ranges.h"
-#include "host/sha256.h"
 #include "recipe/prepare.h"
 
-#include <algorithm>
 #include <memory>
 
 namespace vrk {
@@ -22,12 +21,6 @@ struct FlashOptions {
     std::string station;
     int chips = 0; // of --repeat
 };
-
-std::string image_sha256(const FileBuffer& buffer)
-{
-    const std::int32_t last = std::clamp(buffer.view_high, -1, buffer.last());
-    return sha256_hex({buffer.data.data(), static_cast<std::size_t>(last + 1)});
-}
 
 RunBegin begin_of(const Batch& batch, const FlashOptions& options)
 {
