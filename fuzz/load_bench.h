@@ -60,6 +60,7 @@ private:
         std::optional<std::string> choose(const vrk::FileDialog&) override { return std::nullopt; }
         void beep() override { }
         void set_busy(bool) override { }
+        void copy_text(const std::string&) override { }
     };
 
     void act_meanwhile();

@@ -40,7 +40,8 @@ int check_at(Place& place, Teller& teller, const McuTable& catalogue, const McuR
     place.port.close();
     end.seconds = teller.seconds();
     const bool good = end.result == Result::good;
-    const RunEnd run{class_of(end.result).exit_code, good ? 1 : 0, good ? 0 : 1};
+    const bool bad = !good && end.result != Result::stopped && teller.answered();
+    const RunEnd run{class_of(end.result).exit_code, good ? 1 : 0, bad ? 1 : 0};
     teller.end_of_chip(end, run);
     teller.end(run);
     return run.exit_code;

@@ -1,5 +1,6 @@
 // vrk flash: programs chips.
 #include "vrk/flash_run.h"
+#include "vrk/image_sum.h"
 #include "vrk/place.h"
 #include "vrk/recipe_options.h"
 #include "vrk/subcommands.h"
@@ -27,12 +28,6 @@ struct FlashOptions {
     std::string number_order; // that the numbers are drawn for; empty: the file's name
     int chips = 0; // of --repeat
 };
-
-std::string image_sha256(const FileBuffer& buffer)
-{
-    const std::int32_t last = std::clamp(buffer.view_high, -1, buffer.last());
-    return sha256_hex({buffer.data.data(), static_cast<std::size_t>(last + 1)});
-}
 
 RunBegin begin_of(const Batch& batch, const FlashOptions& options)
 {

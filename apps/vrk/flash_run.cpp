@@ -127,10 +127,8 @@ RunEnd FlashRun::run(Batch& batch, const FlashOrder& order)
             so_far_.exit_code = class_of(Result::number_refused).exit_code;
             break;
         }
-        if (!teller_.is_heard()) {
-            so_far_.exit_code = not_heard;
+        if (!teller_.is_heard())
             break;
-        }
         if (!stop_requested_)
             pause(order.pause_s);
         if (stop_requested_) {
@@ -140,6 +138,8 @@ RunEnd FlashRun::run(Batch& batch, const FlashOrder& order)
         }
     }
     teller_.end(so_far_);
+    if (!teller_.is_heard())
+        so_far_.exit_code = not_heard; // whoever relies on what he reads must not take silence for success
     return so_far_;
 }
 

@@ -1,10 +1,10 @@
 // vrk info: what a file of code or data holds, and what a model would take of it.
+#include "vrk/image_sum.h"
 #include "vrk/json_line.h"
 #include "vrk/subcommands.h"
 #include "vrk/talk_options.h"
 
 #include "catalog/ranges.h"
-#include "host/sha256.h"
 #include "image/hex_survey.h"
 #include "image/load_messages.h"
 #include "platform/text_number.h"
@@ -12,7 +12,6 @@
 
 #include <iostream>
 #include <memory>
-#include <numeric>
 
 namespace vrk {
 
@@ -126,9 +125,7 @@ int tell_model(const InfoOptions& options, bool english)
     const Result result = refused != nullptr ? *refused->result : Result::good;
     if (refused != nullptr && !refused->why.in(english).empty())
         boxes.said.push_back(refused->why.in(english));
-    const std::string sha256 = batch == nullptr
-        ? std::string{}
-        : sha256_hex({batch->code.data.data(), static_cast<std::size_t>(std::max(0, batch->code.view_high + 1))});
+    const std::string sha256 = batch == nullptr ? std::string{} : image_sha256(batch->code);
     if (options.talk.json) {
         write_json_line(std::cout,
             {{"model", options.model}, {"result", word_of(result)}, {"said", boxes.said},

@@ -34,6 +34,8 @@ struct McuRecord {
     bool cap_no_option_write = false; // no option bytes to write, no option rows to show
     bool cap_all_flash_ap = false; // code may reach the top of the flash
     bool cap_no_eeprom = false; // no buffer for the data flash
+
+    friend bool operator==(const McuRecord&, const McuRecord&) = default;
 };
 
 } // namespace vrk

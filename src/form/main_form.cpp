@@ -257,6 +257,7 @@ void register_controls(MainForm& form)
     all.add(form.mnuRecentProject, "mnuRecentProject");
     all.add(form.mnuLanguage, "mnuLanguage");
     all.add(form.mnuAbout, "mnuAbout");
+    all.add(form.mnuCopyCommandLine, "mnuCopyCommandLine");
 
     all.add(form.Text1, "Text1");
     all.add(form.optFillbyte, "optFillbyte");

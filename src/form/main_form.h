@@ -291,6 +291,7 @@ struct MainForm {
     Button mnuRecentProject[8];
     OptionButton mnuLanguage[2]; // of the next start: 0: Chinese, 1: English
     Button mnuAbout;
+    Button mnuCopyCommandLine; // the job as it stands
 
     TextBox Text1; // where keys go that are meant for no control
     OptionButton optFillbyte[2]; // reserved, as its setting is: 0: 00, 1: FF

@@ -15,6 +15,7 @@ public:
     std::optional<std::string> choose(const FileDialog& dialog) override;
     void beep() override;
     void set_busy(bool busy) override;
+    void copy_text(const std::string& text) override;
 };
 
 } // namespace vrk

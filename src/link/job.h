@@ -24,6 +24,8 @@ struct Job : ImageJob {
 
     bool calibrate_rc = false; // measure the oscillator during the connection
     double rc_target_mhz = 0;
+
+    friend bool operator==(const Job&, const Job&) = default; // they put the same into a chip, in the same way
 };
 
 } // namespace vrk

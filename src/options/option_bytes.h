@@ -26,6 +26,7 @@ struct OptionImage {
             column[row] = bytes[row][0];
         return column;
     }
+    friend bool operator==(const OptionImage&, const OptionImage&) = default;
 };
 
 } // namespace vrk

@@ -291,6 +291,50 @@ OptionChoices OptionSheet::choices() const
     return choices;
 }
 
+bool OptionSheet::holds(const OptionChoices& wanted, int strip, int button) const
+{
+    const auto bit = parse_bit_code(table_.cell(page_.page, row_of(strip, button), OptionColumn::bit_code));
+    return bit && std::ranges::any_of(wanted.chosen, [&](const ChosenRow& row) {
+        return row.bit.byte == bit->byte && row.bit.bit == bit->bit && row.bit.value == bit->value;
+    });
+}
+
+std::vector<std::pair<std::string, std::string>> OptionSheet::turned(
+    const OptionChoices& wanted, const std::optional<std::string>& pin, double target_mhz) const
+{
+    std::vector<std::pair<std::string, std::string>> words;
+    for (const Strip& strip : strips_) {
+        if (!strip_has_words(strip))
+            continue;
+        const OptionWords& its_words = *words_of(*strip.pair);
+        for (const int button : {0, 1}) {
+            if (holds(wanted, strip.index, button) && !is_chosen(strip.index, button))
+                words.emplace_back(its_words.option, button == 0 ? its_words.first : its_words.second);
+        }
+    }
+    const auto item = [this](std::string_view name, int place) {
+        const Field& one = *field(name);
+        const bool there = place >= 0 && place < static_cast<int>(one.items.size());
+        return there ? one.items[static_cast<std::size_t>(place)] : one.chosen;
+    };
+    const std::pair<std::string_view, std::string> now[] = {
+        {divider_name, wanted.watchdog_divider.value_or(field(divider_name)->chosen)},
+        {wake_up_name, wanted.rc30k_divider.value_or(field(wake_up_name)->chosen)},
+        {low_voltage_name, item(low_voltage_name, wanted.rc.low_voltage + 1)},
+        {band_name, item(band_name, wanted.rc.band)},
+        {trim_name, item(trim_name, wanted.rc.trim)},
+        {byte_name, std::to_string(wanted.rc.wanted)},
+        {target_name, number_text(target_mhz)},
+        {pin_name, pin.value_or(std::string{no_item})},
+    };
+    for (const auto& [name, choice] : now) {
+        const Field& one = *field(name);
+        if (one.offered && one.chosen != choice)
+            words.emplace_back(name, choice);
+    }
+    return words;
+}
+
 std::optional<std::string> OptionSheet::watchdog_pin() const
 {
     const std::string& pin = field(pin_name)->chosen;

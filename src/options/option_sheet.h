@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vrk {
@@ -37,6 +38,9 @@ public:
     void take_stored(std::string_view key, const std::string& value);
 
     OptionChoices choices() const;
+    // The words that lead from this sheet to what is wanted, name and choice. What has no words is left out.
+    std::vector<std::pair<std::string, std::string>> turned(
+        const OptionChoices& wanted, const std::optional<std::string>& pin, double target_mhz) const;
     std::optional<std::string> watchdog_pin() const; // that the boot loader feeds, as "P1.0"; nothing: none
     double rc_target_mhz() const;
 
@@ -56,6 +60,7 @@ private:
     void mark(int row); // of the table: chosen, and the others of its group not
     int row_of(int strip, int button) const; // -1: no such choice
     bool is_chosen(int strip, int button) const;
+    bool holds(const OptionChoices& wanted, int strip, int button) const;
     bool strip_has_words(const Strip& strip) const;
     const Field* field(std::string_view name) const;
     int place_in(std::string_view field_name) const; // of what is chosen in the items; -1: none

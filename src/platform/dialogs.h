@@ -1,4 +1,5 @@
-// What the program asks and tells outside its window: message boxes, file dialogs, the beep, the busy pointer.
+// What the program asks and tells outside its window: message boxes, file dialogs, the beep, the busy pointer, the
+// clipboard.
 #pragma once
 
 #include <optional>
@@ -37,6 +38,7 @@ public:
     virtual std::optional<std::string> choose(const FileDialog& dialog) = 0; // nothing: cancelled
     virtual void beep() = 0; // starts one short sound and returns
     virtual void set_busy(bool busy) = 0; // hourglass pointer
+    virtual void copy_text(const std::string& text) = 0; // for other programs to paste
 };
 
 } // namespace vrk

@@ -21,11 +21,13 @@ public:
     std::vector<FileDialog> asked;
     int beeps = 0;
     bool busy = false;
+    std::string copied; // the last text
 
     Reply show(const MessageBox& box) override;
     std::optional<std::string> choose(const FileDialog& dialog) override;
     void beep() override { ++beeps; }
     void set_busy(bool now_busy) override { busy = now_busy; }
+    void copy_text(const std::string& text) override { copied = text; }
 };
 
 } // namespace vrk

@@ -24,8 +24,8 @@ namespace {
 
 // clang-format off
 //                                   Chinese                                                English
-constexpr Text project_has_it    = { "工程文件已包含型号、选项和 EEPROM 数据，请不要另外指定。",
-                                     "A project tells model, options and EEPROM data itself: they can not be named beside it." };
+constexpr Text project_has_it    = { "工程文件已包含型号、选项、EEPROM 数据和地址，请不要另外指定。",
+                                     "A project tells model, options, EEPROM data and addresses itself: they can not be named beside it." };
 constexpr Text model_wanted      = { "请指定型号。",                                           "A model is wanted." };
 constexpr Text no_data_flash     = { "此型号没有数据 Flash: ",                                 "This model has no data flash: " };
 constexpr Text next_wanted       = { "工程文件使用自动增量，请指定下一个值 (--number next=...)。",
@@ -317,7 +317,8 @@ Checked take_model(const Project& project, const McuTable& catalogue, Batch& bat
 
 Checked prepare_project(const Recipe& recipe, const McuTable& catalogue, Batch& batch, Boxes& boxes)
 {
-    if (!recipe.model.empty() || !recipe.eeprom.empty() || !recipe.options.empty())
+    const bool is_moved = signed_hex_number(recipe.start) != 0 || signed_hex_number(recipe.eeprom_start) != 0;
+    if (!recipe.model.empty() || !recipe.eeprom.empty() || !recipe.options.empty() || is_moved)
         return wrong_words(project_has_it);
     const auto text = read_project_file(recipe.file);
     if (!text)

@@ -15,12 +15,14 @@ struct JobImage {
     std::int32_t high = 1023; // last one that counts
     std::int32_t view_high = 1023; // of all merged loads: what the plan goes by
     bool loaded = false;
+    friend bool operator==(const JobImage&, const JobImage&) = default;
 };
 
 // A serial number that stands in one of the images.
 struct StampedNumber {
     std::int32_t flash_address = 0; // of its lowest byte
     std::vector<std::uint8_t> bytes;
+    friend bool operator==(const StampedNumber&, const StampedNumber&) = default;
 };
 
 struct ImageJob {
@@ -28,6 +30,7 @@ struct ImageJob {
     JobImage code;
     JobImage data; // EEPROM
     std::vector<StampedNumber> numbers;
+    friend bool operator==(const ImageJob&, const ImageJob&) = default;
 };
 
 } // namespace vrk

@@ -27,6 +27,8 @@ struct LineChoice {
     // Compares four digits with the whole number, as the boot loaders' tool always has: two lines at 115200 count as
     // two speeds. It costs a reopening of the port and harms nobody.
     bool is_one_speed() const;
+
+    friend bool operator==(const LineChoice&, const LineChoice&) = default;
 };
 
 // What a talk knows. All of it is there to be read when the talk is over.

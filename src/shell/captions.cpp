@@ -182,6 +182,7 @@ constexpr CaptionRow captions[] = {
     { "mnuTitle",                       3, { "文件", "File" } },
     { "mnuRecentTitle",                 0, { "最近的文件", "Recent files" } },
     { "mnuRecentTitle",                 1, { "最近的工程", "Recent projects" } },
+    { "mnuCopyCommandLine",            -1, { "复制为命令行", "Copy as command line" } },
     { "mnuProduction",                 -1, { "生产控件", "Production controls" } },
     { "mnuLanguage",                    0, { "中文", "中文" } },
     { "mnuLanguage",                    1, { "English", "English" } },

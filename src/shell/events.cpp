@@ -5,6 +5,7 @@
 #include "shell/about.h"
 #include "shell/buffer_edit.h"
 #include "shell/buffer_view.h"
+#include "shell/copy_command_line.h"
 #include "shell/device.h"
 #include "shell/dump_search.h"
 #include "shell/file_watch.h"
@@ -106,6 +107,7 @@ constexpr EventRow events[] = {
     { "mnuRecentProject",   [](Shell& shell, int index) { mnuRecentProject_Click(shell, index); } },
     { "mnuLanguage",        [](Shell& shell, int) { mnuLanguage_Click(shell); } },
     { "mnuAbout",           [](Shell& shell, int) { mnuAbout_Click(shell); } },
+    { "mnuCopyCommandLine", [](Shell& shell, int) { mnuCopyCommandLine_Click(shell); } },
     { "TabStrip1",          [](Shell& shell, int) { TabStrip1_Click(shell); } },
     { "TabStrip2",          [](Shell& shell, int) { TabStrip2_Click(shell); } },
     { "vscFile",            [](Shell& shell, int index) { vscFile_Change(shell, index); } },

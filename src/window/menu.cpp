@@ -93,6 +93,8 @@ void make_menus(QMenuBar& bar, Shell& shell)
     QMenu* files = add_menu(bar, form.mnuTitle[3], 'F');
     add_recent(files, shell, form.mnuRecentTitle[0], form.mnuRecentFile);
     add_recent(files, shell, form.mnuRecentTitle[1], form.mnuRecentProject);
+    files->addSeparator();
+    add_command(files, shell, form.mnuCopyCommandLine);
     QMenu* tools = add_menu(bar, form.mnuTitle[0], 'T');
     add_tick(tools, shell, form.mnuProduction);
     QObject::connect(add_entry(tools, shell, form.mnuLog), &QAction::triggered, &bar,

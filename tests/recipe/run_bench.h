@@ -77,6 +77,7 @@ public:
             refusal = *one;
             return one->result ? class_of(*one->result).exit_code : 2;
         }
+        teller.begin({recipe.line.port_path, recipe.model, recipe.file, std::string(64, '0'), "", "desk"});
         FlashRun flash(loop, port, catalogue, teller);
         flash.on_chip_awaited = [this, &flash] {
             chip.power_off();

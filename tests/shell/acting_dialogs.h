@@ -28,6 +28,7 @@ struct ActingDialogs final : vrk::Dialogs {
     }
     void beep() override { }
     void set_busy(bool now_busy) override { busy = now_busy; }
+    void copy_text(const std::string&) override { }
 
 private:
     void stand()

@@ -1,4 +1,5 @@
-// The dump as one looks for something in it, and files that come by a drop or from the menu.
+// The dump as one looks for something in it, and files that come by a drop or from the menu. With VRK_PICTURES set
+// to a folder, the menu is saved there.
 #include "window_bench.h"
 
 #include "image/dump.h"
@@ -10,6 +11,7 @@
 #include "window/dump_pane.h"
 
 #include <QAction>
+#include <QClipboard>
 #include <QDropEvent>
 #include <QMenu>
 #include <QMimeData>
@@ -248,5 +250,27 @@ TEST(FileMenu, ShowsTheFilesOfBeforeAndOpensOne)
     bench.shell.running = true;
     emit list->aboutToShow();
     EXPECT_FALSE(newest->isEnabled());
+    bench.shell.running = false;
+}
+
+TEST(FileMenu, CopiesTheJobAsACommandLineForOtherProgramsToPaste)
+{
+    DumpBench bench;
+    const QString code = bench.file("one.bin", QByteArray(0x100, '1'));
+    open_path(bench.shell, code.toStdString());
+    auto* menu = bench.find<QMenu>("mnuTitle(3)");
+    emit menu->aboutToShow();
+    auto* copy = bench.find<QAction>("mnuCopyCommandLine");
+    EXPECT_EQ(copy->text(), "Copy as command line");
+    EXPECT_TRUE(menu->actions().contains(copy));
+    if (const QString folder = qEnvironmentVariable("VRK_PICTURES"); !folder.isEmpty())
+        menu->grab().save(folder + "/menu_file.png");
+    copy->trigger();
+    const QString line = QGuiApplication::clipboard()->text();
+    EXPECT_TRUE(line.startsWith("vrk flash ")) << line.toStdString();
+    EXPECT_TRUE(line.contains(code)) << line.toStdString();
+    bench.shell.running = true;
+    emit menu->aboutToShow();
+    EXPECT_FALSE(copy->isEnabled());
     bench.shell.running = false;
 }
