@@ -1,4 +1,5 @@
 // vrk log: the record of every chip.
+#include "vrk/books_refusal.h"
 #include "vrk/json_line.h"
 #include "vrk/subcommands.h"
 #include "vrk/talk_options.h"
@@ -35,12 +36,6 @@ ChipFilter filter_of(const LogOptions& options)
     return filter;
 }
 
-int refuse(const BooksFault& fault, const LogOptions& options)
-{
-    std::cerr << "vrk: " << fault_text(fault).in(speaks_english(options.talk)) << std::endl;
-    return class_of(Result::refused).exit_code;
-}
-
 void write_plain(const ChipRecord& record)
 {
     const std::string number = record.number.empty() ? record.data_number : record.number;
@@ -58,7 +53,7 @@ int list_hours(Books& books, const LogOptions& options)
 {
     const auto hours = books.hours(filter_of(options));
     if (hours.fault)
-        return refuse(*hours.fault, options);
+        return refuse_books(*hours.fault, options.talk);
     for (const HourTotal& hour : hours.value) {
         if (options.talk.json)
             write_json_line(std::cout, {{"hour", hour.hour}, {"good", hour.good}, {"bad", hour.bad}});
@@ -72,7 +67,7 @@ int list_chips(Books& books, const LogOptions& options)
 {
     const auto chips = books.chips(filter_of(options));
     if (chips.fault)
-        return refuse(*chips.fault, options);
+        return refuse_books(*chips.fault, options.talk);
     if (options.csv)
         std::cout << csv_head() << "\r\n";
     for (const ChipRecord& record : chips.value) {

@@ -1,4 +1,5 @@
 // vrk numbers: the numbers of the ledger that are in somebody's hands, and what becomes of one that is unsure.
+#include "vrk/books_refusal.h"
 #include "vrk/json_line.h"
 #include "vrk/subcommands.h"
 #include "vrk/talk_options.h"
@@ -23,12 +24,6 @@ struct NumbersOptions {
     bool of_eeprom = false;
 };
 
-int refuse(const BooksFault& fault, const NumbersOptions& options)
-{
-    std::cerr << "vrk: " << fault_text(fault).in(speaks_english(options.talk)) << std::endl;
-    return class_of(Result::refused).exit_code;
-}
-
 void write_row(const NumberRow& row, bool json)
 {
     const char* image = row.kind == BufferKind::code ? "code" : "eeprom";
@@ -46,7 +41,7 @@ int list(const NumbersOptions& options)
     SqlBooks books(options.ledger);
     const auto rows = books.numbers(options.order, options.all);
     if (rows.fault)
-        return refuse(*rows.fault, options);
+        return refuse_books(*rows.fault, options.talk);
     for (const NumberRow& row : rows.value)
         write_row(row, options.talk.json);
     std::cout.flush();
@@ -57,11 +52,11 @@ int settle(const NumbersOptions& options)
 {
     SqlBooks books(options.ledger);
     if (const auto fault = books.open()) // a station that was cut off may have told in a file how its chip ended
-        return refuse(*fault, options);
+        return refuse_books(*fault, options.talk);
     const SettleWish wish{options.order, options.of_eeprom ? BufferKind::data : BufferKind::code, options.number,
         number_state(options.state).value_or(NumberState::spent)};
     const auto fault = books.settle(wish);
-    return fault ? refuse(*fault, options) : status_good;
+    return fault ? refuse_books(*fault, options.talk) : status_good;
 }
 
 } // namespace

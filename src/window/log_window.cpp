@@ -13,7 +13,7 @@
 #include <QDialog>
 #include <QFile>
 #include <QFileDialog>
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -25,6 +25,7 @@
 #include <QValueAxis>
 
 #include <array>
+#include <memory>
 
 namespace vrk {
 
@@ -92,10 +93,10 @@ private:
 
     QLayout* make_wishes()
     {
-        auto* line = new QHBoxLayout;
+        auto* grid = new QGridLayout;
         for (std::size_t i = 0; i < fields_.size(); ++i) {
-            line->addWidget(new QLabel(word(wishes[i].label)));
-            line->addWidget(fields_[i] = new QLineEdit);
+            grid->addWidget(new QLabel(word(wishes[i].label)), 0, int(i));
+            grid->addWidget(fields_[i] = new QLineEdit, 1, int(i));
             fields_[i]->setAccessibleName(word(wishes[i].label));
             connect(fields_[i], &QLineEdit::returnPressed, this, [this] { look(); });
         }
@@ -103,7 +104,9 @@ private:
         result_->addItem(word(good_word), "good");
         result_->addItem(word(bad_word), "bad");
         result_->setAccessibleName(word(columns[1].head));
-        line->addWidget(result_);
+        constexpr int behind = int(std::size(wishes));
+        grid->addWidget(new QLabel(word(columns[1].head)), 0, behind);
+        grid->addWidget(result_, 1, behind);
         auto* shown = new QPushButton(word(show_it));
         shown->setObjectName("logShow");
         shown->setDefault(true);
@@ -111,9 +114,9 @@ private:
         exported->setAutoDefault(false);
         connect(shown, &QPushButton::clicked, this, [this] { look(); });
         connect(exported, &QPushButton::clicked, this, [this] { export_records(); });
-        line->addWidget(shown);
-        line->addWidget(exported);
-        return line;
+        grid->addWidget(shown, 1, behind + 1);
+        grid->addWidget(exported, 1, behind + 2);
+        return grid;
     }
 
     QTableWidget* make_table()
@@ -215,7 +218,7 @@ private:
         series->attachAxis(upward);
         chart->legend()->setAlignment(Qt::AlignRight);
         chart->setMargins({});
-        delete std::exchange(shown_chart_, chart);
+        const std::unique_ptr<QChart> before(chart_->chart());
         chart_->setChart(chart);
     }
 
@@ -246,7 +249,6 @@ private:
     QTableWidget* table_ = nullptr;
     QLabel* totals_ = new QLabel;
     QChartView* chart_ = new QChartView;
-    QChart* shown_chart_ = nullptr;
 };
 
 } // namespace

@@ -43,7 +43,7 @@ QGroupBox* make_number_frame(Binder& binder, const NumberControls& number)
     return frame;
 }
 
-// The books of a line, out of the way below the numbers.
+// The books of a line, beside the numbers.
 QGroupBox* make_line_frame(Binder& binder)
 {
     MainForm& form = binder.shell().form;
@@ -51,13 +51,15 @@ QGroupBox* make_line_frame(Binder& binder)
     auto* grid = new QGridLayout(frame);
     grid->setContentsMargins(6, 6, 6, 6);
     grid->addWidget(binder.check(form.cheLedger), 0, 0, 1, 2);
-    grid->addWidget(binder.check(form.cheRecord), 0, 2, 1, 2);
     grid->addWidget(binder.label(form.LabLine[0]), 1, 0);
     grid->addWidget(binder.line(form.texOrder), 1, 1);
-    grid->addWidget(binder.label(form.LabLine[1]), 1, 2);
-    grid->addWidget(binder.line(form.texStation), 1, 3);
-    grid->addWidget(binder.label(form.LabLine[2]), 2, 0);
-    grid->addWidget(binder.line(form.texLedger), 2, 1, 1, 3);
+    grid->addWidget(binder.check(form.cheRecord), 2, 0, 1, 2);
+    grid->addWidget(binder.label(form.LabLine[1]), 3, 0);
+    grid->addWidget(binder.line(form.texStation), 3, 1);
+    grid->addWidget(binder.label(form.LabLine[2]), 4, 0);
+    grid->addWidget(binder.line(form.texLedger), 4, 1);
+    grid->setColumnStretch(1, 1);
+    grid->setRowStretch(5, 1);
     return frame;
 }
 
@@ -80,8 +82,8 @@ QWidget* make_increase_page(Binder& binder)
     frames->addWidget(make_number_frame(binder,
         {form.frmDtat_FileIncrease, form.cheData_Auto_Increase, form.LabData_Auto_Increase, form.texData_Auto_Increase,
             form.optData_Auto_Increase}));
+    frames->addWidget(make_line_frame(binder));
     layout->addLayout(frames);
-    layout->addWidget(make_line_frame(binder));
     layout->addStretch(1);
     return page;
 }

@@ -2,22 +2,13 @@
 #pragma once
 
 #include "ledger/sql_books.h"
+#include "own_application.h"
 #include "own_folder.h"
 #include "production_line.h"
-
-#include <QCoreApplication>
 
 #include <cstdlib>
 
 namespace vrk {
-
-inline void have_application()
-{
-    static int argc = 1;
-    static char name[] = "test_line";
-    static char* argv[] = {name, nullptr};
-    static const QCoreApplication application(argc, argv);
-}
 
 struct LineBench : Bench {
     explicit LineBench(const char* model = "Juniper-8", bool english = true)

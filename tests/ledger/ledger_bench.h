@@ -4,8 +4,8 @@
 
 #include "ledger/ledger_address.h"
 #include "ledger/sql_books.h"
+#include "own_application.h"
 
-#include <QCoreApplication>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 
@@ -16,15 +16,6 @@
 #include <vector>
 
 namespace vrk {
-
-// The drivers are looked for by the program.
-inline void have_application()
-{
-    static int argc = 1;
-    static char name[] = "test_ledger";
-    static char* argv[] = {name, nullptr};
-    static const QCoreApplication application(argc, argv);
-}
 
 // A statement by a hand that goes round the books.
 inline void by_hand(const std::string& address, const char* statement)
