@@ -1,12 +1,12 @@
 #include "lanes/headless.h"
 
+#include "host/end_signals.h"
 #include "lanes/texts.h"
 
 #include <QCoreApplication>
 #include <QTimer>
 
 #include <algorithm>
-#include <csignal>
 #include <iostream>
 #include <memory>
 #include <vector>
@@ -15,10 +15,8 @@ namespace vrk::lanes {
 
 namespace {
 
-constexpr int look_ms = 50; // for an interrupt
+constexpr int look_ms = 50; // whether all have ended
 constexpr int interrupted_status = 130;
-
-volatile std::sig_atomic_t interrupted = 0;
 
 // One line for a change of what a worker would see.
 void tell(const LaneProcess& process, const QString& port, const Lane& before, bool english)
@@ -50,19 +48,17 @@ int run_headless(const LineTerms& terms, const QStringList& ports)
             before = lane.lane();
         };
     }
-    interrupted = 0;
-    for (const int signal : {SIGINT, SIGTERM})
-        std::signal(signal, [](int) { interrupted = 1; });
+    bool interrupted = false;
+    const EndSignals signals([&] {
+        interrupted = true;
+        for (const auto& lane : lanes)
+            lane->stop();
+    });
     for (int i = 0; i < ports.size(); ++i)
         lanes[static_cast<std::size_t>(i)]->start(ports[i]);
 
     QTimer timer;
-    bool stopping = false;
     QObject::connect(&timer, &QTimer::timeout, [&] {
-        if (interrupted != 0 && !std::exchange(stopping, true)) {
-            for (const auto& lane : lanes)
-                lane->stop();
-        }
         if (std::none_of(lanes.begin(), lanes.end(), [](const auto& lane) { return lane->lane().runs; }))
             QCoreApplication::quit();
     });
@@ -70,7 +66,7 @@ int run_headless(const LineTerms& terms, const QStringList& ports)
     QCoreApplication::exec();
     const bool all_well = std::none_of(
         lanes.begin(), lanes.end(), [](const auto& lane) { return lane->lane().state == VerdictState::not_done; });
-    return stopping ? interrupted_status : all_well ? 0 : 1;
+    return interrupted ? interrupted_status : all_well ? 0 : 1;
 }
 
 } // namespace vrk::lanes

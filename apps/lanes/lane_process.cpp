@@ -3,6 +3,7 @@
 #include <QSysInfo>
 
 #include <csignal>
+#include <sys/prctl.h>
 
 namespace vrk::lanes {
 
@@ -25,6 +26,8 @@ LaneProcess::LaneProcess(const LineTerms& terms, int number)
     : terms_(terms)
     , number_(number)
 {
+    // Without anybody who shows what becomes of its chips a lane is to stop, whatever has ended this program.
+    process_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGINT); });
     connect(&process_, &QProcess::readyReadStandardOutput, this, [this] { read(); });
     connect(&process_, &QProcess::readyReadStandardError, this, [this] {
         for (const QByteArray& line : process_.readAllStandardError().split('\n'))

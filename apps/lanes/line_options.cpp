@@ -35,7 +35,7 @@ std::optional<LineTerms> terms_of(const LineOptions& options, bool english, cons
 {
     LineTerms terms;
     terms.job = QFileInfo(QString::fromStdString(options.job)).absoluteFilePath();
-    if (sha256_of_file(terms.job).isEmpty()) {
+    if (sha256_of_file(terms.job.toStdString()).empty()) {
         std::cerr << options.job << " cannot be read" << std::endl;
         return std::nullopt;
     }

@@ -32,7 +32,7 @@ bool is_at_work(const std::unique_ptr<Tile>& tile)
 LineWindow::LineWindow(const LineTerms& terms, SettingsStore& settings, int lanes, const QStringList& ports)
     : terms_(terms)
     , settings_(settings)
-    , job_hash_(sha256_of_file(terms.job))
+    , job_hash_(sha256_of_file(terms.job.toStdString()))
     , grid_(new QGridLayout)
     , job_(new QLabel)
     , totals_(new QLabel)
@@ -64,9 +64,10 @@ LineWindow::LineWindow(const LineTerms& terms, SettingsStore& settings, int lane
 void LineWindow::make_head()
 {
     const bool english = terms_.english;
-    job_->setText(said(english, job_text)
-                      .arg(QFileInfo(terms_.job).fileName(), QString::fromLatin1(job_hash_.left(shown_digits))));
-    job_->setToolTip(terms_.job + "\n" + QString::fromLatin1(job_hash_));
+    job_->setText(
+        said(english, job_text)
+            .arg(QFileInfo(terms_.job).fileName(), QString::fromStdString(job_hash_.substr(0, shown_digits))));
+    job_->setToolTip(terms_.job + "\n" + QString::fromStdString(job_hash_));
     job_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto* start = new QPushButton(said(english, start_all_text));
     auto* stop = new QPushButton(said(english, stop_all_text));
@@ -143,7 +144,7 @@ void LineWindow::store_ports()
 
 bool LineWindow::job_is_unchanged()
 {
-    const bool unchanged = !job_hash_.isEmpty() && sha256_of_file(terms_.job) == job_hash_;
+    const bool unchanged = !job_hash_.empty() && sha256_of_file(terms_.job.toStdString()) == job_hash_;
     if (!unchanged) {
         message_->setText(said(terms_.english, changed_job_text));
         message_->show();

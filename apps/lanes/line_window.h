@@ -42,7 +42,7 @@ private:
     SettingsStore& settings_;
     QtPorts ports_;
     Tones tones_;
-    QByteArray job_hash_;
+    std::string job_hash_;
     std::vector<std::unique_ptr<Tile>> tiles_;
     QGridLayout* grid_;
     int columns_ = 0;

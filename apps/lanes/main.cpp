@@ -3,6 +3,7 @@
 #include "lanes/line_options.h"
 #include "lanes/line_window.h"
 
+#include "host/end_signals.h"
 #include "host/qt_settings.h"
 #include "host/qt_words.h"
 #include "shell/language.h"
@@ -59,6 +60,10 @@ int main(int argc, char** argv)
     const QtWords words(english);
     const QStringList ports = lanes::ports_of(options);
     lanes::LineWindow window(*terms, settings, how_many(wanted, ports, settings), ports);
+    const EndSignals signals([&window] {
+        window.stop_all();
+        QApplication::quit();
+    });
     window.showMaximized(); // read from three metres
     return QApplication::exec();
 }

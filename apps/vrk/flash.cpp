@@ -6,7 +6,6 @@
 #include "vrk/subcommands.h"
 
 #include "catalog/ranges.h"
-#include "host/sha256.h"
 #include "ledger/sql_books.h"
 #include "recipe/prepare.h"
 
@@ -31,8 +30,9 @@ struct FlashOptions {
 
 RunBegin begin_of(const Batch& batch, const FlashOptions& options)
 {
-    return {batch.line.port_path, batch.model.mcu_name, options.recipe.recipe.file, image_sha256(batch.code),
-        batch.data.loaded ? image_sha256(batch.data) : std::string{}, options.station};
+    const ImageSums sums = sums_of(batch);
+    return {
+        batch.line.port_path, batch.model.mcu_name, options.recipe.recipe.file, sums.code, sums.data, options.station};
 }
 
 LineWishes wishes_of(const Batch& batch, const FlashOptions& options)

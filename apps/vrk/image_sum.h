@@ -1,19 +1,24 @@
-// By what an image is known in what is told of a run.
+// By what images are known in what is told of a run: the same as in the record of each chip.
 #pragma once
 
-#include "host/sha256.h"
-#include "image/file_buffer.h"
+#include "bookkeeping/chip_in_books.h"
+#include "link/seal_job.h"
+#include "recipe/batch.h"
 
-#include <algorithm>
 #include <string>
 
 namespace vrk {
 
-// SHA-256 of the bytes from 0 to the last one that a file or a project has brought.
-inline std::string image_sha256(const FileBuffer& buffer)
+struct ImageSums {
+    std::string code;
+    std::string data; // empty: there is none
+};
+
+inline ImageSums sums_of(const Batch& batch)
 {
-    const std::int32_t last = std::clamp(buffer.view_high, -1, buffer.last());
-    return sha256_hex({buffer.data.data(), static_cast<std::size_t>(last + 1)});
+    const auto numbers = stamped_numbers(batch.model, {batch.code, batch.code_number}, {batch.data, batch.data_number});
+    return {image_sha256(image_of(batch.code), numbers, 0),
+        image_sha256(image_of(batch.data), numbers, batch.model.eeprom_first)};
 }
 
 } // namespace vrk

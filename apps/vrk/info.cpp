@@ -125,7 +125,7 @@ int tell_model(const InfoOptions& options, bool english)
     const Result result = refused != nullptr ? *refused->result : Result::good;
     if (refused != nullptr && !refused->why.in(english).empty())
         boxes.said.push_back(refused->why.in(english));
-    const std::string sha256 = batch == nullptr ? std::string{} : image_sha256(batch->code);
+    const std::string sha256 = batch == nullptr ? std::string{} : sums_of(*batch).code;
     if (options.talk.json) {
         write_json_line(std::cout,
             {{"model", options.model}, {"result", word_of(result)}, {"said", boxes.said},
