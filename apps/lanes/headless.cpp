@@ -49,7 +49,7 @@ int run_headless(const LineTerms& terms, const QStringList& ports)
         };
     }
     bool interrupted = false;
-    const EndSignals signals([&] {
+    const EndSignals ended_from_outside([&] {
         interrupted = true;
         for (const auto& lane : lanes)
             lane->stop();

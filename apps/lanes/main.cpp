@@ -60,7 +60,7 @@ int main(int argc, char** argv)
     const QtWords words(english);
     const QStringList ports = lanes::ports_of(options);
     lanes::LineWindow window(*terms, settings, how_many(wanted, ports, settings), ports);
-    const EndSignals signals([&window] {
+    const EndSignals ended_from_outside([&window] {
         window.stop_all();
         QApplication::quit();
     });

@@ -24,14 +24,17 @@
 #include <QVBoxLayout>
 #include <QValueAxis>
 
+#include <algorithm>
 #include <array>
 #include <memory>
+#include <span>
 
 namespace vrk {
 
 namespace {
 
 constexpr int rows_shown = 1000; // of the newest; totals and exports have all
+constexpr std::size_t hours_shown = 48; // of the newest with chips in them
 constexpr int least_chart_height = 160;
 
 // clang-format off
@@ -188,8 +191,9 @@ private:
         totals_->setText(text);
     }
 
-    void show_chart(const std::vector<HourTotal>& hours)
+    void show_chart(std::span<const HourTotal> all_hours)
     {
+        const auto hours = all_hours.last(std::min(hours_shown, all_hours.size()));
         auto* good = new QBarSet(word(good_word));
         auto* bad = new QBarSet(word(bad_word));
         good->setColor(QColor(0x2E, 0x7D, 0x32));
