@@ -54,6 +54,7 @@ int flash_at(Place& place, Teller& teller, const Recipe& wanted, const FlashOpti
     recipe.line = options.talk.line;
     recipe.line.port_path = place.port_path;
     recipe.english = speaks_english(options.talk);
+    recipe.numbers_are_kept = options.keeps_books;
     static McuTable catalogue;
     load_mcu_tables(catalogue, false);
     auto prepared = prepare(recipe, catalogue, teller);

@@ -277,7 +277,7 @@ std::optional<NumberWish> number_of_project(const std::vector<ProjectValue>& val
 }
 
 // The number that stands in a project was next when it was saved. Who runs it twice would give it twice, so it has to
-// be told.
+// be told, unless books are kept of the numbers.
 Checked take_project_numbers(const Recipe& recipe, const std::vector<ProjectValue>& values, Batch& batch)
 {
     for (const NumberKeys& keys : number_keys) {
@@ -290,9 +290,10 @@ Checked take_project_numbers(const Recipe& recipe, const std::vector<ProjectValu
             return wrong_words(no_number);
         if (!wish)
             continue;
-        if (!is_told || !told->next)
+        if (is_told && told->next)
+            wish->next = told->next;
+        else if (!recipe.numbers_are_kept)
             return Refusal{Result::number_refused, next_wanted};
-        wish->next = told->next;
         if (const auto fault = take_wish(*wish, number_of(batch, keys.kind)))
             return Refusal{Result::number_refused, *fault};
         if (auto refused = put_in_use(batch, keys.kind))

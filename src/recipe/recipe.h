@@ -36,6 +36,7 @@ struct Recipe {
     std::string eeprom_start = "0";
     std::vector<OptionWish> options;
     std::vector<NumberWish> numbers; // at most one a buffer
+    bool numbers_are_kept = false; // books know which is next: what stands in a project only begins an order
     LineChoice line;
 };
 

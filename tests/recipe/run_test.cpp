@@ -133,6 +133,17 @@ TEST(CommandLineRun, RefusesANumberThatDoesNotFit)
     expect_refusal(bench, Result::number_refused, bench.run());
 }
 
+TEST(CommandLineRun, TakesAProjectsOwnNumberOnlyWhereBooksAreKeptOfIt)
+{
+    RunBench bench("Juniper-8");
+    bench.recipe.model.clear();
+    bench.recipe.file = std::string(PROJECT_DIR) + "/examples/projects/production.VRK";
+    expect_refusal(bench, Result::number_refused, bench.run());
+    bench.recipe.numbers_are_kept = true;
+    EXPECT_EQ(bench.run(), 0);
+    EXPECT_EQ(bench.chip.flash(0x1FC, 0x1FF), (std::vector<std::uint8_t>{0, 0, 0x10, 0}));
+}
+
 TEST(CommandLineRun, TakesNoWordForAnotherOne)
 {
     RunBench bench("Juniper-60Q");
