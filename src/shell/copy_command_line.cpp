@@ -1,6 +1,6 @@
 #include "shell/copy_command_line.h"
 
-#include "form/main_form.h"
+#include "form/named_controls.h"
 
 #include "shell/buffer_view.h"
 #include "shell/make_job.h"
@@ -61,7 +61,7 @@ std::vector<OptionWish> turned_options(Shell& shell, const Job& job)
     const OptionSheet defaults(shell.selected, shell.language_is_english);
     std::optional<std::string> pin;
     if (job.watchdog_pin)
-        pin = shell.form.comb_WDT.text();
+        pin = NamedControls{shell.controls}.list("comb_WDT").text();
     std::vector<OptionWish> wishes;
     for (const auto& [name, choice] : defaults.turned(read_option_choices(shell), pin, job.rc_target_mhz))
         wishes.push_back({name, choice});
@@ -80,7 +80,7 @@ Recipe recipe_on_screen(Shell& shell)
     add_number(shell.code_increase, in_project, recipe.numbers);
     add_number(shell.data_increase, in_project, recipe.numbers);
     if (in_project) {
-        recipe.file = trimmed(shell.form.texBatchFileName.text());
+        recipe.file = trimmed(NamedControls{shell.controls}.text_box("texBatchFileName").text());
         return recipe;
     }
     recipe.file = shell.loader.code_path;

@@ -1,6 +1,6 @@
 #include "shell/rc_boxes.h"
 
-#include "form/main_form.h"
+#include "form/named_controls.h"
 
 #include "catalog/attributes.h"
 #include "options/rc_setting.h"
@@ -11,6 +11,11 @@
 namespace vrk {
 
 namespace {
+
+ComboBox& rc_list(const Shell& shell, int index)
+{
+    return NamedControls{shell.controls}.list("com_RC_frequency", index);
+}
 
 constexpr std::size_t wanted_box = 0;
 constexpr std::size_t test_box = 5;
@@ -33,14 +38,14 @@ bool fits(Shell& shell, const std::string& text)
 
 void fill_low_voltage_list(Shell& shell, int default_index)
 {
-    shell.form.com_RC_frequency[4].set_items(low_voltage_items(shell.selected));
-    shell.form.com_RC_frequency[4].choose(default_index);
+    rc_list(shell, 4).set_items(low_voltage_items(shell.selected));
+    rc_list(shell, 4).choose(default_index);
 }
 
 void sync_rc_divider(Shell& shell)
 {
-    const int band = shell.form.com_RC_frequency[1].index_chosen();
-    shell.form.com_RC_frequency[3].choose(rc_divider_of_band(band));
+    const int band = rc_list(shell, 1).index_chosen();
+    rc_list(shell, 3).choose(rc_divider_of_band(band));
     arm_save(shell);
 }
 
@@ -49,9 +54,9 @@ bool rc_frequencies_fit(Shell& shell)
 {
     if (!series_is_15_16(shell.selected.series))
         return true;
-    const ComboBox& wanted = shell.form.com_RC_frequency[wanted_box];
+    const ComboBox& wanted = rc_list(shell, wanted_box);
     const bool names_none = trimmed(wanted.text()).empty() || wanted.index_chosen() == 0;
-    return (names_none || fits(shell, wanted.text())) && fits(shell, shell.form.com_RC_frequency[test_box].text());
+    return (names_none || fits(shell, wanted.text())) && fits(shell, rc_list(shell, test_box).text());
 }
 
 void com_RC_frequency_Click(Shell& shell) { sync_rc_divider(shell); }

@@ -2,7 +2,7 @@
 // both are kept there as pictures.
 #include "window_bench.h"
 
-#include "form/main_form.h"
+#include "form/named_controls.h"
 #include "ledger/sql_books.h"
 #include "shell/panel_state.h"
 
@@ -39,7 +39,7 @@ TEST(LogWindow, ShowsTheChipsTheYieldAndWhatIsLookedFor)
     WindowBench bench("/dev/null");
     EXPECT_FALSE(bench.find<QWidget>("cheLedger")->isEnabled()) << "a program without books";
     bench.shell.books = &books;
-    bench.shell.form.texLedger.set_text(folder.filePath("ledger.sqlite").toStdString());
+    bench.form.text_box("texLedger").set_text(folder.filePath("ledger.sqlite").toStdString());
     bench.find<QAction>("mnuLog")->trigger();
     auto* log = bench.find<QDialog>("LogWindow");
     ASSERT_NE(log, nullptr);
@@ -71,7 +71,7 @@ TEST(LineBoxes, LieBelowTheNumbersAndAskForTheLedger)
     SqlBooks books(folder.filePath("ledger.sqlite").toStdString());
     WindowBench bench("/dev/null");
     bench.shell.books = &books;
-    bench.shell.form.texLedger.set_text(folder.filePath("ledger.sqlite").toStdString());
+    bench.form.text_box("texLedger").set_text(folder.filePath("ledger.sqlite").toStdString());
     show_panel_state(bench.shell);
     auto* tabs = bench.find<QTabBar>("TabStrip1");
     tabs->setCurrentIndex(4);
@@ -81,9 +81,9 @@ TEST(LineBoxes, LieBelowTheNumbersAndAskForTheLedger)
     for (const char* box : {"cheRecord", "cheLedger"}) // on the box itself: its line is longer than its words
         QTest::mouseClick(
             bench.find<QWidget>(box), Qt::LeftButton, {}, QPoint(10, bench.find<QWidget>(box)->height() / 2));
-    EXPECT_TRUE(bench.shell.form.cheLedger.value());
-    EXPECT_TRUE(bench.shell.form.cheRecord.value());
-    EXPECT_EQ(bench.shell.form.texOrder.text(), "pump");
+    EXPECT_TRUE(bench.form.check_box("cheLedger").value());
+    EXPECT_TRUE(bench.form.check_box("cheRecord").value());
+    EXPECT_EQ(bench.form.text_box("texOrder").text(), "pump");
     if (const QString pictures = qEnvironmentVariable("VRK_PICTURES"); !pictures.isEmpty())
         bench.window->grab().save(pictures + "/line.png");
 }
