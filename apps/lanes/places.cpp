@@ -5,11 +5,10 @@
 
 namespace vrk::lanes {
 
-QString place_of(const QString& device)
+QString place_of(const QString& device, const QString& places)
 {
     const QString target = QFileInfo(device).canonicalFilePath();
-    const QDir places("/dev/serial/by-path");
-    for (const QFileInfo& place : places.entryInfoList(QDir::Files | QDir::System, QDir::Name)) {
+    for (const QFileInfo& place : QDir(places).entryInfoList(QDir::Files | QDir::System, QDir::Name)) {
         if (!target.isEmpty() && place.canonicalFilePath() == target)
             return place.filePath();
     }

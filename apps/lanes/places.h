@@ -6,7 +6,7 @@
 
 namespace vrk::lanes {
 
-// The name of the place (by-path) that leads to the device; the device itself where it has none.
-QString place_of(const QString& device);
+// The name of the place that leads to the device, by the system's list of places; the device itself where it has none.
+QString place_of(const QString& device, const QString& places = "/dev/serial/by-path");
 
 } // namespace vrk::lanes
