@@ -8,6 +8,7 @@
 #include "shell/open_path.h"
 #include "shell/settings.h"
 #include "shell/start_up.h"
+#include "window/both_languages.h"
 #include "window/colors.h"
 #include "window/debug_pages.h"
 #include "window/dump_view.h"
@@ -110,6 +111,10 @@ MainWindow::MainWindow(Shell& shell)
     halves->setStretchFactor(1, 4);
     for (const QGroupBox* frame : findChildren<QGroupBox*>())
         frame->layout()->setContentsMargins(2 * margin, margin, 2 * margin, margin);
+    const Frame* const fixed[] = {
+        &shell_.form.FrameX[0], &shell_.form.FrameX[1], &shell_.form.FrameX[2], &shell_.form.FrameX[4]};
+    for (const Frame* frame : fixed)
+        keep_room_for_both(shell_, *findChild<QWidget*>(to_qt(frame->full_name())));
     tie_keys(*this);
     give_spoken_names(binder_, *this);
     take_stored_place();
@@ -417,6 +422,7 @@ QWidget* MainWindow::make_beeps()
     grid->addLayout(delay, 0, 0);
     grid->addWidget(binder_.check(shell_.form.cekReloadFile), 1, 0);
     grid->addWidget(binder_.check(shell_.form.cekReloadFileWhileFileChange), 2, 0);
+    keep_room_for_both(shell_, *beeps);
     return beeps;
 }
 
