@@ -194,7 +194,7 @@ constexpr CaptionRow captions[] = {
     { "comDebugHelp",                   0, { "帮助", "Help" } },
     { "comDebugHelp",                   1, { "帮助", "Help" } },
     { "comDebugHelp",                   2, { "帮助", "Help" } },
-    { "che_DebugTime",                 -1, { "每行前加时间", "Time before each line" } },
+    { "che_DebugTime",                 -1, { "每行前加时间", "Time per line" } },
     { "optDebugLog",                    0, { "原始字节", "Bytes" } },
     { "optDebugLog",                    1, { "文本加时间", "Lines with time" } },
     { "comDebugFind",                  -1, { "查找", "Find" } },

@@ -5,7 +5,6 @@
 
 #include <QGridLayout>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace vrk {
@@ -90,7 +89,8 @@ QWidget* make_board_page(Binder& binder)
     lamps->setObjectName("lampTable");
     lamps->setWidget(table);
     lamps->setFrameShape(QFrame::NoFrame);
-    lamps->setMinimumWidth(table->sizeHint().width() + lamps->verticalScrollBar()->sizeHint().width());
+    lamps->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // its width counts in what the table would like
+    lamps->setMinimumWidth(table->sizeHint().width() / 3); // the lamps; on a small screen what they mean scrolls
     auto* meaning = new QVBoxLayout;
     meaning->addWidget(binder.label(form.labTJXZ[2]));
     meaning->addWidget(lamps, 1);
