@@ -224,7 +224,7 @@ inline const std::vector<ChecklistRow>& checklist()
     { "comSendUserCode",               single, single, Kind::Button,       "1000", shown, { "发送自定义命令并下载", "Send Command and Download" } },
     { "comHelp",                            0,      0, Kind::Button,       "1111", shown, { "帮助", "Help" } },
     { "comHelp",                            1,      1, Kind::Button,       "1111", shown, { "冷启动?", "Cold start?" } },
-    { "cekReloadFileWhileFileChange1", single, single, Kind::CheckBox,     "1111", shown, { "当目标代码发生变化后自动调入文件, 并立即发送自定义下载命令", "Reload the file when it changes, and send the command at once" } },
+    { "cekReloadFileWhileFileChange1", single, single, Kind::CheckBox,     "1111", shown, { "当目标代码发生变化后自动调入文件,并立即发送自定义下载命令", "Reload the file when it changes, and send the command at once" } },
     { "cobUserCodeBaud",               single, single, Kind::ComboBox,     "1111", shown, { "", "" } },
     { "cobUserCodeParity",             single, single, Kind::ComboBox,     "1111", shown, { "", "" } },
     { "cobUserCodeDataBits",           single, single, Kind::ComboBox,     "1111", shown, { "", "" } },

@@ -141,7 +141,7 @@ constexpr CaptionRow captions[] = {
     { "comSendUserCode",               -1, { "发送自定义命令并下载", "Send Command and Download" } },
     { "comHelp",                        0, { "帮助", "Help" } },
     { "comHelp",                        1, { "冷启动?", "Cold start?" } },
-    { "cekReloadFileWhileFileChange1", -1, { "当目标代码发生变化后自动调入文件, 并立即发送自定义下载命令",
+    { "cekReloadFileWhileFileChange1", -1, { "当目标代码发生变化后自动调入文件,并立即发送自定义下载命令",
                                              "Reload the file when it changes, and send the command at once" } },
     { "Frame11",                       -1, { " ISP DEMO 是下载示例程序", " ISP DEMO is an example of a downloader" } },
     { "com_Demo_DownLoad",             -1, { "下载", "Download" } },

@@ -25,7 +25,7 @@ template <typename Widget> void keep_room(Widget& widget, const Text* caption)
         }
     }
     widget.setText(shown);
-    widget.setMinimumSize(least.expandedTo(room));
+    widget.setMinimumSize(least.expandedTo(room).boundedTo(widget.maximumSize())); // a narrow button stays narrow
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "shell/open_path.h"
 #include "shell/settings.h"
 #include "shell/start_up.h"
+#include "shell/window_words.h"
 #include "window/both_languages.h"
 #include "window/colors.h"
 #include "window/debug_pages.h"
@@ -48,9 +49,6 @@ constexpr int margin = 5; // 1024 by 768 pixels are to be enough for both halves
 constexpr int least_report_lines = 5;
 constexpr QSize frame_about_it(16, 44); // of a window manager, which makes it after the window has its size
 constexpr auto close_question = "closeQuestion";
-
-constexpr Text stop_and_close = {"正在对单片机进行操作，现在退出可能使单片机中的程序不完整。\n停止并退出吗?",
-    "A chip is being worked on. Leaving now may leave it without a whole program.\nStop and leave?"};
 
 QLabel* right_aligned(QLabel* label, int characters)
 {
