@@ -197,8 +197,7 @@ QWidget* make_monitor_page(
     Binder& binder, Frame& frame, int row, std::initializer_list<QVBoxLayout*> lists, QWidget* below = nullptr)
 {
     MainForm& form = binder.shell().form;
-    QLabel* caption = nullptr;
-    QWidget* page = binder.page(frame, caption);
+    QWidget* page = binder.page(frame);
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(0, 0, 0, 0);
     auto* columns = new QHBoxLayout;
@@ -219,8 +218,7 @@ QWidget* make_monitor_page(
 QWidget* make_terminal_page(Binder& binder)
 {
     MainForm& form = binder.shell().form;
-    QLabel* caption = nullptr;
-    QWidget* page = binder.page(form.fraDebug, caption);
+    QWidget* page = binder.page(form.fraDebug);
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(gap);

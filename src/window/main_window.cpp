@@ -384,10 +384,8 @@ QWidget* MainWindow::make_option_page()
 {
     QLabel* caption = nullptr;
     QWidget* page = binder_.page(shell_.form.Frame12, caption);
-    auto* stack = new QVBoxLayout(page);
-    stack->setContentsMargins(0, 0, 0, 0);
+    QVBoxLayout* stack = stack_on(page, caption);
     stack->setSpacing(strip_spacing);
-    stack->addWidget(caption);
     option_panel_.fill_lower(stack);
     stack->addStretch(1);
     return page;
@@ -395,8 +393,7 @@ QWidget* MainWindow::make_option_page()
 
 QWidget* MainWindow::make_check_page()
 {
-    QLabel* caption = nullptr;
-    QWidget* page = binder_.page(shell_.form.Frame4, caption);
+    QWidget* page = binder_.page(shell_.form.Frame4);
     auto* stack = new QVBoxLayout(page);
     stack->setContentsMargins(0, 0, 0, 0);
     stack->setSpacing(strip_spacing);
@@ -429,9 +426,7 @@ QWidget* MainWindow::make_buffer_page(int index)
     const bool code = index == 0;
     QLabel* caption = nullptr;
     QWidget* page = binder_.page(code ? shell_.form.Frame7 : shell_.form.frmDataFlash, caption);
-    auto* layout = new QVBoxLayout(page);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(caption);
+    QVBoxLayout* layout = stack_on(page, caption);
     dumps_.push_back(new DumpView(binder_, index));
     layout->addWidget(dumps_.back(), 1);
     layout->addWidget(make_search_row(binder_, index));

@@ -31,14 +31,6 @@ QHBoxLayout* make_line(Binder& binder, Label* labels, const LineLists& lists)
     return row;
 }
 
-QVBoxLayout* stack_on(QWidget* page, QLabel* caption)
-{
-    auto* stack = new QVBoxLayout(page);
-    stack->setContentsMargins(0, 0, 0, 0);
-    stack->addWidget(caption);
-    return stack;
-}
-
 } // namespace
 
 QWidget* make_user_command_page(Binder& binder)
