@@ -3,6 +3,8 @@
 #include "shell/help_texts.h"
 #include "shell/messages.h"
 
+#include <algorithm>
+
 namespace vrk {
 
 namespace {
@@ -38,11 +40,11 @@ constexpr CaptionRow captions[] = {
     { "comOtherPort",                  -1, { "其它...", "Other..." } },
     { "comLoadFile",                   -1, { "打开程序文件", "Open Code File" } },
     { "comLoadDataFile",               -1, { "打开 EEPROM 文件", "Open EEPROM File" } },
-    { "cheClearAP_Buffer",             -1, { "打开文件前清0缓冲", "Clear buffer before opening a file" } },
-    { "cheClearDataBuffer",            -1, { "打开文件前清0缓冲", "Clear buffer before opening a file" } },
+    { "cheClearAP_Buffer",             -1, { "打开文件前清0缓冲", "Clear buffer first" } },
+    { "cheClearDataBuffer",            -1, { "打开文件前清0缓冲", "Clear buffer first" } },
     { "LabMaxBaud",                    -1, { "最高波特率:", "Max Baud:" } },
     { "Label4",                        -1, { "最低波特率:", "Min Baud:" } },
-    { "cheTL",                         -1, { "固定 115200 连接 (TL)", "Connect at fixed 115200 (TL)" } },
+    { "cheTL",                         -1, { "固定 115200 连接 (TL)", "Fixed 115200 (TL)" } },
     { "Lab_485_pin",                   -1, { "485收发控制:", "RS-485 direction:" } },
     { "Lab__485_logic",                -1, { "控制逻辑:", "Logic:" } },
     { "opt_485_pin",                    0, { "无485", "No RS-485" } },
@@ -146,7 +148,7 @@ constexpr CaptionRow captions[] = {
     { "comSendUserCode",               -1, { "发送自定义命令并下载", "Send Command and Download" } },
     { "comHelp",                        0, { "帮助", "Help" } },
     { "comHelp",                        1, { "冷启动?", "Cold start?" } },
-    { "cekReloadFileWhileFileChange1", -1, { "当目标代码发生变化后自动调入文件, 并立即发送自定义下载命令",
+    { "cekReloadFileWhileFileChange1", -1, { "当目标代码发生变化后自动调入文件,并立即发送自定义下载命令",
                                              "Reload the file when it changes, and send the command at once" } },
     { "Frame11",                       -1, { " ISP DEMO 是下载示例程序", " ISP DEMO is an example of a downloader" } },
     { "com_Demo_DownLoad",             -1, { "下载", "Download" } },
@@ -200,7 +202,7 @@ constexpr CaptionRow captions[] = {
     { "comDebugHelp",                   0, { "帮助", "Help" } },
     { "comDebugHelp",                   1, { "帮助", "Help" } },
     { "comDebugHelp",                   2, { "帮助", "Help" } },
-    { "che_DebugTime",                 -1, { "每行前加时间", "Time before each line" } },
+    { "che_DebugTime",                 -1, { "每行前加时间", "Time per line" } },
     { "optDebugLog",                    0, { "原始字节", "Bytes" } },
     { "optDebugLog",                    1, { "文本加时间", "Lines with time" } },
     { "comDebugFind",                  -1, { "查找", "Find" } },
@@ -254,6 +256,13 @@ void apply_captions(Shell& shell)
         if (auto* box = dynamic_cast<TextBox*>(shell.controls.find(row.control, row.index)))
             box->set_text(in_language(shell, row.caption));
     }
+}
+
+const Text* caption_of(const Shell& shell, const Control& control)
+{
+    const auto found = std::ranges::find_if(
+        captions, [&](const CaptionRow& row) { return shell.controls.find(row.control, row.index) == &control; });
+    return found != std::end(captions) ? &found->caption : nullptr;
 }
 
 } // namespace vrk

@@ -15,7 +15,6 @@
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <QToolButton>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -164,6 +163,14 @@ QHBoxLayout* row_of(std::initializer_list<QWidget*> widgets)
     for (QWidget* widget : widgets)
         row->addWidget(widget);
     return row;
+}
+
+QVBoxLayout* stack_on(QWidget* page, QLabel* head)
+{
+    auto* stack = new QVBoxLayout(page);
+    stack->setContentsMargins(0, 0, 0, 0);
+    stack->addWidget(head);
+    return stack;
 }
 
 Binder::Binder(Shell& shell)
@@ -397,6 +404,13 @@ QGroupBox* Binder::frame(Frame& control)
     auto* widget = new QGroupBox;
     widget->installEventFilter(this);
     bind(control, widget, [&control, widget] { widget->setTitle(to_qt(control.caption())); });
+    return widget;
+}
+
+QWidget* Binder::page(Frame& control)
+{
+    auto* widget = new QWidget;
+    bind(control, widget, [] {});
     return widget;
 }
 

@@ -20,6 +20,7 @@
 #include <QScrollBar>
 #include <QTabBar>
 #include <QTimer>
+#include <QVBoxLayout>
 
 #include <functional>
 #include <unordered_map>
@@ -44,7 +45,8 @@ public:
     QRadioButton* option(OptionButton& control);
     QComboBox* list(ComboBox& control);
     QGroupBox* frame(Frame& control); // its caption is the title; a click in it is the frame's click
-    QWidget* page(Frame& control, QLabel*& caption); // no border: a page of a tab strip, captioned by a line on top
+    QWidget* page(Frame& control); // no border: a page of a tab strip
+    QWidget* page(Frame& control, QLabel*& caption); // the same, with its caption for a line on top
     QTabBar* tabs(TabStrip& control);
     QProgressBar* progress(ProgressBar& control);
     QScrollBar* scroll(ScrollBar& control);
@@ -87,5 +89,6 @@ int pixels(float in_units); // of a place in the window, see WindowPlace
 float units(int in_pixels);
 
 QHBoxLayout* row_of(std::initializer_list<QWidget*> widgets); // side by side
+QVBoxLayout* stack_on(QWidget* page, QLabel* head); // on the whole page, beginning with its head
 
 } // namespace vrk

@@ -59,13 +59,13 @@ QWidget* make_line_settings(Binder& binder)
     auto* open = row_of({binder.button(form.comOpenCOM[0]), binder.lamp(form.imgOpen, "\u25CF", "#2e9e44"),
         binder.lamp(form.imgNotOpen, "\u25CB", "#808080")});
     open->addStretch(1);
-    open->addWidget(binder.button(form.comDebugHelp[0]));
     grid->addLayout(open, 0, 6);
+    grid->addWidget(binder.button(form.comDebugHelp[0]), 1, 6, Qt::AlignLeft);
     auto* lines = row_of({binder.label(form.labDebugPort), binder.check(form.che_DebugDTR),
         binder.check(form.che_DebugRTS), binder.label(form.labDebugLines)});
     lines->insertSpacing(1, 2 * gap);
     lines->addStretch(1);
-    grid->addLayout(lines, 1, 6);
+    grid->addLayout(lines, 2, 0, 1, 7);
     grid->setColumnStretch(6, 1);
     return settings;
 }
@@ -197,8 +197,7 @@ QWidget* make_monitor_page(
     Binder& binder, Frame& frame, int row, std::initializer_list<QVBoxLayout*> lists, QWidget* below = nullptr)
 {
     MainForm& form = binder.shell().form;
-    QLabel* caption = nullptr;
-    QWidget* page = binder.page(frame, caption);
+    QWidget* page = binder.page(frame);
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(0, 0, 0, 0);
     auto* columns = new QHBoxLayout;
@@ -219,8 +218,7 @@ QWidget* make_monitor_page(
 QWidget* make_terminal_page(Binder& binder)
 {
     MainForm& form = binder.shell().form;
-    QLabel* caption = nullptr;
-    QWidget* page = binder.page(form.fraDebug, caption);
+    QWidget* page = binder.page(form.fraDebug);
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(gap);

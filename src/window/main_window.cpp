@@ -8,6 +8,8 @@
 #include "shell/open_path.h"
 #include "shell/settings.h"
 #include "shell/start_up.h"
+#include "shell/window_words.h"
+#include "window/both_languages.h"
 #include "window/colors.h"
 #include "window/debug_pages.h"
 #include "window/dump_view.h"
@@ -47,9 +49,6 @@ constexpr int margin = 5; // 1024 by 768 pixels are to be enough for both halves
 constexpr int least_report_lines = 5;
 constexpr QSize frame_about_it(16, 44); // of a window manager, which makes it after the window has its size
 constexpr auto close_question = "closeQuestion";
-
-constexpr Text stop_and_close = {"正在对单片机进行操作，现在退出可能使单片机中的程序不完整。\n停止并退出吗?",
-    "A chip is being worked on. Leaving now may leave it without a whole program.\nStop and leave?"};
 
 QLabel* right_aligned(QLabel* label, int characters)
 {
@@ -110,6 +109,10 @@ MainWindow::MainWindow(Shell& shell)
     halves->setStretchFactor(1, 4);
     for (const QGroupBox* frame : findChildren<QGroupBox*>())
         frame->layout()->setContentsMargins(2 * margin, margin, 2 * margin, margin);
+    const Frame* const fixed[] = {
+        &shell_.form.FrameX[0], &shell_.form.FrameX[1], &shell_.form.FrameX[2], &shell_.form.FrameX[4]};
+    for (const Frame* frame : fixed)
+        keep_room_for_both(shell_, *findChild<QWidget*>(to_qt(frame->full_name())));
     tie_keys(*this);
     give_spoken_names(binder_, *this);
     take_stored_place();
@@ -381,10 +384,8 @@ QWidget* MainWindow::make_option_page()
 {
     QLabel* caption = nullptr;
     QWidget* page = binder_.page(shell_.form.Frame12, caption);
-    auto* stack = new QVBoxLayout(page);
-    stack->setContentsMargins(0, 0, 0, 0);
+    QVBoxLayout* stack = stack_on(page, caption);
     stack->setSpacing(strip_spacing);
-    stack->addWidget(caption);
     option_panel_.fill_lower(stack);
     stack->addStretch(1);
     return page;
@@ -392,8 +393,7 @@ QWidget* MainWindow::make_option_page()
 
 QWidget* MainWindow::make_check_page()
 {
-    QLabel* caption = nullptr;
-    QWidget* page = binder_.page(shell_.form.Frame4, caption);
+    QWidget* page = binder_.page(shell_.form.Frame4);
     auto* stack = new QVBoxLayout(page);
     stack->setContentsMargins(0, 0, 0, 0);
     stack->setSpacing(strip_spacing);
@@ -417,6 +417,7 @@ QWidget* MainWindow::make_beeps()
     grid->addLayout(delay, 0, 0);
     grid->addWidget(binder_.check(shell_.form.cekReloadFile), 1, 0);
     grid->addWidget(binder_.check(shell_.form.cekReloadFileWhileFileChange), 2, 0);
+    keep_room_for_both(shell_, *beeps);
     return beeps;
 }
 
@@ -425,9 +426,7 @@ QWidget* MainWindow::make_buffer_page(int index)
     const bool code = index == 0;
     QLabel* caption = nullptr;
     QWidget* page = binder_.page(code ? shell_.form.Frame7 : shell_.form.frmDataFlash, caption);
-    auto* layout = new QVBoxLayout(page);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(caption);
+    QVBoxLayout* layout = stack_on(page, caption);
     dumps_.push_back(new DumpView(binder_, index));
     layout->addWidget(dumps_.back(), 1);
     layout->addWidget(make_search_row(binder_, index));

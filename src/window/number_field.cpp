@@ -1,5 +1,8 @@
 #include "window/number_field.h"
 
+#include "shell/window_words.h"
+#include "window/binder.h"
+
 #include <QRegularExpressionValidator>
 #include <QToolTip>
 
@@ -10,15 +13,14 @@ namespace {
 struct Rule {
     NumberField field;
     const char* pattern;
-    const char* zh;
-    const char* en;
+    Text why;
 };
 
 // clang-format off
 constexpr Rule rules[] = {
-    { NumberField::hexadecimal,  "[0-9A-Fa-f]*", "只能输入 0-9 和 A-F",     "Only 0 to 9 and A to F" },
-    { NumberField::whole,        "[0-9]*",       "只能输入 0-9",            "Only 0 to 9" },
-    { NumberField::signed_whole, "[+-]?[0-9]*",  "只能输入 0-9 和正负号",   "Only 0 to 9, with a sign before them" },
+    { NumberField::hexadecimal,  "[0-9A-Fa-f]*", only_hexadecimal },
+    { NumberField::whole,        "[0-9]*",       only_whole },
+    { NumberField::signed_whole, "[+-]?[0-9]*",  only_signed_whole },
 };
 // clang-format on
 
@@ -30,7 +32,7 @@ void take_only(QLineEdit& line, NumberField field, bool english)
         if (rule.field != field)
             continue;
         line.setValidator(new QRegularExpressionValidator(QRegularExpression(rule.pattern), &line));
-        const QString why = QString::fromUtf8(english ? rule.en : rule.zh);
+        const QString why = to_qt(in_language(english, rule.why));
         QObject::connect(&line, &QLineEdit::inputRejected, &line,
             [&line, why] { QToolTip::showText(line.mapToGlobal(QPoint(0, line.height())), why, &line); });
     }

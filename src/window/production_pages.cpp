@@ -70,9 +70,7 @@ QWidget* make_increase_page(Binder& binder)
     MainForm& form = binder.shell().form;
     QLabel* caption = nullptr;
     QWidget* page = binder.page(form.fraAuto_Increase, caption);
-    auto* layout = new QVBoxLayout(page);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(caption);
+    QVBoxLayout* layout = stack_on(page, caption);
     layout->addWidget(binder.label(form.LabIncrease_Clew));
     auto* frames = new QHBoxLayout;
     frames->setSpacing(4);

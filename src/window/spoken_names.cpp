@@ -3,6 +3,7 @@
 #include "form/main_form.h"
 
 #include "shell/messages.h"
+#include "shell/window_words.h"
 
 #include <QAbstractItemView>
 
@@ -25,11 +26,6 @@ struct Answers {
     int count;
     const char* label;
     int label_index;
-};
-
-struct OwnWords {
-    const char* control;
-    Text name;
 };
 
 // clang-format off
@@ -101,40 +97,7 @@ constexpr Answers answers[] = {
     { "optBeepYes", 1, "Label10", 0 },
     { "optBeepNo", 1, "Label10", 0 },
 };
-
-constexpr OwnWords own_words[] = {
-    { "Command3",            { "打开单片机型号列表", "Open the list of MCU types" } },
-    { "TreeViewDevice",      { "单片机型号列表", "List of MCU types" } },
-    { "txtAP_FileStart",     { "程序文件起始地址(HEX)", "Start address of the code file (HEX)" } },
-    { "txtDataFileStart",    { "EEPROM 文件起始地址(HEX)", "Start address of the EEPROM file (HEX)" } },
-    { "cheClearAP_Buffer",   { "打开程序文件前清0缓冲", "Clear the code buffer before opening a file" } },
-    { "cheClearDataBuffer",  { "打开 EEPROM 文件前清0缓冲", "Clear the EEPROM buffer before opening a file" } },
-    { "imgOpen_sys",         { "串口已打开", "The port is open" } },
-    { "imgNotOpen_sys",      { "串口已关闭", "The port is closed" } },
-    { "imgOpen",             { "串口已打开", "The port is open" } },
-    { "imgNotOpen",          { "串口已关闭", "The port is closed" } },
-    { "comWDT_Prescalar(0)", { "看门狗分频数", "Divider of the watchdog" } },
-    { "comWDT_Prescalar(1)", { "30 kHz 时钟分频数", "Divider of the 30 kHz clock" } },
-    { "comb_WDT",            { "看门狗喂狗管脚", "Pin that feeds the watchdog" } },
-    { "textMsg",             { "下载报告", "Report of the download" } },
-    { "ProgressBar1",        { "下载进度", "Progress of the download" } },
-    { "TabStrip1",           { "选项和工具", "Options and tools" } },
-    { "TabStrip2",           { "缓冲区和串口工具", "Buffers and serial tools" } },
-    { "txtBuffer2",          { "程序文件缓冲区", "Buffer of the code file" } },
-    { "tetDataFlash2",       { "EEPROM 文件缓冲区", "Buffer of the EEPROM file" } },
-    { "texBatchFileName",    { "工程文件名", "Name of the project file" } },
-    { "txt_DEMO_UserCode",   { "自定义下载命令(HEX)", "Custom command (HEX)" } },
-    { "texReceive",          { "接收到的内容", "What has come in" } },
-    { "texDebugFind",        { "要查找的内容", "What to look for" } },
-    { "texSend",             { "要发送的内容", "What to send" } },
-    { "lampTable",           { "指示灯的含义", "What the lamps say" } },
-    { "hardwareText",        { "硬件说明", "The target's hardware" } },
-};
 // clang-format on
-
-constexpr Text numbered_string = {"字符串 ", "String "};
-constexpr Text is_hexadecimal = {" 为十六进制", " is hexadecimal"};
-constexpr Text send_string = {"发送字符串 ", "Send string "};
 
 class Names {
 public:
@@ -213,8 +176,8 @@ void give_spoken_names(Binder& binder, QWidget& window)
     }
     for (const Answers& row : answers)
         names.answer(row);
-    for (const OwnWords& row : own_words)
-        names.name(row.control, names.in_language(row.name));
+    for (const SpokenWords& row : spoken_words())
+        names.name(to_qt(row.control), names.in_language(row.words));
     names.name_strings();
 }
 

@@ -5,7 +5,6 @@
 
 #include <QGridLayout>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace vrk {
@@ -30,14 +29,6 @@ QHBoxLayout* make_line(Binder& binder, Label* labels, const LineLists& lists)
     }
     row->addStretch(1);
     return row;
-}
-
-QVBoxLayout* stack_on(QWidget* page, QLabel* caption)
-{
-    auto* stack = new QVBoxLayout(page);
-    stack->setContentsMargins(0, 0, 0, 0);
-    stack->addWidget(caption);
-    return stack;
 }
 
 } // namespace
@@ -90,7 +81,8 @@ QWidget* make_board_page(Binder& binder)
     lamps->setObjectName("lampTable");
     lamps->setWidget(table);
     lamps->setFrameShape(QFrame::NoFrame);
-    lamps->setMinimumWidth(table->sizeHint().width() + lamps->verticalScrollBar()->sizeHint().width());
+    lamps->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // its width counts in what the table would like
+    lamps->setMinimumWidth(table->sizeHint().width() / 3); // the lamps; on a small screen what they mean scrolls
     auto* meaning = new QVBoxLayout;
     meaning->addWidget(binder.label(form.labTJXZ[2]));
     meaning->addWidget(lamps, 1);

@@ -152,22 +152,62 @@ TEST(Verdict, TheCountsAreClearedTogether)
     EXPECT_EQ(bench.shell.platform.settings.get("Settings", "Write_Bad_Count", ""), "0");
 }
 
+namespace {
+
+struct ToldLeft {
+    int percent = 0;
+    int seconds = 0;
+    std::int64_t at_us = 0;
+};
+
+// What the window tells as soon as it tells at least `percent` and a time; percent 0: it never did.
+ToldLeft first_told(const std::vector<ToldLeft>& told, int percent)
+{
+    const auto found =
+        std::find_if(told.begin(), told.end(), [=](const ToldLeft& left) { return left.percent >= percent; });
+    return found != told.end() ? *found : ToldLeft{};
+}
+
+} // namespace
+
+// A worker plans by it: what is told has to be what it takes, on this line at this baud.
 TEST(Verdict, TellsPercentAndTheTimeThatIsLeft)
 {
-    VerdictBench bench;
-    bench.open_code(VerdictBench::pattern(0x1F00));
-    std::vector<std::string> left;
+    VerdictBench bench("Juniper-60");
+    bench.open_code(VerdictBench::pattern(0xEE00));
+    bench.form.list("cobBaudMax").set_text("57600");
+    std::string at_first;
+    std::vector<ToldLeft> told;
+    std::int64_t all_written_us = 0;
     bench.press_download();
     bench.power_up_after_ms(500);
-    bench.when(sim::Chip::State::writing, [&bench, &left] {
-        for (const int ms : {300, 800})
-            bench.after_ms(ms, [&bench, &left] { left.push_back(bench.form.label("labTimeLeft").caption()); });
+    bench.when(sim::Chip::State::writing, [&] {
+        bench.after_ms(300, [&] { at_first = bench.form.label("labTimeLeft").caption(); });
+        for (int ms = 600; ms < 60'000; ms += 10)
+            bench.after_ms(ms, [&] {
+                ToldLeft left;
+                int minutes = 0;
+                const std::string& text = bench.form.label("labTimeLeft").caption();
+                if (std::sscanf(text.c_str(), "%d %% %d:%d", &left.percent, &minutes, &left.seconds) != 3)
+                    return;
+                left.seconds += minutes * 60;
+                left.at_us = bench.loop.now_us();
+                told.push_back(left);
+                if (left.percent == 100 && all_written_us == 0)
+                    all_written_us = left.at_us;
+            });
     });
     bench.run_until_idle();
-    ASSERT_EQ(left.size(), 2U);
-    EXPECT_TRUE(left[0].ends_with(" %")) << left[0] << ": the pace is not known yet";
-    EXPECT_NE(left[1].find(" %  0:0"), std::string::npos) << left[1];
+    EXPECT_EQ(bench.word(), "GOOD");
+    EXPECT_TRUE(at_first.ends_with(" %")) << at_first << ": the pace is not known yet";
     EXPECT_EQ(bench.form.label("labTimeLeft").caption(), "") << "nothing is left";
+    ASSERT_NE(all_written_us, 0);
+    for (const int percent : {10, 25, 50, 75, 90}) {
+        const ToldLeft left = first_told(told, percent);
+        ASSERT_EQ(left.percent, percent);
+        const double taken_s = static_cast<double>(all_written_us - left.at_us) / 1e6;
+        EXPECT_NEAR(left.seconds, taken_s, std::max(1.0, 0.15 * taken_s)) << percent << " %";
+    }
 }
 
 // Code and EEPROM are two ranges on the wire and one time to wait.

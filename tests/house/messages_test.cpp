@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cctype>
 #include <set>
 
@@ -31,7 +32,7 @@ std::vector<Token> tokens_of(const SourceFile& file)
                 continue;
             const bool separates_digits = i > 0 && std::isalnum(static_cast<unsigned char>(text[i - 1])) != 0;
             if (text[i] == '\'' && !separates_digits && i + 2 < text.size()) { // a character
-                i = text.find('\'', i + (text[i + 1] == '\\' ? 3U : 1U));
+                i = std::min(text.find('\'', i + (text[i + 1] == '\\' ? 3U : 1U)), text.size());
                 continue;
             }
             if (text[i] != '"') {
@@ -147,6 +148,8 @@ TEST(Messages, StandInBothLanguagesSideBySide)
 
 TEST(Messages, ThatAreOutAreFound)
 {
+    EXPECT_EQ(look_at(of_text({"char16_t sign = u'+'; // a plus"})).findings, "")
+        << "the second quote has no end: it hung";
     EXPECT_EQ(look_at(of_text({R"(constexpr Text a = {"打开", "Open"};)"})).findings, "");
     EXPECT_NE(look_at(of_text({R"(constexpr Text a = {"打开", ""};)"})).findings, "");
     EXPECT_NE(look_at(of_text({R"(constexpr Text a = {"打开",)", R"(    "打" "开"};)"})).findings, "");

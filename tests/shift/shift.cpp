@@ -2,20 +2,9 @@
 // after the other by Re-Download, each with a serial number of its own, at a pace that is so many times the usual one.
 // Judged at the end by what the chips held, with the exit status 1 where one was not as it should be; tells what a chip
 // took and how much memory was in use, at the begin and at the end of the shift.
-#include "form/named_controls.h"
-#include "host/qt_dialogs.h"
 #include "host/qt_loop.h"
-#include "host/qt_settings.h"
-#include "rehearsal/chip_of_model.h"
-#include "shell/events.h"
-#include "shell/open_file.h"
-#include "shell/start_up.h"
-#include "sim/chip.h"
-#include "sim/sim_port.h"
-#include "sim/wire.h"
-#include "window/main_window.h"
+#include "window_at_socket.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
@@ -33,7 +22,6 @@ using namespace vrk;
 
 namespace {
 
-constexpr const char* model = "Juniper-8";
 constexpr int pace = 20; // as fast as a bench
 constexpr std::size_t sample = 200; // chips at either end that are compared
 constexpr std::size_t program_size = 0x400;
@@ -91,10 +79,8 @@ struct Shift {
 // one the hand stops the repeat, and goes home.
 class Hand {
 public:
-    Hand(Shell& shell, sim::Chip& chip, std::vector<std::uint8_t> program, std::size_t wanted)
-        : shell_(shell)
-        , report_(NamedControls{shell.controls}.text_box("textMsg"))
-        , chip_(chip)
+    Hand(WindowAtSocket& line, std::vector<std::uint8_t> program, std::size_t wanted)
+        : line_(line)
         , program_(std::move(program))
         , wanted_(wanted)
     {
@@ -106,27 +92,26 @@ public:
     Shift shift;
 
 private:
-    bool says(const char* text) const { return report_.text().find(text) != std::string::npos; }
     void look()
     {
-        const bool in = chip_.state_name() != "off";
-        const bool out_with_it = says("will continue");
-        const bool unheard = chip_.state() == sim::Chip::State::user_code && !says("Program OK");
+        const bool in = line_.powered();
+        const bool out_with_it = line_.report_says("will continue");
+        const bool unheard = line_.chip.state() == sim::Chip::State::user_code && !line_.report_says("Program OK");
         if (in && out_with_it) {
             take_out();
         } else if (in && unheard) {
-            chip_.power(false); // its short time to listen went by: once more
-        } else if (!in && !out_with_it && shell_.running && shell_.port.is_open()) {
+            line_.chip.power(false); // its short time to listen went by: once more
+        } else if (!in && !out_with_it && line_.shell.running && line_.shell.port.is_open()) {
             if (shift.chips < wanted_)
-                chip_.power(true);
+                line_.chip.power(true);
             else
-                click(shell_, NamedControls{shell_.controls}.button("comStop_Download"));
+                click(line_.shell, line_.form.button("comStop_Download"));
         }
     }
     void take_out()
     {
-        chip_.power(false);
-        const std::vector<std::uint8_t> flash = chip_.flash();
+        line_.chip.power(false);
+        const std::vector<std::uint8_t> flash = line_.chip.flash();
         std::vector<std::uint8_t> wanted = program_;
         for (std::size_t i = 0; i < number_size; ++i)
             wanted[number_at + i] = static_cast<std::uint8_t>(shift.chips >> (8 * (number_size - 1 - i)));
@@ -136,12 +121,10 @@ private:
         if (shift.chips == std::min(sample, wanted_ / 2))
             shift.megabytes_early = resident_megabytes();
         shift.megabytes_late = resident_megabytes();
-        chip_.preset_flash(0, std::vector<std::uint8_t>(flash.size(), 0xA5)); // the next one
+        line_.chip.preset_flash(0, std::vector<std::uint8_t>(flash.size(), 0xA5)); // the next one
     }
 
-    Shell& shell_;
-    const TextBox& report_;
-    sim::Chip& chip_;
+    WindowAtSocket& line_;
     std::vector<std::uint8_t> program_;
     std::size_t wanted_;
     QTimer glances_;
@@ -154,21 +137,6 @@ std::vector<std::uint8_t> made_up_program()
     for (std::size_t i = 0; i < bytes.size(); ++i)
         bytes[i] = static_cast<std::uint8_t>(i * 37 + i / 256);
     return bytes;
-}
-
-void set_up_job(Shell& shell, const std::string& code_file)
-{
-    const NamedControls form{shell.controls};
-    choose_node(shell, form.tree("TreeViewDevice"), model);
-    take_path(shell, BufferKind::code, code_file);
-    load_file(shell, code_file, shell.code_buffer);
-    const char* fields[] = {"203", "4", "0", "1"}; // the address is the number's last
-    for (std::size_t field = 0; field < std::size(fields); ++field)
-        type_text(shell, form.text_box("texAuto_Increase", field), fields[field]);
-    choose_option(shell, form.option("optAuto_Increase", 0));
-    const ComboBox& delays = form.list("comDalay_ReDownLoad");
-    choose_item(shell, form.list("comDalay_ReDownLoad"), static_cast<int>(delays.items().size()) - 1); // the shortest
-    set_checked(shell, form.check_box("cheAuto_Increase"), true);
 }
 
 // True: all chips are as they should be, and counted.
@@ -199,28 +167,13 @@ int main(int argc, char** argv)
         .write(reinterpret_cast<const char*>(program.data()), static_cast<std::streamsize>(program.size()));
 
     HastyLoop loop;
-    QtDialogs dialogs;
-    QtSettings settings(folder.filePath("settings.ini").toStdString());
-    sim::SimPortDriver ports(loop);
-    Shell shell(Platform{loop, ports, dialogs, settings});
-    shell.language_is_english = true;
-    sim::Wire wire(loop, sim::Wire::Waking::each_run);
-    ports.add("socket", wire);
-    start_up(shell);
-    auto setup = chip_setup_of(shell.mcu_table, model).value();
-    setup.answers_at_once();
-    sim::Chip chip(setup);
-    wire.attach(chip);
-
-    MainWindow window(shell);
-    dialogs.parent = &window;
-    window.show();
-    set_up_job(shell, code_file);
-    Hand hand(shell, chip, program, wanted);
-    QTimer::singleShot(0, &window, [&window] {
-        window.findChild<QAbstractButton*>("comDownload(1)")->click(); // comes back at the end of the shift
+    WindowAtSocket line(loop, folder.filePath("settings.ini").toStdString());
+    line.set_up_job(code_file, {"203", "4", "0", "1"}); // the address is the number's last
+    Hand hand(line, program, wanted);
+    QTimer::singleShot(0, &line.window, [&line] {
+        line.click_re_download(); // comes back at the end of the shift
         QApplication::quit();
     });
     QApplication::exec();
-    return tell(hand.shift, wanted, NamedControls{shell.controls}.text_box("txtWrite_OK_Count").text()) ? 0 : 1;
+    return tell(hand.shift, wanted, line.form.text_box("txtWrite_OK_Count").text()) ? 0 : 1;
 }

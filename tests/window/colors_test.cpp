@@ -5,6 +5,7 @@
 #include "shell/messages.h"
 #include "window/colors.h"
 #include "window/seen_choices.h"
+#include "window/verdict_look.h"
 
 #include <QCheckBox>
 #include <QPlainTextEdit>
@@ -71,6 +72,21 @@ TEST_P(Colors, OfEachToneAreReadInReportAndVerdict)
             << static_cast<int>(tone);
     EXPECT_NE(tone_color(Tone::good, palette), tone_color(Tone::bad, palette));
     EXPECT_NE(tone_color(Tone::good, palette), tone_color(Tone::plain, palette));
+}
+
+// The word that is read from two metres.
+TEST_P(Colors, OfEachVerdictAreReadOnItsGround)
+{
+    for (const VerdictState state :
+        {VerdictState::ready, VerdictState::waiting, VerdictState::working, VerdictState::good, VerdictState::bad,
+            VerdictState::stopped, VerdictState::done, VerdictState::not_done}) {
+        QImage picture(60, 40, QImage::Format_RGB32);
+        QPainter painter(&picture);
+        const QColor ink = paint_verdict_ground(painter, picture.rect(), state, palette);
+        painter.end();
+        EXPECT_GE(contrast(ink, picture.pixelColor(picture.rect().center())), readable)
+            << word_of(state).en << ": " << picture.pixelColor(picture.rect().center()).name().toStdString();
+    }
 }
 
 TEST_P(Colors, OfNotesAndOfWhatCannotBeUsedNowAreRead)

@@ -1,6 +1,7 @@
 // Qt's own words in the language of the program, and the menu that chooses it. With VRK_PICTURES set to a folder, boxes
 // and pages are left there as pictures.
 #include "host/qt_words.h"
+#include "whole_texts.h"
 #include "window_bench.h"
 
 #include "shell/events.h"
@@ -99,6 +100,28 @@ TEST_P(BothLanguages, LeaveNoHelpBoxLargerThanASmallScreen)
         EXPECT_LE(size.width(), 1024) << name;
         EXPECT_LE(size.height(), 720) << name;
         EXPECT_GT(size.height(), 50) << name;
+    }
+}
+
+// On a screen of 1024 by 768, less what a window manager and a bar take.
+TEST_P(BothLanguages, FitIntoTheWidthOfASmallScreen)
+{
+    set_checked(bench.shell, bench.form.check_box("mnuProduction"), true);
+    choose_node(bench.shell, bench.form.tree("TreeViewDevice"), "Larch-12V");
+    bench.window->resize(1024, 708);
+    auto* buffers = bench.find<QTabBar>("TabStrip2");
+    for (TabStrip* strip : {&bench.form.tabs("TabStrip1"), &bench.form.tabs("TabStrip2")}) {
+        for (int tab = 0; tab < static_cast<int>(strip->tabs().size()); ++tab) {
+            choose_tab(bench.shell, *strip, tab);
+            bench.window->binder().refresh();
+            QTest::qWait(50);
+            const std::string_view page = strip->selected_key();
+            EXPECT_EQ(bench.window->width(), 1024);
+            EXPECT_EQ(wider_than_its_place(*bench.window), "") << page;
+            EXPECT_EQ(cut_off(*bench.window), "") << page;
+            EXPECT_LE(buffers->tabRect(buffers->count() - 1).right(), buffers->width()) << page;
+            leave_picture(*bench.window, to_qt("small_" + std::string{page}));
+        }
     }
 }
 

@@ -5,8 +5,11 @@
 #include "shell/events.h"
 #include "shell/open_file.h"
 
+#include <QRegularExpression>
 #include <QToolTip>
 #include <QWheelEvent>
+
+#include <map>
 
 using namespace vrk;
 
@@ -37,6 +40,22 @@ struct WorkerBench : WindowBench {
                  "comDownload(0)", "comStop_Download", "textMsg", "TabStrip1", "TabStrip2", "Frame16"}) {
             QWidget* widget = find<QWidget>(name);
             all.emplace_back(widget->mapTo(window.get(), QPoint(0, 0)), widget->size());
+        }
+        return all;
+    }
+    // The frames of the steps, and in them whatever a hand goes to. Options are lines of text, and lie one behind the
+    // other.
+    std::map<std::string, QRect> fixed_places()
+    {
+        std::map<std::string, QRect> all;
+        for (const char* part :
+            {"FrameX(0)", "FrameX(1)", "FrameX(2)", "FrameX(3)", "FrameX(4)", "TabStrip1", "TabStrip2", "Frame16"}) {
+            auto* frame = find<QWidget>(part);
+            QList<QWidget*> widgets{frame};
+            if (frame->objectName() != "FrameX(3)")
+                widgets += frame->findChildren<QWidget*>(QRegularExpression("^(c|t|Com|Progress|opt)"));
+            for (const QWidget* widget : widgets)
+                all[widget->objectName().toStdString()] = {widget->mapTo(window.get(), QPoint(0, 0)), widget->size()};
         }
         return all;
     }
@@ -71,6 +90,26 @@ TEST(WorkersWindow, NothingMovesFromModelToModel)
     for (const char* model : {"Alder-64", "Birch-32", "Fir-28R", "Hazel-5R", "Juniper-60Q", "Larch-12V", "Oak-20V"}) {
         bench.choose(model);
         EXPECT_EQ(bench.places(), before) << model;
+    }
+}
+
+// A hand that has learnt the window in one language finds everything in the other.
+TEST(WorkersWindow, NothingMovesFromLanguageToLanguage)
+{
+    for (const QSize screen : {QSize(1024, 708), QSize(1366, 700), QSize(1900, 1000)}) {
+        std::map<std::string, QRect> in_english;
+        std::map<std::string, QRect> in_chinese;
+        for (auto* places : {&in_english, &in_chinese}) {
+            WorkerBench bench(places == &in_english);
+            bench.choose("Larch-12V");
+            bench.window->resize(screen);
+            bench.settle();
+            *places = bench.fixed_places();
+        }
+        EXPECT_GT(in_english.size(), 30U);
+        EXPECT_LT(in_english["Command3"].width(), 40) << "an arrow has no word in it";
+        for (const auto& [name, place] : in_english)
+            EXPECT_EQ(in_chinese[name], place) << name << " of " << screen.width();
     }
 }
 
