@@ -1,6 +1,6 @@
-// hand TITLE close|KEY: what a hand does to a window from outside of its program. Waits until a window shows whose
-// title fits the pattern, then asks it to close, as a window manager does, or presses the key on it: y, F5, ctrl+o.
-// Ends with 1 where no such window comes.
+// hand TITLE close|KEY...: what a hand does to a window from outside of its program. Waits until a window shows whose
+// title fits the pattern, then asks it to close, as a window manager does, or presses the keys on it one after the
+// other: y, F5, ctrl+o, alt+7. Ends with 1 where no such window comes.
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -9,6 +9,7 @@
 #include <fnmatch.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -71,12 +72,19 @@ void ask_to_close(Display* display, Window window)
     XSendEvent(display, window, False, NoEventMask, &event);
 }
 
+unsigned take_modifier(std::string_view& key)
+{
+    const std::size_t plus = key.find('+');
+    const std::string_view modifier = key.substr(0, plus == std::string_view::npos ? 0 : plus);
+    key.remove_prefix(modifier.empty() ? 0 : plus + 1);
+    if (modifier == "ctrl")
+        return ControlMask;
+    return modifier == "alt" ? Mod1Mask : 0;
+}
+
 bool press(Display* display, Window window, std::string_view key)
 {
-    constexpr std::string_view with_ctrl = "ctrl+";
-    const bool ctrl = key.starts_with(with_ctrl);
-    if (ctrl)
-        key.remove_prefix(with_ctrl.size());
+    const unsigned modifier = take_modifier(key);
     const KeySym symbol = XStringToKeysym(std::string{key}.c_str());
     if (symbol == NoSymbol)
         return false;
@@ -90,7 +98,7 @@ bool press(Display* display, Window window, std::string_view key)
     event.xkey.time = CurrentTime;
     event.xkey.same_screen = True;
     event.xkey.keycode = XKeysymToKeycode(display, symbol);
-    event.xkey.state = ctrl ? ControlMask : 0;
+    event.xkey.state = modifier;
     for (const auto& [type, mask] : {std::pair{KeyPress, KeyPressMask}, std::pair{KeyRelease, KeyReleaseMask}}) {
         event.xkey.type = type;
         XSendEvent(display, window, True, mask, &event);
@@ -103,8 +111,8 @@ bool press(Display* display, Window window, std::string_view key)
 int main(int argc, char** argv)
 {
     Display* display = XOpenDisplay(nullptr);
-    if (argc != 3 || display == nullptr) {
-        std::cerr << "hand TITLE close|KEY, with a display\n";
+    if (argc < 3 || display == nullptr) {
+        std::cerr << "hand TITLE close|KEY..., with a display\n";
         return 2;
     }
     // A window may go while it is being looked at.
@@ -116,7 +124,7 @@ int main(int argc, char** argv)
     else if (std::string_view{argv[2]} == "close")
         ask_to_close(display, *window);
     else
-        done = press(display, *window, argv[2]);
+        done = std::all_of(argv + 2, argv + argc, [&](const char* key) { return press(display, *window, key); });
     XCloseDisplay(display);
     return done ? 0 : 1;
 }
