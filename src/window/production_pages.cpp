@@ -6,6 +6,10 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include <optional>
+#include <utility>
+#include <vector>
+
 namespace vrk {
 
 namespace {
@@ -63,6 +67,50 @@ QGroupBox* make_line_frame(Binder& binder)
     return frame;
 }
 
+// Frames side by side; the last one goes below the others where the window is too narrow for all.
+class FramesInARow final : public QWidget {
+public:
+    explicit FramesInARow(std::vector<QWidget*> frames)
+        : frames_(std::move(frames))
+        , grid_(new QGridLayout(this))
+    {
+        grid_->setContentsMargins(0, 0, 0, 0);
+        grid_->setSpacing(4);
+        grid_->setSizeConstraint(QLayout::SetNoConstraint); // the narrow width is enough
+        for (int i = 0; i + 1 < count(); ++i)
+            grid_->addWidget(frames_[static_cast<std::size_t>(i)], 0, i);
+        put_last(false);
+    }
+    QSize minimumSizeHint() const override { return {width_of(count() - 1), grid_->totalMinimumSize().height()}; }
+
+private:
+    void resizeEvent(QResizeEvent*) override { put_last(width() >= width_of(count())); }
+    int count() const { return static_cast<int>(frames_.size()); }
+    int width_of(int first_frames) const
+    {
+        int width = (first_frames - 1) * grid_->spacing();
+        for (int i = 0; i < first_frames; ++i)
+            width += frames_[static_cast<std::size_t>(i)]->minimumSizeHint().width();
+        return width;
+    }
+    void put_last(bool beside)
+    {
+        if (beside_ == beside)
+            return;
+        beside_ = beside;
+        grid_->removeWidget(frames_.back());
+        if (beside)
+            grid_->addWidget(frames_.back(), 0, count() - 1);
+        else
+            grid_->addWidget(frames_.back(), 1, 0, 1, count() - 1);
+        updateGeometry();
+    }
+
+    std::vector<QWidget*> frames_;
+    QGridLayout* grid_;
+    std::optional<bool> beside_;
+};
+
 } // namespace
 
 QWidget* make_increase_page(Binder& binder)
@@ -72,16 +120,13 @@ QWidget* make_increase_page(Binder& binder)
     QWidget* page = binder.page(form.fraAuto_Increase, caption);
     QVBoxLayout* layout = stack_on(page, caption);
     layout->addWidget(binder.label(form.LabIncrease_Clew));
-    auto* frames = new QHBoxLayout;
-    frames->setSpacing(4);
-    frames->addWidget(make_number_frame(binder,
-        {form.frmAP_FileIncrease, form.cheAuto_Increase, form.LabAuto_Increase, form.texAuto_Increase,
-            form.optAuto_Increase}));
-    frames->addWidget(make_number_frame(binder,
-        {form.frmDtat_FileIncrease, form.cheData_Auto_Increase, form.LabData_Auto_Increase, form.texData_Auto_Increase,
-            form.optData_Auto_Increase}));
-    frames->addWidget(make_line_frame(binder));
-    layout->addLayout(frames);
+    layout->addWidget(new FramesInARow({make_number_frame(binder,
+                                            {form.frmAP_FileIncrease, form.cheAuto_Increase, form.LabAuto_Increase,
+                                                form.texAuto_Increase, form.optAuto_Increase}),
+        make_number_frame(binder,
+            {form.frmDtat_FileIncrease, form.cheData_Auto_Increase, form.LabData_Auto_Increase,
+                form.texData_Auto_Increase, form.optData_Auto_Increase}),
+        make_line_frame(binder)}));
     layout->addStretch(1);
     return page;
 }
