@@ -45,7 +45,7 @@ QWidget* make_line_settings(Binder& binder)
     auto* settings = new QWidget;
     auto* grid = new QGridLayout(settings);
     grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(gap);
+    grid->setHorizontalSpacing(gap / 2); // seven columns on a small screen
     const auto put = [&](int row, int column, Label& label, ComboBox& list) {
         grid->addWidget(binder.label(label), row, column);
         grid->addWidget(binder.list(list), row, column + 1);
@@ -56,14 +56,13 @@ QWidget* make_line_settings(Binder& binder)
     put(1, 0, form.LabDebug[2], form.com_Debug_DataBits);
     put(1, 2, form.LabDebug[4], form.com_Debug_StopBits);
     put(1, 4, form.LabDebug[5], form.combDebugCodePage);
-    auto* open = row_of({binder.button(form.comOpenCOM[0]), binder.lamp(form.imgOpen, "\u25CF", "#2e9e44"),
-        binder.lamp(form.imgNotOpen, "\u25CB", "#808080")});
-    open->addStretch(1);
-    grid->addLayout(open, 0, 6);
+    grid->addWidget(binder.button(form.comOpenCOM[0]), 0, 6, Qt::AlignLeft);
     grid->addWidget(binder.button(form.comDebugHelp[0]), 1, 6, Qt::AlignLeft);
-    auto* lines = row_of({binder.label(form.labDebugPort), binder.check(form.che_DebugDTR),
-        binder.check(form.che_DebugRTS), binder.label(form.labDebugLines)});
-    lines->insertSpacing(1, 2 * gap);
+    auto* lines = row_of({binder.lamp(form.imgOpen, "\u25CF", "#2e9e44"),
+        binder.lamp(form.imgNotOpen, "\u25CB", "#808080"), binder.label(form.labDebugPort),
+        binder.check(form.che_DebugDTR), binder.check(form.che_DebugRTS), binder.label(form.labDebugLines)});
+    lines->insertSpacing(2, gap);
+    lines->insertSpacing(4, gap);
     lines->addStretch(1);
     grid->addLayout(lines, 2, 0, 1, 7);
     grid->setColumnStretch(6, 1);
@@ -90,9 +89,11 @@ QWidget* make_conversation(Binder& binder)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(gap);
     layout->addWidget(new TerminalView(binder, form.texReceive), 1);
-    layout->addLayout(make_search(binder));
-    auto* shown = row_of(
-        {binder.option(form.optReceiveHex[0]), binder.option(form.optReceiveHex[1]), binder.check(form.che_DebugTime)});
+    QHBoxLayout* search = make_search(binder);
+    search->addWidget(
+        binder.check(form.che_DebugTime)); // beside the choice of text and HEX there is no room on a small screen
+    layout->addLayout(search);
+    auto* shown = row_of({binder.option(form.optReceiveHex[0]), binder.option(form.optReceiveHex[1])});
     shown->addStretch(1);
     layout->addLayout(shown);
     auto* counts = row_of({counter(binder, form.labReceiveCount), counter(binder, form.labSendCount)});
