@@ -2,21 +2,25 @@
 // their order:
 //   vrk-pictures [dark] [zh|en] STEP...
 //   model NAME | file PATH | page KEY | port simulated|PATH | power on|off | click NAME | tick NAME | set NAME=VALUE |
-//   size WIDTHxHEIGHT | close box | wait MS | shot FILE.png | screen FILE.png
+//   size WIDTHxHEIGHT | close box | wait MS | log LEDGER | shot FILE.png | screen FILE.png
+// Once the log is open, size and shot are its own.
 #include "isp/ports_with_target.h"
 #include "isp/target_panel.h"
 
 #include "form/named_controls.h"
 #include "host/qt_dialogs.h"
 #include "host/qt_loop.h"
+#include "ledger/sql_books.h"
 #include "shell/events.h"
 #include "shell/open_path.h"
 #include "shell/ports.h"
 #include "shell/start_up.h"
+#include "window/log_window.h"
 #include "window/main_window.h"
 #include "window/seen_choices.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QImage>
 #include <QScreen>
 #include <QStyle>
@@ -58,6 +62,7 @@ struct Studio {
         , shell(Platform{loop, ports, dialogs, settings})
     {
         shell.language_is_english = english;
+        shell.books = &books;
         start_up(shell);
         window = std::make_unique<MainWindow>(shell);
         dialogs.parent = window.get();
@@ -87,6 +92,12 @@ struct Studio {
         }
     }
 
+    QWidget& in_front() const
+    {
+        QWidget* log = window->findChild<QDialog*>("LogWindow");
+        return log != nullptr ? *log : *window;
+    }
+
     void take(const std::string& step, const std::string& what)
     {
         const std::map<std::string, std::function<void()>> steps = {
@@ -112,12 +123,17 @@ struct Studio {
             {"size",
                 [&] {
                     const QStringList sides = to_qt(what).split('x');
-                    window->resize(sides[0].toInt(), sides[1].toInt());
+                    in_front().resize(sides[0].toInt(), sides[1].toInt());
                 }},
             {"close",
                 [&] {
                     if (QWidget* box = QApplication::activeModalWidget())
                         box->close();
+                }},
+            {"log",
+                [&] {
+                    type_text(shell, form.text_box("texLedger"), what);
+                    show_log(shell, window.get());
                 }},
             {"wait", [] {}},
             {"screen", [&] { window->screen()->grabWindow(0).save(to_qt(what)); }}, // with what a window manager adds
@@ -125,7 +141,8 @@ struct Studio {
                 [&] {
                     // With five bits a colour the few shades of a window fit a palette, and the file is a third.
                     constexpr int smallest = 0;
-                    const QImage image = window->grab()
+                    const QImage image = in_front()
+                                             .grab()
                                              .toImage()
                                              .convertToFormat(QImage::Format_RGB555)
                                              .convertToFormat(QImage::Format_RGB32)
@@ -156,6 +173,7 @@ struct Studio {
     PortsWithTarget ports;
     QtDialogs dialogs;
     MemoryStore settings;
+    SqlBooks books;
     Shell shell;
     const NamedControls form{shell.controls};
     std::unique_ptr<MainWindow> window;

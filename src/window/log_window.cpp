@@ -36,6 +36,8 @@ namespace {
 constexpr int rows_shown = 1000; // of the newest; totals and exports have all
 constexpr std::size_t hours_shown = 48; // of the newest with chips in them
 constexpr int least_chart_height = 160;
+constexpr int steps_upward = 4; // of the chart's scale
+constexpr int widest_column = 200; // the path of a job may be long
 
 // clang-format off
 constexpr Text title          = { "记录",       "Log" };
@@ -131,6 +133,8 @@ private:
         table->setHorizontalHeaderLabels(heads);
         table->setEditTriggers(QAbstractItemView::NoEditTriggers);
         table->setSelectionBehavior(QAbstractItemView::SelectRows);
+        table->setWordWrap(false);
+        table->setTextElideMode(Qt::ElideMiddle);
         table->verticalHeader()->hide();
         table->horizontalHeader()->setStretchLastSection(true);
         return table;
@@ -163,10 +167,16 @@ private:
         table_->setRowCount(int(chips.value.size()));
         int row = 0;
         for (auto record = chips.value.rbegin(); record != chips.value.rend(); ++record, ++row) {
-            for (int column = 0; column < table_->columnCount(); ++column)
-                table_->setItem(row, column, new QTableWidgetItem(to_qt((*record).*columns[column].field)));
+            for (int column = 0; column < table_->columnCount(); ++column) {
+                const QString text = to_qt((*record).*columns[column].field);
+                auto* item = new QTableWidgetItem(text);
+                item->setToolTip(text); // whole, where the column is too narrow for it
+                table_->setItem(row, column, item);
+            }
         }
         table_->resizeColumnsToContents();
+        for (int column = 0; column < table_->columnCount(); ++column)
+            table_->setColumnWidth(column, std::min(table_->columnWidth(column), widest_column));
         show_totals(hours.value);
         show_chart(hours.value);
     }
@@ -214,13 +224,21 @@ private:
         auto* across = new QBarCategoryAxis;
         across->append(names);
         auto* upward = new QValueAxis;
-        upward->setRange(0, double(most));
+        upward->setRange(0, double((most + steps_upward - 1) / steps_upward * steps_upward)); // each step whole chips
+        upward->setTickCount(steps_upward + 1);
         upward->setLabelFormat("%d");
+        across->setLabelsAngle(-90); // side by side they would not fit
         chart->addAxis(across, Qt::AlignBottom);
         chart->addAxis(upward, Qt::AlignLeft);
         series->attachAxis(across);
         series->attachAxis(upward);
         chart->legend()->setAlignment(Qt::AlignRight);
+        chart->setBackgroundBrush(palette().brush(QPalette::Base));
+        chart->legend()->setLabelBrush(palette().brush(QPalette::Text));
+        for (QAbstractAxis* axis : {static_cast<QAbstractAxis*>(across), static_cast<QAbstractAxis*>(upward)}) {
+            axis->setLabelsBrush(palette().brush(QPalette::Text));
+            axis->setGridLineColor(palette().color(QPalette::Mid));
+        }
         chart->setMargins({});
         const std::unique_ptr<QChart> before(chart_->chart());
         chart_->setChart(chart);
