@@ -34,7 +34,9 @@ QGroupBox* make_number_frame(Binder& binder, const NumberControls& number)
         NumberField::hexadecimal, NumberField::whole, NumberField::whole, NumberField::signed_whole};
     for (int i = 0; i < 4; ++i, ++row) {
         grid->addWidget(binder.label(number.labels[i]), row, 0);
-        grid->addWidget(binder.number(number.fields[i], kinds[i]), row, 1);
+        QLineEdit* field = binder.number(number.fields[i], kinds[i]);
+        field->setMinimumWidth(field->fontMetrics().horizontalAdvance("00000") + 2); // four digits and the rim
+        grid->addWidget(field, row, 1);
     }
     grid->addWidget(binder.label(number.labels[4]), row++, 0, 1, 2);
     auto* systems = new QHBoxLayout;
