@@ -29,8 +29,10 @@ std::variant<std::string, NoPort> path_of_port(
 {
     const std::string name{word};
     std::error_code missing;
-    if (name.find('/') != std::string::npos || std::filesystem::exists(name, missing))
+    if (name.find('/') != std::string::npos)
         return name;
+    if (std::filesystem::exists(name, missing)) // opened by its bare name it would be looked for among the devices
+        return std::filesystem::absolute(name, missing).string();
     if (!name.empty() && std::filesystem::exists(by_id + "/" + name, missing))
         return by_id + "/" + name;
     std::vector<std::string> found;
