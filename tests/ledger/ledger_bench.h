@@ -32,8 +32,6 @@ inline void by_hand(const std::string& address, const char* statement)
 struct LedgerBench : testing::Test {
     LedgerBench()
     {
-        have_application();
-        setenv("XDG_DATA_HOME", folder.path().toUtf8().constData(), 1);
         if (on_server())
             by_hand(address(), "SET client_min_messages = error; DROP SCHEMA public CASCADE; CREATE SCHEMA public");
     }
@@ -82,7 +80,16 @@ struct LedgerBench : testing::Test {
         return words;
     }
 
+    // Where the user's data are: told before the books are made, which look for it then.
+    struct OwnData {
+        explicit OwnData(const QTemporaryDir& place)
+        {
+            have_application();
+            setenv("XDG_DATA_HOME", place.path().toUtf8().constData(), 1);
+        }
+    };
     QTemporaryDir folder;
+    OwnData own_data{folder};
     SqlBooks books{address(), "left"};
 };
 
