@@ -259,7 +259,7 @@ TEST(Keyboard, AloneOpensAFileAndPutsItIntoAChipAndThenIntoThreeMore)
     bench.tab_to("comDalay_ReDownLoad");
     bench.press(Qt::Key_End); // the shortest
     for (const char* done : {"1", "2", "3"})
-        bench.when([&, done] { return bench.count() == done && bench.calling(); }, [&] { target.power_cycle(); });
+        bench.power_up_when_called(target, [&, done] { return bench.count() == done; });
     bench.when([&] { return bench.count() == "4" && bench.calling(); },
         [&] { QTest::keyClick(bench.focus(), Qt::Key_Escape); });
     QTest::keyClick(bench.focus(), Qt::Key_F6);

@@ -62,14 +62,14 @@ TEST(ProductionDay, NumbersGoThroughTwoChipsAProjectAndARestartIntoTheThird)
         bench.form.list("comDalay_ReDownLoad").set_text("1");
 
         // Chip by chip, each step as soon as its moment has come.
-        bench.when([&] { return bench.calling(); }, [&] { first.power_cycle(); });
+        bench.power_up_when_called(first, [&] { return count() != "1"; });
         bench.when([&] { return count() == "1" && bench.calling(); }, [&] { bench.click("comStop_Download"); });
         bench.click("comDownload(1)");
         QTest::qWait(100);
         auto* ports = bench.find<QComboBox>("combCommPort");
         ports->setFocus();
         QTest::keyClick(ports, Qt::Key_Down);
-        bench.when([&] { return count() == "1" && bench.calling(); }, [&] { second.power_cycle(); });
+        bench.power_up_when_called(second, [&] { return count() == "1"; });
         bench.when([&] { return count() == "2" && bench.calling(); }, [&] { bench.click("comStop_Download"); });
         bench.click("comDownload(1)");
         QTest::qWait(100);

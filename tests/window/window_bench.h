@@ -78,20 +78,21 @@ struct WindowBench {
     bool calling() const { return shell.running && shell.port.is_open() && shell.talk().chip.fw_letter.empty(); }
     // The hand at the switch: once the tool calls, and again every few seconds if the chip's short time to listen went
     // by unheard.
-    void power_up_when_called(TargetProcess& target)
+    void power_up_when_called(
+        TargetProcess& target, std::function<bool()> wanted = [] { return true; })
     {
-        when([this] { return calling(); },
-            [this, &target] {
-                target.power_cycle();
-                auto* again = new QTimer(window.get());
-                QObject::connect(again, &QTimer::timeout, window.get(), [this, again, &target] {
-                    if (calling())
-                        return target.power_cycle();
-                    again->stop();
-                    again->deleteLater();
-                });
-                again->start(4000);
+        const auto called = [this, wanted = std::move(wanted)] { return wanted() && calling(); };
+        when(called, [this, called, &target] {
+            target.power_cycle();
+            auto* again = new QTimer(window.get());
+            QObject::connect(again, &QTimer::timeout, window.get(), [called, again, &target] {
+                if (called())
+                    return target.power_cycle();
+                again->stop();
+                again->deleteLater();
             });
+            again->start(4000);
+        });
     }
 
     void answer_close_question(QMessageBox::StandardButton button)
