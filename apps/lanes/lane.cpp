@@ -59,14 +59,15 @@ void take_result(Lane& lane, const Json& event)
     const std::string result = text_in(event, "result");
     lane.number = text_in(event, "number");
     lane.advice = text_in(event, "next");
-    lane.good = number_in(event, "good", lane.good);
-    lane.bad = number_in(event, "bad", lane.bad);
     if (result == "good")
         lane.state = VerdictState::good;
     else if (result == "stopped")
         lane.state = VerdictState::stopped;
     else
         lane.state = is_at_work(lane) ? VerdictState::bad : VerdictState::not_done;
+    // Counted here, since the process begins anew with each start and the lane's counts go on.
+    lane.good += lane.state == VerdictState::good ? 1 : 0;
+    lane.bad += lane.state == VerdictState::bad ? 1 : 0;
 }
 
 } // namespace
@@ -75,6 +76,7 @@ void lane_started(Lane& lane)
 {
     lane.runs = true;
     lane.advice.clear();
+    lane.job_sha256.clear();
     wait_for_next(lane);
 }
 

@@ -145,10 +145,8 @@ void LineWindow::store_ports()
 bool LineWindow::job_is_unchanged()
 {
     const bool unchanged = !job_hash_.empty() && sha256_of_file(terms_.job.toStdString()) == job_hash_;
-    if (!unchanged) {
-        message_->setText(said(terms_.english, changed_job_text));
-        message_->show();
-    }
+    message_->setText(unchanged ? QString() : said(terms_.english, changed_job_text));
+    message_->setVisible(!unchanged);
     return unchanged;
 }
 

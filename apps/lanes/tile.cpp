@@ -105,7 +105,7 @@ void Tile::stop() { process_.stop(); }
 void Tile::show_lane()
 {
     const Lane& now = lane();
-    if (judged(now.state) && now.state != shown_.state && now.all() != shown_.all() && on_verdict)
+    if (judged(now.state) && now.all() != shown_.all() && on_verdict)
         on_verdict(now.state == VerdictState::good);
     shown_ = now;
     button_->setText(

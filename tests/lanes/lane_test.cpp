@@ -107,6 +107,22 @@ TEST_F(LaneOfTheLine, KilledWhileItWaitsHasNoChip)
     EXPECT_EQ(lane.good, 1);
 }
 
+TEST_F(LaneOfTheLine, KeepsItsCountsWhenItIsStartedAgain)
+{
+    works();
+    ends_good();
+    tells(R"({"event":"chip","index":2})");
+    works();
+    lane_ended(lane, {false, 9, ""}, true);
+    lane_started(lane);
+    EXPECT_EQ(lane.job_sha256, "") << "it has not said yet what it holds now";
+    tells(R"({"event":"start","schema":1,"sha256":"ab12"})");
+    works();
+    ends_good(); // whose process counts from 1 again
+    EXPECT_EQ(lane.good, 2);
+    EXPECT_EQ(lane.bad, 1);
+}
+
 TEST_F(LaneOfTheLine, StoppedInMidWriteIsStopped)
 {
     works();
