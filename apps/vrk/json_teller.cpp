@@ -72,7 +72,7 @@ void JsonTeller::say(const Line& line)
 
 void JsonTeller::tell_chip(int index) { write_json_line(out_, {{"event", "chip"}, {"index", index}}); }
 
-void JsonTeller::tell_stage(Stage stage) { write_json_line(out_, {{"event", "stage"}, {"stage", stage_word(stage)}}); }
+void JsonTeller::tell_stage(Stage stage) { write_json_line(out_, {{"event", "stage"}, {"stage", word_of(stage)}}); }
 
 void JsonTeller::tell_pace(const PaceFigures& figures)
 {

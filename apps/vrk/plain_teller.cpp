@@ -96,7 +96,7 @@ void PlainTeller::tell_chip(int index)
         write(std::string{in_language(english(), chip_word)} + std::to_string(index));
 }
 
-void PlainTeller::tell_stage(Stage stage) { draw(std::string{stage_word(stage)}); }
+void PlainTeller::tell_stage(Stage stage) { draw(std::string{word_of(stage)}); }
 
 void PlainTeller::tell_pace(const PaceFigures& figures)
 {

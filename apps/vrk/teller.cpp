@@ -5,23 +5,6 @@
 
 namespace vrk {
 
-std::string_view stage_word(Stage stage)
-{
-    switch (stage) {
-    case Stage::calling:
-        return "calling";
-    case Stage::found:
-        return "found";
-    case Stage::writing:
-        return "writing";
-    case Stage::settling:
-        return "settling";
-    case Stage::options:
-        return "options";
-    }
-    return {};
-}
-
 void ChipEnd::take_facts(const Session& session)
 {
     const ChipFacts& chip = session.chip;
@@ -49,7 +32,7 @@ std::vector<std::pair<std::string_view, double>> Teller::seconds()
 void Teller::close_stage()
 {
     if (in_stage_)
-        seconds_.emplace_back(stage_word(stage_), static_cast<double>(loop_.now_us() - stage_since_us_) / 1e6);
+        seconds_.emplace_back(word_of(stage_), static_cast<double>(loop_.now_us() - stage_since_us_) / 1e6);
     in_stage_ = false;
 }
 

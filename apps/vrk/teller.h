@@ -5,6 +5,7 @@
 #include "platform/event_loop.h"
 #include "report/pace.h"
 #include "report/report.h"
+#include "report/stage_word.h"
 #include "session/result.h"
 #include "session/session.h"
 
@@ -15,8 +16,6 @@
 #include <vector>
 
 namespace vrk {
-
-std::string_view stage_word(Stage stage); // "calling"
 
 struct RunBegin {
     std::string port;

@@ -2,6 +2,7 @@
 
 #include "books/sha256.h"
 #include "platform/text_number.h"
+#include "report/stage_word.h"
 
 #include <algorithm>
 #include <array>
@@ -19,23 +20,6 @@ constexpr Text kept_beside = {"本片已另存于台账旁, 台账恢复后补�
     "This chip is kept in a file beside the ledger and is taken in later. No chip is begun before.", Tone::bad};
 constexpr Text kept_nowhere = {"本片未能记入台账, 也未能另存, 编号待定, 请手工记下: ",
     "This chip stands in no book and in no file. Write its number down, it is unsure until it is settled: ", Tone::bad};
-
-constexpr std::string_view name_of(Stage stage)
-{
-    switch (stage) {
-    case Stage::calling:
-        return "calling";
-    case Stage::found:
-        return "found";
-    case Stage::writing:
-        return "writing";
-    case Stage::settling:
-        return "settling";
-    case Stage::options:
-        return "options";
-    }
-    return {};
-}
 
 std::string two(int number)
 {
@@ -167,7 +151,7 @@ void ChipInBooks::close_stage()
 void ChipInBooks::enter(Stage stage)
 {
     close_stage();
-    stage_ = name_of(stage);
+    stage_ = word_of(stage);
     stage_since_us_ = loop_.now_us();
     answered_ = answered_ || stage != Stage::calling;
     shown_.enter(stage);
